@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+
+#include "mesh/layer.h"
+
+namespace mesh {
+
+/// The smallest axis-parallel box around some points.
+struct Bounds {
+    Vec3 min;
+    Vec3 max;
+};
+
+/// Box around all points of a layer; none for a layer without points. Coordinates that are not
+/// numbers are passed over.
+[[nodiscard]] std::optional<Bounds> layer_bounds(const Layer& layer) noexcept;
+
+} // namespace mesh

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "mesh/polygons.h"
+
+#include <limits>
+#include <stdexcept>
+
+namespace mesh {
+
+std::uint16_t Polygons::type_number(FourCC type)
+{
+    for (std::size_t i = type_names_.size(); i-- > 0;)
+        if (type_names_[i] == type)
+            return static_cast<std::uint16_t>(i);
+    if (type_names_.size() > std::numeric_limits<std::uint16_t>::max())
+        throw std::length_error("a layer holds more than 65,536 types of polygons");
+    type_names_.push_back(type);
+    return static_cast<std::uint16_t>(type_names_.size() - 1);
+}
+
+void Polygons::add(FourCC type, std::span<const std::uint32_t> points)
+{
+    if (points.size() > std::numeric_limits<std::uint32_t>::max() - corners_.size())
+        throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
+    const std::uint16_t number = type_number(type);
+    const std::size_t count = size();
+    try {
+        starts_.push_back(static_cast<std::uint32_t>(corners_.size()));
+        corners_.append(points);
+        surfaces_.push_back(no_tag);
+        flags_.push_back(0);
+        selected_.push_back(0);
+        types_.push_back(number); // last: `size` counts a polygon only when it is whole
+    } catch (...) {
+        truncate(count);
+        throw;
+    }
+}
+
+TagIndex Polygons::tag(FourCC kind, std::size_t polygon) const noexcept
+{
+    if (kind == tag_surf)
+        return surfaces_[polygon];
+    for (const Tags& tags : others_)
+        if (tags.kind == kind)
+            return polygon < tags.of_polygon.size() ? tags.of_polygon[polygon] : no_tag;
+    return no_tag;
+}
+
+void Polygons::set_tag(FourCC kind, std::size_t polygon, TagIndex tag)
+{
+    if (kind == tag_surf) {
+        surfaces_[polygon] = tag;
+        return;
+    }
+    for (Tags& tags : others_) {
+        if (tags.kind != kind)
+            continue;
+        if (polygon >= tags.of_polygon.size())
+            tags.of_polygon.resize(polygon + 1, no_tag);
+        tags.of_polygon[polygon] = tag;
+        return;
+    }
+    others_.push_back({kind, {}});
+    others_.back().of_polygon.resize(polygon + 1, no_tag);
+    others_.back().of_polygon[polygon] = tag;
+}
+
+std::vector<FourCC> Polygons::other_tag_kinds() const
+{
+    std::vector<FourCC> kinds;
+    kinds.reserve(others_.size());
+    for (const Tags& tags : others_)
+        kinds.push_back(tags.kind);
+    return kinds;
+}
+
+void Polygons::copy_attributes(std::size_t from, std::size_t polygon)
+{
+    surfaces_[polygon] = surfaces_[from];
+    if (types_[polygon] == types_[from])
+        flags_[polygon] = flags_[from];
+    for (const Tags& tags : others_) {
+        const TagIndex tag = this->tag(tags.kind, from);
+        if (tag != no_tag)
+            set_tag(tags.kind, polygon, tag);
+    }
+}
+
+void Polygons::truncate(std::size_t count) noexcept
+{
+    if (count < starts_.size())
+        corners_.truncate(starts_[count]);
+    types_.truncate(count);
+    starts_.truncate(count);
+    surfaces_.truncate(count);
+    flags_.truncate(count);
+    selected_.truncate(count);
+    for (Tags& tags : others_)
+        tags.of_polygon.truncate(count);
+}
+
+void Polygons::reserve(std::size_t polygons, std::size_t corners)
+{
+    types_.reserve(polygons);
+    starts_.reserve(polygons);
+    surfaces_.reserve(polygons);
+    flags_.reserve(polygons);
+    selected_.reserve(polygons);
+    corners_.reserve(corners);
+}
+
+} // namespace mesh

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "mesh/tags.h"
+
+#include <utility>
+
+namespace mesh {
+
+TagIndex TagList::append(std::string text)
+{
+    const auto number = static_cast<TagIndex>(texts_.size());
+    texts_.push_back(std::move(text));
+    index_.try_emplace(texts_.back(), number);
+    return number;
+}
+
+TagIndex TagList::find(std::string_view text) const
+{
+    const auto found = index_.find(text);
+    return found == index_.end() ? no_tag : found->second;
+}
+
+TagIndex TagList::intern(std::string_view text)
+{
+    const TagIndex found = find(text);
+    return found != no_tag ? found : append(std::string(text));
+}
+
+} // namespace mesh

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "mesh/buffer.h"
+#include "mesh/fourcc.h"
+
+namespace mesh {
+
+constexpr FourCC map_txuv = fourcc("TXUV"); ///< texture coordinates: u, v
+constexpr FourCC map_wght = fourcc("WGHT"); ///< weight
+constexpr FourCC map_morf = fourcc("MORF"); ///< relative morph: an offset
+constexpr FourCC map_mnvw = fourcc("MNVW"); ///< subpatch weight
+constexpr FourCC map_spot = fourcc("SPOT"); ///< absolute morph: a position
+
+/// Values of a map that hold for one corner of one polygon only, in the order they came. Row i is
+/// polygon `polygons[i]`, point `points[i]` and `dimension` floats from `values[i * dimension]`.
+struct CornerValues {
+    Buffer<std::uint32_t> polygons;
+    Buffer<std::uint32_t> points;
+    Buffer<float> values;
+
+    [[nodiscard]] std::size_t size() const noexcept { return polygons.size(); }
+};
+
+/// One vertex map of a layer: for each point a vector of `dimension` floats, or no value.
+///
+/// The values stand packed in ascending order of their points, found through one presence bit for
+/// each point and a running count for each 64 of them: a map of few points costs little more than
+/// its values, a full one little more than a plain array. Adding behind the last point that has a
+/// value and finding a value take constant time; adding before it moves what follows.
+class VertexMap {
+public:
+    VertexMap(FourCC type, std::string name, std::size_t dimension)
+        : type_(type), name_(std::move(name)), dimension_(dimension)
+    {}
+
+    [[nodiscard]] FourCC type() const noexcept { return type_; }
+    /// The name's bytes as they stand in the file.
+    [[nodiscard]] const std::string& name() const noexcept { return name_; }
+    /// Floats for each value; 0 for a set of points.
+    [[nodiscard]] std::size_t dimension() const noexcept { return dimension_; }
+    /// Number of points that have a value.
+    [[nodiscard]] std::size_t size() const noexcept { return count_; }
+
+    [[nodiscard]] bool has(std::uint32_t point) const noexcept
+    {
+        const std::size_t word = point / 64u;
+        return word < present_.size() && ((present_[word] >> (point % 64u)) & 1u) != 0;
+    }
+
+    /// The point's value, `dimension` floats, valid until the map changes; empty when it has none
+    /// (`has` tells the two apart where the dimension is 0).
+    [[nodiscard]] std::span<const float> find(std::uint32_t point) const noexcept
+    {
+        if (!has(point))
+            return {};
+        return {values_.data() + rank(point) * dimension_, dimension_};
+    }
+
+    /// Gives the point a value of `dimension` floats, in place of one it may have.
+    void set(std::uint32_t point, std::span<const float> value);
+
+    /// Takes the point's value away.
+    void erase(std::uint32_t point) noexcept;
+
+    /// Takes the values of all points from `point_count` on away.
+    void truncate(std::uint32_t point_count) noexcept;
+
+    /// All values, packed in ascending order of the points that have one.
+    [[nodiscard]] std::span<const float> values() const noexcept { return values_.span(); }
+
+    /// Calls `visit(point, value)` for each point that has a value, in ascending order.
+    template <typename Visit> void for_each(Visit visit) const
+    {
+        std::size_t row = 0;
+        for (std::size_t word = 0; word < present_.size(); ++word) {
+            for (std::uint64_t bits = present_[word]; bits != 0; bits &= bits - 1) {
+                const auto bit = static_cast<std::uint32_t>(std::countr_zero(bits));
+                visit(static_cast<std::uint32_t>(word * 64u) + bit,
+                      std::span<const float>(values_.data() + row * dimension_, dimension_));
+                ++row;
+            }
+        }
+    }
+
+    /// Values for single corners; they stand beside those of the points.
+    CornerValues corners;
+
+private:
+    [[nodiscard]] std::size_t rank(std::uint32_t point) const noexcept;
+
+    FourCC type_;
+    std::string name_;
+    std::size_t dimension_;
+    std::size_t count_ = 0;
+    std::uint32_t end_ = 0;         ///< one past the last point that has a value
+    Buffer<std::uint64_t> present_; ///< bit p % 64 of word p / 64: point p has a value
+    Buffer<std::uint32_t> before_;  ///< for each word: how many points before it have a value
+    Buffer<float> values_;
+};
+
+} // namespace mesh
