@@ -14,10 +14,10 @@ extern "C" {
 typedef struct LWMonitor {
     void* data; ///< the host's own
 
-    /// Shows the display, at 0 of `total` steps.
-    void (*init)(void* data, unsigned int total);
+    /// Shows the display, at 0 of `total` steps; 0 or less: there is nothing to do.
+    void (*init)(void* data, int total);
     /// Advances by `increment` steps. Returns 1 when the user has asked to stop, else 0.
-    int (*step)(void* data, unsigned int increment);
+    int (*step)(void* data, int increment);
     /// Ends the display; no other operation may follow.
     void (*done)(void* data);
 } LWMonitor;
