@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mesh/polygons.h"
 
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -74,16 +75,15 @@ std::vector<FourCC> Polygons::other_tag_kinds() const
     return kinds;
 }
 
-void Polygons::copy_attributes(std::size_t from, std::size_t polygon)
+void Polygons::copy_attributes(const Polygons& source, std::size_t from, std::size_t polygon)
 {
-    surfaces_[polygon] = surfaces_[from];
-    if (types_[polygon] == types_[from])
-        flags_[polygon] = flags_[from];
-    for (const Tags& tags : others_) {
-        const TagIndex tag = this->tag(tags.kind, from);
-        if (tag != no_tag)
-            set_tag(tags.kind, polygon, tag);
-    }
+    surfaces_[polygon] = source.surfaces_[from];
+    if (type(polygon) == source.type(from))
+        flags_[polygon] = source.flags_[from];
+    // With `source` being this object no kind is new: the list does not grow under the loop.
+    for (const Tags& tags : source.others_)
+        if (from < tags.of_polygon.size() && tags.of_polygon[from] != no_tag)
+            set_tag(tags.kind, polygon, tags.of_polygon[from]);
 }
 
 void Polygons::truncate(std::size_t count) noexcept
@@ -97,6 +97,18 @@ void Polygons::truncate(std::size_t count) noexcept
     selected_.truncate(count);
     for (Tags& tags : others_)
         tags.of_polygon.truncate(count);
+}
+
+Polygons::Mark Polygons::mark() const noexcept
+{
+    return {size(), type_names_.size(), others_.size()};
+}
+
+void Polygons::truncate(const Mark& mark) noexcept
+{
+    truncate(mark.polygons);
+    type_names_.resize(std::min(mark.types, type_names_.size()));
+    others_.erase(others_.begin() + static_cast<std::ptrdiff_t>(mark.tag_kinds), others_.end());
 }
 
 void Polygons::reserve(std::size_t polygons, std::size_t corners)

@@ -72,10 +72,28 @@ public:
 
     /// Gives `polygon` all tags of `from`, surface included, and its flags where both are of one
     /// type.
-    void copy_attributes(std::size_t from, std::size_t polygon);
+    void copy_attributes(std::size_t from, std::size_t polygon)
+    {
+        copy_attributes(*this, from, polygon);
+    }
+
+    /// The same from another layer of the document, whose tags have the same numbers.
+    void copy_attributes(const Polygons& source, std::size_t from, std::size_t polygon);
 
     /// Drops all polygons from `count` on.
     void truncate(std::size_t count) noexcept;
+
+    /// How much there is at one moment.
+    struct Mark {
+        std::size_t polygons = 0;
+        std::size_t types = 0;     ///< types ever seen
+        std::size_t tag_kinds = 0; ///< kinds of tags ever set, `tag_surf` aside
+    };
+    [[nodiscard]] Mark mark() const noexcept;
+
+    /// Drops everything that was added since the mark was taken, new kinds of tags included. What
+    /// was changed on older polygons stays.
+    void truncate(const Mark& mark) noexcept;
 
     /// Makes room for `polygons` polygons and `corners` corners in all.
     void reserve(std::size_t polygons, std::size_t corners);

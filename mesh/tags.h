@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <string>
@@ -38,6 +39,9 @@ public:
 
     /// The lowest number of this text, which is appended when it is not there.
     TagIndex intern(std::string_view text);
+
+    /// Drops all texts from `count` on. No polygon may still refer to them.
+    void truncate(std::size_t count) noexcept;
 
 private:
     std::deque<std::string> texts_; // never moves its elements: the views below stay valid
