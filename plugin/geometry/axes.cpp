@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/geometry/axes.h"
+
+#include <cmath>
+
+namespace dastrel {
+
+void axes_typ::calc_transf_angles()
+{
+    const XYZ6_typ a = axis[0];
+    const XYZ6_typ b = axis[1];
+    angle[0] = std::atan2(a.z(), a.x());
+    angle[1] = -std::atan2(a.y(), std::sqrt(a.z() * a.z() + a.x() * a.x()));
+    const double c0 = std::cos(angle[0]);
+    const double s0 = std::sin(angle[0]);
+    const double c1 = std::cos(angle[1]);
+    const double s1 = std::sin(angle[1]);
+    angle[2] = -std::atan2(b.z() * c0 - b.x() * s0, b.y() * c1 + b.x() * c0 * s1 + b.z() * s0 * s1);
+}
+
+void axes_typ::to_local(XYZ6_typ* pts, int n, XYZ6_typ origin) const
+{
+    for (int i = 0; i < n; ++i) {
+        XYZ6_typ p = pts[i];
+        if (origin != 0.0)
+            p = p.move(XYZ6_typ() - origin);
+        pts[i] = p.rotate_Y(-angle[0]).rotate_Z(-angle[1]).rotate_X(-angle[2]);
+    }
+}
+
+void axes_typ::to_global(XYZ6_typ* pts, int n, XYZ6_typ origin) const
+{
+    for (int i = 0; i < n; ++i)
+        pts[i] = pts[i].rotate_X(angle[2]).rotate_Z(angle[1]).rotate_Y(angle[0]).move(origin);
+}
+
+} // namespace dastrel
