@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hostapi/monitor.h"
+
+namespace dastrel {
+
+/// Shows the progress of a loop, as long as it lives; does nothing where the host has no monitors.
+/// The user's wish to stop is not heeded: half a scatter is of no use, and the edit can be undone.
+class progress_monitor {
+public:
+    /// Shows the title over the caption of both loops of a run.
+    progress_monitor(const char* title, int total);
+    progress_monitor(const progress_monitor&) = delete;
+    progress_monitor& operator=(const progress_monitor&) = delete;
+    ~progress_monitor();
+
+    void step();
+
+private:
+    LWMonitor* monitor;
+};
+
+} // namespace dastrel

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+/// Everything that the module says in message boxes. Without the host's message service nothing
+/// is shown.
+#pragma once
+
+#include "hostapi/panel.h"
+
+namespace dastrel {
+
+/// An error box of one line, or of two.
+void message(const char* line1, const char* line2);
+
+/// The "About" button: who made it and where it lives.
+void msg_about(LWXPanelID panel, LWXPanelControlID control);
+
+void msg_nurbs(LWXPanelID panel, LWXPanelControlID control);
+void msg_nurbs2(LWXPanelID panel, LWXPanelControlID control);
+
+/// Asks "Are You sure?" under the title `b`, with `a` as the second line. Gives the host's answer;
+/// 0 without the service.
+int are_you_sure(const char* a, const char* b);
+
+} // namespace dastrel
