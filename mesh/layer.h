@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "mesh/buffer.h"
-#include "mesh/opaque.h"
+#include "mesh/file_chunk.h"
 #include "mesh/polygons.h"
 #include "mesh/vec3.h"
 #include "mesh/vertex_map.h"
@@ -26,8 +26,8 @@ struct Layer {
 
     Buffer<Vec3> points;
     Polygons polygons;
-    std::vector<VertexMap> maps;     ///< in order of appearance
-    std::vector<OpaqueChunk> opaque; ///< kept for saving
+    std::vector<VertexMap> maps;   ///< in order of appearance
+    std::vector<FileChunk> chunks; ///< kept for saving: the file's layout; empty without a file
 
     /// The first map of this type and name, or null. Valid until a map is added.
     [[nodiscard]] const VertexMap* find_map(FourCC type, std::string_view map_name) const noexcept;
