@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Builds everything with AddressSanitizer (with its leak checker) and UndefinedBehaviorSanitizer in
+# build-sanitize/ and runs all tests there.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build-sanitize -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DDASTREL_SANITIZE=ON -DDASTREL_WERROR=ON >/dev/null
+cmake --build build-sanitize
+export ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=0
+export UBSAN_OPTIONS=print_stacktrace=1
+ctest --test-dir build-sanitize --output-on-failure --no-tests=error -j "$(nproc)" "$@"

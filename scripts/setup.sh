@@ -1,0 +1,49 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Installs what Dastrel is built with, from Debian's packages. As root, or through sudo.
+#
+#   scripts/setup.sh            to build and run the programs
+#   scripts/setup.sh --tests    also to run the tests
+#   scripts/setup.sh --checks   also what CI runs beside the tests: clang, its tools and fuzzer
+set -euo pipefail
+
+build=(g++ cmake ninja-build libc6-dev libcli11-dev nlohmann-json3-dev libfmt-dev)
+tests=(libgtest-dev libgmock-dev librapidcheck-dev python3 python3-pytest binutils)
+checks=(clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 git)
+
+wanted=("${build[@]}")
+for option in "$@"; do
+    case $option in
+        --tests) wanted+=("${tests[@]}") ;;
+        --checks) wanted+=("${tests[@]}" "${checks[@]}") ;;
+        *)
+            echo "setup.sh: unknown option '$option'; known are --tests and --checks" >&2
+            exit 2
+            ;;
+    esac
+done
+
+missing=()
+for package in "${wanted[@]}"; do
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$status" = installed ] || missing+=("$package")
+done
+if [ ${#missing[@]} -eq 0 ]; then
+    echo "setup: everything is installed"
+    exit 0
+fi
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "setup.sh: needs root to install: ${missing[*]}" >&2
+        echo "setup.sh: run it as root, or install sudo" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+echo "setup: installing ${missing[*]}"
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+echo "setup: done"

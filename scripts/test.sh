@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Installs what is needed, builds everything, and runs all tests. Can be run again at any time.
+#
+#   scripts/test.sh [ctest options]      such as -R panel
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+echo "test: 1/3 set up"
+scripts/setup.sh --tests
+echo "test: 2/3 build"
+scripts/build.sh -DDASTREL_TESTS=ON -DDASTREL_WERROR=ON
+echo "test: 3/3 run"
+ctest --test-dir build --output-on-failure --no-tests=error -j "$(nproc)" "$@"
