@@ -33,7 +33,7 @@ struct FileChunk {
     std::uint32_t map = 0;
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
-    std::vector<std::byte> body;
+    std::vector<std::byte> body = {};
 };
 
 } // namespace mesh

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+
+namespace formats::lwo2 {
+
+/// Where the reader takes its bytes from, a chunk at a time.
+class ChunkSource {
+public:
+    ChunkSource() = default;
+    ChunkSource(const ChunkSource&) = delete;
+    ChunkSource& operator=(const ChunkSource&) = delete;
+    virtual ~ChunkSource() = default;
+
+    /// Size of the whole file in bytes.
+    [[nodiscard]] virtual std::uint64_t size() const noexcept = 0;
+
+    /// The bytes from `offset` on, all of which lie within the size; valid until the next call.
+    [[nodiscard]] virtual std::span<const std::byte> read(std::uint64_t offset,
+                                                          std::size_t count) = 0;
+};
+
+/// Bytes in memory, which must outlive the source.
+[[nodiscard]] std::unique_ptr<ChunkSource> memory_source(std::span<const std::byte> bytes);
+
+/// A file, of which only the chunk being read is in memory; what is not an ordinary file, such as a
+/// pipe, is read to its end first. @throws FileError here and in `read`.
+[[nodiscard]] std::unique_ptr<ChunkSource> file_source(const std::filesystem::path& path);
+
+} // namespace formats::lwo2

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "formats/lwo2/map_builder.h"
+#include "formats/lwo2/reading.h"
+#include "mesh/layer.h"
+
+namespace formats::lwo2 {
+
+/// Builds one layer from its chunks, in file order. All members that take a Cursor throw
+/// FormatError for damage.
+class LayerReader {
+public:
+    explicit LayerReader(Reading& reading) : reading_(reading), maps_(reading) {}
+
+    /// Takes the chunk that opens the layer; without it the layer is the unnamed one of data that
+    /// stands before any.
+    void open(Cursor body);
+
+    /// Takes a chunk of the layer's data; false for a chunk that is not such, which is left alone.
+    [[nodiscard]] bool take(Cursor body);
+
+    /// Keeps a chunk as it is, in its place.
+    void keep(mesh::FileChunk chunk) { layer_.chunks.push_back(std::move(chunk)); }
+
+    /// The layer, whole. The reader is spent afterwards.
+    [[nodiscard]] mesh::Layer finish();
+
+    /// The highest number of a tag that a polygon was given, and where; none while `any` is false.
+    struct HighestTag {
+        bool any = false;
+        std::uint16_t tag = 0;
+        std::uint64_t offset = 0;
+    };
+    [[nodiscard]] const HighestTag& highest_tag() const noexcept { return highest_tag_; }
+
+private:
+    /// The points or polygons that indices in the following chunks count from.
+    struct Block {
+        std::uint32_t first = 0;
+        std::uint32_t count = 0;
+    };
+
+    void points(Cursor body);
+    void bounds(Cursor body);
+    void polygons(Cursor body);
+    void polygon_tags(Cursor body);
+    void map(Cursor body);
+    void corner_values(Cursor body);
+
+    [[nodiscard]] std::uint32_t point_index(Cursor& body) const;
+    [[nodiscard]] std::uint32_t polygon_index(Cursor& body) const;
+    void reserve_polygons(Cursor body);
+    void note_kind(std::vector<mesh::FourCC>& kinds, mesh::FourCC kind, const Cursor& body,
+                   const char* what) const;
+    void drop_map_parameters();
+
+    Reading& reading_;
+    mesh::Layer layer_;
+    MapBuilder maps_;
+    Block points_;
+    Block polygons_;
+    std::uint32_t point_blocks_ = 0;
+    std::vector<std::uint32_t> map_block_; ///< for each map: block whose chunk for it was kept, + 1
+    std::vector<mesh::FourCC> polygon_kinds_;
+    std::vector<mesh::FourCC> tag_kinds_;
+    std::vector<mesh::FourCC> block_tag_kinds_; ///< kinds of tags kept for the latest polygons
+    HighestTag highest_tag_;
+};
+
+} // namespace formats::lwo2

@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+#include "formats/lwo2_reader.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "formats/errors.h"
+#include "formats/lwo2/chunk_source.h"
+#include "formats/lwo2/cursor.h"
+#include "formats/lwo2/ids.h"
+#include "formats/lwo2/layer_reader.h"
+#include "formats/lwo2/reading.h"
+
+namespace formats {
+
+namespace {
+
+using namespace lwo2;
+using mesh::ChunkRole;
+using mesh::FileChunk;
+
+constexpr std::uint64_t header_size = 8; // of a chunk: its four characters and its size
+constexpr std::uint64_t form_start = 12; // the first chunk, after the file's own header
+
+/// Says why an object of another form is not read, and what to do.
+[[noreturn]] void refuse_form(FourCC form)
+{
+    constexpr std::uint64_t at = 8;
+    const auto refuse = [&](const char* text) { throw FormatError("FORM", at, text); };
+    if (form == fourcc("LWOB"))
+        refuse("this is an object of the older form LWOB, which is not read; save it as LWO2 "
+               "first");
+    if (form == fourcc("LWLO"))
+        refuse("this is a layered object of the older form LWLO, which is not read; save it as "
+               "LWO2 first");
+    if (form == fourcc("LWO3"))
+        refuse("this is an object of the newer form LWO3, which is not read; save it as LWO2 "
+               "first");
+    if (form == fourcc("LXOB"))
+        refuse("this is an object of the form LXOB (.lxo), which is not read; export it as LWO2 "
+               "first");
+    throw FormatError("FORM", at,
+                      fmt::format("found \"{}\" instead of LWO2; this is no LWO2 object",
+                                  mesh::to_text(form)));
+}
+
+class Reader {
+public:
+    Reader(ChunkSource& source, const WarningSink& warnings)
+        : source_(source), reading_(warnings, source.size())
+    {}
+
+    mesh::Document read();
+
+private:
+    std::uint64_t read_form_header();
+    void read_chunk(Cursor body, std::byte pad);
+    void read_tags(Cursor body);
+    void keep(FileChunk chunk);
+    void close_layer();
+    void move_tail();
+
+    ChunkSource& source_;
+    Reading reading_;
+    mesh::Document document_;
+    std::optional<LayerReader> layer_;
+    LayerReader::HighestTag highest_tag_;
+    bool has_tags_ = false;
+};
+
+/// Checks the file's own header and returns where its content ends, which may be one byte past the
+/// end of the file: a filler that was left out.
+std::uint64_t Reader::read_form_header()
+{
+    const std::uint64_t size = source_.size();
+    if (size < form_start)
+        throw FormatError("FORM", 0,
+                          fmt::format("a file of {} bytes is no object; it is empty, cut short, or "
+                                      "of another format",
+                                      size));
+    Cursor header(id_form, source_.read(0, form_start), 0);
+    if (const FourCC first = header.u4(); first != id_form)
+        header.fail_at(0, fmt::format("found \"{}\" instead of FORM; this is no LWO2 object",
+                                      mesh::to_text(first)));
+    const std::uint64_t end = header_size + header.u4();
+    if (const FourCC form = header.u4(); form != id_lwo2)
+        refuse_form(form);
+    if (end < form_start)
+        throw FormatError("FORM", 4, "the size is too small for any content; the file is damaged");
+    if (end > size + 1)
+        throw FormatError("FORM", 4,
+                          fmt::format("the file should have {} bytes and has {}; it is cut short",
+                                      end, size));
+    if (end < size)
+        reading_.warn(id_form, end,
+                      fmt::format("{} bytes after the end of the object are left out", size - end));
+    return end;
+}
+
+mesh::Document Reader::read()
+{
+    const std::uint64_t stated_end = read_form_header();
+    const std::uint64_t end = std::min(stated_end, source_.size());
+    std::uint64_t at = form_start;
+    bool pad_missing = false;
+    while (at < end) {
+        if (end - at < header_size)
+            throw FormatError("FORM", at,
+                              fmt::format("{} bytes are left, too few for a chunk; the file is "
+                                          "damaged or cut short",
+                                          end - at));
+        Cursor header(id_form, source_.read(at, header_size), at);
+        const FourCC id = header.u4();
+        const std::uint64_t size = header.u4();
+        const std::uint64_t body = at + header_size;
+        if (size > end - body)
+            throw FormatError(mesh::to_text(id), at,
+                              fmt::format("its size of {} bytes runs past the end of the object, "
+                                          "{} bytes on; the file is damaged or cut short",
+                                          size, end - body));
+        at = body + size;
+        const bool padded = size % 2 != 0;
+        pad_missing = padded && at == end;
+        const std::size_t span = static_cast<std::size_t>(size) + (padded && at < end ? 1 : 0);
+        const auto bytes = source_.read(body, span);
+        const std::byte pad = span > size ? bytes.back() : std::byte{0};
+        read_chunk(Cursor(id, bytes.first(static_cast<std::size_t>(size)), body), pad);
+        at = body + span;
+    }
+    if (stated_end > end && !pad_missing)
+        throw FormatError("FORM", 4,
+                          fmt::format("the file should have {} bytes and has {}; it is cut short",
+                                      stated_end, end));
+    close_layer();
+    move_tail();
+    if (highest_tag_.any && highest_tag_.tag >= document_.tags.size())
+        throw FormatError("PTAG", highest_tag_.offset,
+                          fmt::format("index {} names no tag ({} tags); the file is damaged",
+                                      highest_tag_.tag, document_.tags.size()));
+    document_.file_tags = document_.tags.size();
+    return std::move(document_);
+}
+
+void Reader::read_chunk(Cursor body, std::byte pad)
+{
+    const FourCC id = body.chunk();
+    if (id == id_layr) {
+        close_layer();
+        layer_.emplace(reading_);
+        layer_->open(body);
+        return;
+    }
+    if (id == id_tags) {
+        read_tags(body);
+        return;
+    }
+    const bool opens_default = id == id_pnts || id == id_bbox || id == id_pols || id == id_ptag ||
+                               id == id_vmap || id == id_vmad || id == id_vmpa;
+    if (!layer_ && opens_default) {
+        reading_.warn(id, body.offset() - header_size,
+                      "it stands before any layer; a layer without name holds it");
+        layer_.emplace(reading_);
+    }
+    if (layer_ && layer_->take(body))
+        return;
+    const auto bytes = body.rest();
+    keep({.id = id, .pad = pad, .body = {bytes.begin(), bytes.end()}});
+}
+
+void Reader::read_tags(Cursor body)
+{
+    if (has_tags_) {
+        reading_.warn(id_tags, body.offset() - header_size,
+                      "there are several lists of tags; the last one counts");
+        document_.tags = mesh::TagList();
+    }
+    has_tags_ = true;
+    while (body.left() > 0)
+        document_.tags.append(body.text());
+    keep({.id = id_tags, .role = ChunkRole::tags});
+}
+
+void Reader::keep(FileChunk chunk)
+{
+    if (layer_)
+        layer_->keep(std::move(chunk));
+    else
+        document_.head.push_back(std::move(chunk));
+}
+
+void Reader::close_layer()
+{
+    if (!layer_)
+        return;
+    const auto& highest = layer_->highest_tag();
+    if (highest.any && (!highest_tag_.any || highest.tag > highest_tag_.tag))
+        highest_tag_ = highest;
+    document_.layers.push_back(layer_->finish());
+    layer_.reset();
+}
+
+/// Chunks of the whole file behind the last layer are the document's, with what stands among them.
+void Reader::move_tail()
+{
+    if (document_.layers.empty())
+        return;
+    auto& chunks = document_.layers.back().chunks;
+    auto first = chunks.end();
+    for (auto it = chunks.end(); it != chunks.begin();) {
+        --it;
+        if (it->role != ChunkRole::opaque && it->role != ChunkRole::tags)
+            break;
+        if (is_of_whole_file(it->id))
+            first = it;
+    }
+    document_.tail.assign(std::make_move_iterator(first), std::make_move_iterator(chunks.end()));
+    chunks.erase(first, chunks.end());
+}
+
+} // namespace
+
+mesh::Document read_lwo2(std::span<const std::byte> bytes, const WarningSink& warnings)
+{
+    const auto source = memory_source(bytes);
+    return Reader(*source, warnings).read();
+}
+
+mesh::Document read_lwo2_file(const std::filesystem::path& path, const WarningSink& warnings)
+{
+    const auto source = file_source(path);
+    try {
+        return Reader(*source, warnings).read();
+    } catch (const FormatError& fault) {
+        throw FormatError(path, fault);
+    }
+}
+
+} // namespace formats
