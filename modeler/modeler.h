@@ -87,8 +87,9 @@ public:
     /// left open is dropped.
     /// @throws ModuleError when there is no such server; when an exception comes out of the module,
     /// std::bad_alloc among them; when it describes a panel wrongly; when memory ended inside an
-    /// edit; when a command is already running on this thread. What `front_end` threw comes out as
-    /// it is. After every exception the document is as it was before the run.
+    /// edit; when a command is already running on this thread. What `front_end` threw, allocation
+    /// failure aside, comes out as it is. After every exception the document is as it was before
+    /// the run.
     RunResult run(Module& module, std::string_view server, FrontEnd& front_end);
 
     /// Number of edits that can be undone.

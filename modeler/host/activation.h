@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "hostapi/module.h"
+#include "mesh/document.h"
+#include "modeler/edit/undo_step.h"
+#include "modeler/front_end.h"
+#include "modeler/host/edit_table.h"
+#include "modeler/host/map_catalog.h"
+#include "modeler/host/monitors.h"
+#include "modeler/modeler.h"
+#include "modeler/panel/panels.h"
+
+namespace modeler {
+
+/// One running command and everything that the host keeps for it.
+///
+/// The host's functions carry no state pointer for the most part, so the running activation is
+/// known by thread: it is current from its construction to its destruction. What the command
+/// changed is taken back at the end unless `accept` was called.
+class Activation {
+public:
+    /// @throws ModuleError when a command is running on this thread already.
+    Activation(mesh::Document& document, const std::vector<LayerRole>& roles, FrontEnd& front_end,
+               const std::filesystem::path& module_file);
+    Activation(const Activation&) = delete;
+    Activation& operator=(const Activation&) = delete;
+    ~Activation();
+
+    /// The activation that is running on this thread, or null.
+    [[nodiscard]] static Activation* current() noexcept;
+
+    /// Runs the command to its end; an edit that it leaves open is dropped. Never throws: whatever
+    /// goes wrong is held.
+    void call(ActivateFunc* activate) noexcept;
+
+    /// Throws what was held, if anything was.
+    void rethrow() const;
+
+    /// Tells what came of the run.
+    [[nodiscard]] RunResult take_result() { return std::move(result_); }
+    [[nodiscard]] std::size_t finished_edits() const noexcept { return kept_.size(); }
+    /// What takes the finished edits back, in their order; they stay in the document from now on.
+    [[nodiscard]] std::vector<UndoStep> accept() noexcept;
+
+    [[nodiscard]] mesh::Document& document() noexcept { return document_; }
+    [[nodiscard]] const std::vector<LayerRole>& roles() const noexcept { return roles_; }
+    [[nodiscard]] FrontEnd& front_end() noexcept { return front_end_; }
+    [[nodiscard]] RunResult& result() noexcept { return result_; }
+    [[nodiscard]] MapCatalog& catalog() noexcept { return catalog_; }
+    [[nodiscard]] Panels& panels() noexcept { return panels_; }
+    [[nodiscard]] Monitors& monitors() noexcept { return monitors_; }
+    [[nodiscard]] const std::filesystem::path& module_file() const noexcept { return module_file_; }
+
+    /// Begins an edit; null while one is open, or when there is no foreground layer.
+    [[nodiscard]] MeshEditOp* begin_edit();
+    /// The edit that is open, or null.
+    [[nodiscard]] MeshEdit* open_edit() noexcept;
+    /// Ends the open edit.
+    void end_edit(bool keep);
+
+    /// Keeps the first thing that went wrong; it is thrown when the command has ended.
+    void hold(std::exception_ptr problem) noexcept;
+    /// Holds a ModuleError.
+    void blame(std::string_view step, std::string_view problem) noexcept;
+
+    /// Calls `call`; an exception out of it is held, and `otherwise` is the result. For calls of
+    /// the front end and for work of the host's own: no exception of theirs may cross into the
+    /// module.
+    template <typename Result, typename Call>
+    [[nodiscard]] Result shield(Result otherwise, Call call) noexcept
+    {
+        try {
+            return call();
+        } catch (...) {
+            hold(std::current_exception());
+            return otherwise;
+        }
+    }
+
+private:
+    void blame_edit(const char* operation) noexcept;
+    void note_kept(const MeshEdit& edit, const UndoStep& step);
+
+    mesh::Document& document_;
+    const std::vector<LayerRole>& roles_;
+    FrontEnd& front_end_;
+    std::filesystem::path module_file_;
+
+    RunResult result_;
+    std::exception_ptr held_;
+    MapCatalog catalog_;
+    Monitors monitors_;
+    Panels panels_;
+    std::vector<std::unique_ptr<EditTable>> edits_; ///< only the last one can be open
+    std::vector<UndoStep> kept_;
+};
+
+} // namespace modeler

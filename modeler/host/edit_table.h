@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include "hostapi/mesh_edit.h"
+#include "modeler/edit/mesh_edit.h"
+
+namespace modeler {
+
+/// An edit with the table of functions through which a module works on it. The table stays there
+/// until the activation ends; its functions do nothing once the edit is finished.
+class EditTable {
+public:
+    EditTable(mesh::Document& document, const std::vector<LayerRole>& roles);
+    EditTable(const EditTable&) = delete;
+    EditTable& operator=(const EditTable&) = delete;
+    ~EditTable() = default;
+
+    [[nodiscard]] MeshEdit& edit() noexcept { return edit_; }
+    [[nodiscard]] MeshEditOp* operations() noexcept { return &operations_; }
+
+private:
+    MeshEdit edit_;
+    MeshEditOp operations_;
+};
+
+} // namespace modeler

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "modeler/modeler.h"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "modeler/host/activation.h"
+#include "modeler/module_loaded.h"
+
+namespace modeler {
+
+namespace {
+
+void check_roles(const mesh::Document& document, const std::vector<LayerRole>& roles)
+{
+    if (roles.size() != document.layers.size())
+        throw std::invalid_argument(
+            fmt::format("{} roles are given for {} layers", roles.size(), document.layers.size()));
+}
+
+/// A command works on the document by position: nobody else may change it meanwhile.
+void check_idle(const mesh::Document& document)
+{
+    Activation* const activation = Activation::current();
+    if (activation != nullptr && &activation->document() == &document)
+        throw std::logic_error("the document cannot be changed while a command works on it");
+}
+
+ModuleError no_server(const Module& module, std::string_view name)
+{
+    std::string names;
+    for (const Server& server : module.servers())
+        names +=
+            fmt::format("{}{} '{}'", names.empty() ? "" : ", ", server.class_name, server.name);
+    return ModuleError(
+        module.file(), "server list",
+        fmt::format("there is no {} '{}'; there is {}", mesh_edit_class, name, names));
+}
+
+} // namespace
+
+Modeler::Modeler(mesh::Document document, std::vector<LayerRole> roles)
+    : document_(std::move(document)), roles_(std::move(roles))
+{
+    check_roles(document_, roles_);
+}
+
+void Modeler::replace(mesh::Document document, std::vector<LayerRole> roles)
+{
+    check_idle(document_);
+    check_roles(document, roles);
+    undo_.clear();
+    document_ = std::move(document);
+    roles_ = std::move(roles);
+}
+
+mesh::Document Modeler::release()
+{
+    check_idle(document_);
+    undo_.clear();
+    roles_.clear();
+    return std::exchange(document_, mesh::Document());
+}
+
+void Modeler::set_role(std::size_t layer, LayerRole role)
+{
+    check_idle(document_);
+    roles_.at(layer) = role;
+}
+
+void Modeler::select(std::size_t layer, std::size_t polygon, bool on)
+{
+    check_idle(document_);
+    mesh::Polygons& polygons = document_.layers.at(layer).polygons;
+    if (polygon >= polygons.size())
+        throw std::out_of_range(fmt::format("there is no polygon {} in layer {}", polygon, layer));
+    polygons.select(polygon, on);
+}
+
+bool Modeler::enabled(const Server& server) const
+{
+    if (server.enable_condition != "pol")
+        return true;
+    for (std::size_t i = 0; i < roles_.size(); ++i)
+        if (roles_[i] == LayerRole::foreground && document_.layers[i].polygons.size() > 0)
+            return true;
+    return false;
+}
+
+RunResult Modeler::run(Module& module, std::string_view server, FrontEnd& front_end)
+{
+    ActivateFunc* const activate = module.loaded_->activation(mesh_edit_class, server);
+    if (activate == nullptr)
+        throw no_server(module, server);
+    try {
+        Activation activation(document_, roles_, front_end, module.file());
+        activation.call(activate);
+        activation.rethrow();
+        RunResult result = activation.take_result();
+        undo_.reserve(undo_.size() + activation.finished_edits());
+        for (UndoStep& step : activation.accept())
+            undo_.push_back(std::move(step));
+        return result;
+    } catch (const std::bad_alloc&) {
+        throw ModuleError(module.file(), "run", "the host ran out of memory; nothing was changed");
+    }
+}
+
+void Modeler::undo()
+{
+    check_idle(document_);
+    if (undo_.empty())
+        throw std::logic_error("there is no edit to take back");
+    undo_.back().take_back(document_);
+    undo_.pop_back();
+}
+
+} // namespace modeler

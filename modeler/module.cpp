@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "modeler/module.h"
+
+#include <exception>
+#include <new>
+#include <utility>
+
+#include <dlfcn.h>
+
+#include <fmt/format.h>
+
+#include "modeler/errors.h"
+#include "modeler/module_loaded.h"
+
+namespace modeler {
+
+namespace {
+
+std::string loader_message()
+{
+    const char* const text = dlerror();
+    return text != nullptr ? text : "no reason given";
+}
+
+void check_word(const std::filesystem::path& file, std::string_view step, std::uint32_t found,
+                std::uint32_t wanted, std::string_view advice)
+{
+    if (found != wanted)
+        throw ModuleError(file, step,
+                          fmt::format("is {:#x} where {:#x} is needed; {}", found, wanted, advice));
+}
+
+void check_descriptor(const std::filesystem::path& file, const ModuleDescriptor& descriptor)
+{
+    check_word(file, "synchronisation word", descriptor.sync_word, MODULE_SYNC_WORD,
+               "the file is no module");
+    check_word(file, "interface version", descriptor.system_version, MODULE_SYSTEM_VERSION,
+               "the module was built for another version of the host");
+    check_word(file, "machine word", descriptor.machine_word, MODULE_MACHINE_WORD,
+               "the module was built for another kind of machine");
+    if (descriptor.startup == nullptr)
+        throw ModuleError(file, "startup", "the descriptor names no start-up function");
+    if (descriptor.shutdown == nullptr)
+        throw ModuleError(file, "shutdown", "the descriptor names no shut-down function");
+    if (descriptor.servers == nullptr)
+        throw ModuleError(file, "server list", "the descriptor names no list of servers");
+}
+
+void read_tags(const ServerTagInfo* tags, Server& server)
+{
+    if (tags != nullptr) {
+        for (; tags->text != nullptr; ++tags) {
+            std::string* text = nullptr;
+            switch (SRVTAG_KIND(tags->tag)) {
+            case SRVTAG_USERNAME:
+                text = &server.user_name;
+                break;
+            case SRVTAG_BUTTONNAME:
+                text = &server.button_name;
+                break;
+            case SRVTAG_ENABLE:
+                text = &server.enable_condition;
+                break;
+            default:
+                break; // other kinds say nothing that this host makes use of
+            }
+            // The first text of a kind stands; further ones are in other languages.
+            if (text != nullptr && text->empty())
+                *text = tags->text;
+        }
+    }
+    if (server.user_name.empty())
+        server.user_name = server.name;
+    if (server.button_name.empty())
+        server.button_name = server.user_name;
+}
+
+Server read_server(const std::filesystem::path& file, std::size_t number,
+                   const ServerRecord& record)
+{
+    const auto missing = [&](std::string_view what) {
+        return ModuleError(file, "server list", fmt::format("server {} has no {}", number, what));
+    };
+    if (record.class_name == nullptr)
+        throw missing("class");
+    if (record.name == nullptr)
+        throw missing("name");
+    if (record.activate == nullptr)
+        throw missing("activation function");
+    Server server;
+    server.class_name = record.class_name;
+    server.name = record.name;
+    read_tags(record.tags, server);
+    return server;
+}
+
+bool ends_list(const ServerRecord& record)
+{
+    return record.class_name == nullptr && record.name == nullptr && record.activate == nullptr &&
+           record.tags == nullptr;
+}
+
+void* started(const std::filesystem::path& file, const ModuleDescriptor& descriptor)
+{
+    void* token = nullptr;
+    try {
+        token = descriptor.startup();
+    } catch (const std::exception& problem) {
+        throw ModuleError(file, "startup", fmt::format("failed: {}", problem.what()));
+    } catch (...) {
+        throw ModuleError(file, "startup", "failed with an exception of an unknown kind");
+    }
+    if (token == nullptr)
+        throw ModuleError(file, "startup", "the module says that it cannot work here (null token)");
+    return token;
+}
+
+} // namespace
+
+Module::Loaded::~Loaded()
+{
+    if (token != nullptr) {
+        try {
+            descriptor->shutdown(token);
+        } catch (...) {
+            // The module is going away and nobody is left to be told.
+        }
+    }
+    if (handle != nullptr)
+        dlclose(handle);
+}
+
+ActivateFunc* Module::Loaded::activation(std::string_view class_name, std::string_view name) const
+{
+    for (std::size_t i = 0; i < servers.size(); ++i)
+        if (servers[i].class_name == class_name && servers[i].name == name)
+            return activations[i];
+    return nullptr;
+}
+
+Module Module::load(const std::filesystem::path& file)
+{
+    auto loaded = std::make_unique<Loaded>(file);
+    // A name without a folder would be searched for in the system's library folders.
+    loaded->handle = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (loaded->handle == nullptr)
+        throw ModuleError(file, "open", fmt::format("cannot be loaded: {}", loader_message()));
+
+    const auto* const descriptor =
+        static_cast<const ModuleDescriptor*>(dlsym(loaded->handle, MODULE_DESCRIPTOR_SYMBOL));
+    if (descriptor == nullptr)
+        throw ModuleError(file, "descriptor",
+                          "the file exports no '" MODULE_DESCRIPTOR_SYMBOL "'; it is no module");
+    check_descriptor(file, *descriptor);
+    loaded->descriptor = descriptor;
+
+    for (const ServerRecord* record = descriptor->servers; !ends_list(*record); ++record) {
+        Server server = read_server(file, loaded->servers.size() + 1, *record);
+        if (loaded->activation(server.class_name, server.name) != nullptr)
+            throw ModuleError(file, "server list",
+                              fmt::format("the server '{}' of class '{}' is there twice",
+                                          server.name, server.class_name));
+        loaded->servers.push_back(std::move(server));
+        loaded->activations.push_back(record->activate);
+    }
+    if (loaded->servers.empty())
+        throw ModuleError(file, "server list", "is empty; the module has no command");
+
+    loaded->token = started(file, *descriptor);
+    return Module(std::move(loaded));
+}
+
+Module::Module(std::unique_ptr<Loaded> loaded) noexcept : loaded_(std::move(loaded)) {}
+Module::Module(Module&&) noexcept = default;
+Module& Module::operator=(Module&&) noexcept = default;
+Module::~Module() = default;
+
+const std::filesystem::path& Module::file() const noexcept { return loaded_->file; }
+
+const std::vector<Server>& Module::servers() const noexcept { return loaded_->servers; }
+
+const Server* Module::find(std::string_view class_name, std::string_view name) const
+{
+    for (const Server& server : loaded_->servers)
+        if (server.class_name == class_name && server.name == name)
+            return &server;
+    return nullptr;
+}
+
+} // namespace modeler
