@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#include "cli/arguments/command_line.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "cli/arguments/nearest.h"
+#include "cli/console/output.h"
+#include "cli/errors.h"
+#include "cli/settings/values.h"
+
+namespace cli {
+
+namespace {
+
+constexpr std::size_t page_width = 80;
+constexpr std::size_t text_column = 32;
+
+std::string heading_of(const CLI::Option& option)
+{
+    std::string names;
+    for (const std::string& name : option.get_snames())
+        names += "-" + name + ", ";
+    for (const std::string& name : option.get_lnames())
+        names += "--" + name + ", ";
+    names.resize(names.size() - 2);
+    if (option.get_snames().empty())
+        names.insert(0, "    ");
+    const std::string shown = option.get_type_name();
+    return shown.empty() ? names : names + " " + shown;
+}
+
+std::string option_lines(const CLI::Option& option)
+{
+    std::string line = "  " + heading_of(option);
+    line += line.size() + 2 > text_column ? "\n" + std::string(text_column, ' ')
+                                          : std::string(text_column - line.size(), ' ');
+    return line + wrapped(option.get_description(), page_width - text_column, text_column) + "\n";
+}
+
+} // namespace
+
+std::string wrapped(std::string_view text, std::size_t width, std::size_t indent)
+{
+    std::string result;
+    std::size_t column = 0;
+    while (!text.empty()) {
+        const std::string_view word = text.substr(0, text.find(' '));
+        text.remove_prefix(std::min(text.size(), word.size() + 1));
+        if (column != 0 && column + 1 + word.size() > width) {
+            result += "\n" + std::string(indent, ' ');
+            column = 0;
+        }
+        if (column != 0) {
+            result += ' ';
+            ++column;
+        }
+        result += word;
+        column += word.size();
+    }
+    return result;
+}
+
+CommandLine::CommandLine(std::string verb, std::vector<std::string> usage, std::string intro,
+                         std::string examples)
+    : verb_(std::move(verb)), usage_(std::move(usage)), intro_(std::move(intro)),
+      examples_(std::move(examples))
+{
+    app_.set_help_flag();
+    app_.allow_extras();
+    app_.add_flag("-h,--help", help_, "show this page")->group("other");
+}
+
+CLI::Option* CommandLine::add_value(const std::string& names, std::string& value,
+                                    std::string_view shown, const std::string& description,
+                                    const std::string& group)
+{
+    return app_.add_option(names, value, description)
+        ->type_name(std::string(shown))
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+        ->group(group);
+}
+
+CLI::Option* CommandLine::add_switch(const std::string& name, std::string& value,
+                                     const std::string& description, const std::string& group)
+{
+    switches_.push_back(name);
+    return add_value(name, value, "[on|off]", description, group);
+}
+
+std::vector<std::string> CommandLine::option_names() const
+{
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app_.get_options()) {
+        for (const std::string& name : option->get_lnames())
+            names.push_back("--" + name);
+    }
+    return names;
+}
+
+/// A switch and its word become one argument, so that the parser need not guess whether the next
+/// argument is meant for the switch.
+void CommandLine::join_switches(std::vector<std::string>& arguments) const
+{
+    for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
+        if (std::find(switches_.begin(), switches_.end(), arguments[i]) == switches_.end())
+            continue;
+        const auto next = arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1;
+        if (next != arguments.end() && is_switch_word(*next)) {
+            arguments[i] += "=" + *next;
+            arguments.erase(next);
+        } else {
+            arguments[i] += "=on";
+        }
+    }
+}
+
+void CommandLine::refuse_extras() const
+{
+    for (const std::string& extra : app_.remaining()) {
+        if (extra.size() > 1 && extra[0] == '-') {
+            const std::string name = extra.substr(0, extra.find('='));
+            throw UsageError(
+                fmt::format("unknown option '{}'{}", name, did_you_mean(name, option_names())));
+        }
+        throw UsageError(fmt::format("unexpected argument '{}'", extra));
+    }
+}
+
+bool CommandLine::parse(std::vector<std::string> arguments)
+{
+    join_switches(arguments);
+    std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the back
+    try {
+        app_.parse(std::move(arguments));
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string text = error.what();
+        throw UsageError(fmt::format("{}: needs a value", text.substr(0, text.find(':'))));
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
+    }
+    if (help_) {
+        write_stdout(help());
+        return false;
+    }
+    refuse_extras();
+    return true;
+}
+
+std::string CommandLine::usage() const
+{
+    std::string text;
+    for (const std::string& line : usage_)
+        text += (text.empty() ? "usage: " : "       ") + line + "\n";
+    return text;
+}
+
+std::string CommandLine::help() const
+{
+    std::string text = usage() + "\n" + intro_ + "\n";
+    std::vector<std::string> groups;
+    for (const CLI::Option* option : app_.get_options()) {
+        const std::string& group = option->get_group();
+        // The options that every verb has were added first and stand last.
+        if (!group.empty() && group != "other" && !option->get_positional() &&
+            std::find(groups.begin(), groups.end(), group) == groups.end())
+            groups.push_back(group);
+    }
+    groups.emplace_back("other");
+    for (const std::string& group : groups) {
+        text += "\n" + group + "\n";
+        for (const CLI::Option* option : app_.get_options()) {
+            if (option->get_group() == group && !option->get_positional())
+                text += option_lines(*option);
+        }
+    }
+    return text + "\nexamples\n" + examples_;
+}
+
+} // namespace cli

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "cli/commands/scatter_report.h"
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "cli/console/output.h"
+#include "cli/files.h"
+#include "cli/version.h"
+#include "mesh/fourcc.h"
+
+namespace cli {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int schema = 1;
+
+double total(const ScatterReport::Seconds& seconds)
+{
+    return seconds.read + seconds.scatter + seconds.write;
+}
+
+Json inputs_json(const ScatterReport& report)
+{
+    Json inputs = Json::array();
+    for (const ScatterReport::Input& input : report.inputs)
+        inputs.push_back({{"file", input.name},
+                          {"layers", input.layers},
+                          {"points", input.points},
+                          {"polygons", input.polygons}});
+    return inputs;
+}
+
+Json maps_json(const ScatterReport& report)
+{
+    Json maps = Json::array();
+    for (const modeler::WrittenMap& map : report.result.maps_written)
+        maps.push_back({{"type", mesh::to_text(map.type)},
+                        {"name", map.name},
+                        {"dimension", map.dimension},
+                        {"created", map.created}});
+    return maps;
+}
+
+Json settings_json(const ScatterReport& report)
+{
+    Json settings = Json::object();
+    for (const UsedSetting& used : report.settings)
+        settings[std::string(used.setting->field)] = to_json(*used.setting, used.value);
+    return settings;
+}
+
+} // namespace
+
+std::string summary_line(const ScatterReport& report)
+{
+    std::string inputs;
+    for (const ScatterReport::Input& input : report.inputs) {
+        if (inputs.empty())
+            inputs =
+                fmt::format("{} ({} polygons)", short_name(input.name), grouped(input.polygons));
+        else
+            inputs += " + " + short_name(input.name);
+    }
+    return fmt::format("{} -> {} ({} clones, {} points, {} polygons, clock {}, {:.2f} s)", inputs,
+                       short_name(report.output), report.clones,
+                       grouped(report.result.points_added), grouped(report.result.polygons_added),
+                       report.clock, total(report.seconds));
+}
+
+std::string summary_json(const ScatterReport& report, std::span<const std::string> warnings)
+{
+    Json summary = {
+        {"schema", schema},
+        {"program", std::string("dastrel ") + version},
+        {"module", report.module.string()},
+        {"inputs", inputs_json(report)},
+        {"output", report.output},
+        {"clock", report.clock},
+        {"settings", settings_json(report)},
+        {"clones", report.clones},
+        {"points_added", report.result.points_added},
+        {"polygons_added", report.result.polygons_added},
+        {"maps_written", maps_json(report)},
+        {"warnings", std::vector<std::string>(warnings.begin(), warnings.end())},
+        {"seconds",
+         {{"read", report.seconds.read},
+          {"scatter", report.seconds.scatter},
+          {"write", report.seconds.write},
+          {"total", total(report.seconds)}}},
+    };
+    // Names in files need not be UTF-8, and JSON must be.
+    return summary.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace cli

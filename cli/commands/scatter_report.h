@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cli/settings/form_filling.h"
+#include "modeler/modeler.h"
+
+namespace cli {
+
+/// What went into a run and what came of it.
+struct ScatterReport {
+    struct Input {
+        std::string name;
+        std::size_t layers = 0;
+        std::size_t points = 0;
+        std::size_t polygons = 0;
+    };
+    /// Wall-clock seconds.
+    struct Seconds {
+        double read = 0.0;
+        double scatter = 0.0;
+        double write = 0.0;
+    };
+
+    std::vector<Input> inputs;
+    std::string output;
+    std::filesystem::path module;
+    std::int64_t clock = 0;
+    std::vector<UsedSetting> settings;
+    std::int64_t clones = 0;
+    modeler::RunResult result;
+    Seconds seconds;
+};
+
+/// The report in one line for a person.
+[[nodiscard]] std::string summary_line(const ScatterReport& report);
+
+/// The report as JSON. Its settings can be saved as a settings file.
+[[nodiscard]] std::string summary_json(const ScatterReport& report,
+                                       std::span<const std::string> warnings);
+
+} // namespace cli

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "cli/arguments/command_line.h"
+#include "cli/settings/given.h"
+
+namespace cli {
+
+/// What `dastrel scatter` was asked to do, as far as the words alone tell.
+struct ScatterRequest {
+    std::vector<std::string> inputs; ///< ground and models, or one scene
+    std::string output;
+    bool scene = false;                  ///< one file whose layers are ground and model
+    std::vector<std::size_t> foreground; ///< layers of the scene, from 1
+    std::vector<std::size_t> background; ///< the same; empty: all others
+    std::vector<std::string> select_surfaces;
+    std::vector<GivenSetting> settings;
+    std::string clock;  ///< empty: none given
+    std::string module; ///< empty: the one that is found
+    bool json = false;
+    bool quiet = false;
+};
+
+/// The arguments of `dastrel scatter`.
+class ScatterArguments {
+public:
+    ScatterArguments();
+
+    [[nodiscard]] CommandLine& command_line() noexcept { return line_; }
+
+    /// Judges what was parsed, and reads the settings file. @throws UsageError, Failure
+    [[nodiscard]] ScatterRequest request() const;
+
+private:
+    void add_settings();
+    void judge_inputs(ScatterRequest& request) const;
+    [[nodiscard]] std::vector<GivenSetting> given_settings() const;
+
+    CommandLine line_;
+    std::vector<std::string> inputs_;
+    std::string output_;
+    std::string foreground_;
+    std::string background_;
+    std::vector<std::string> select_surfaces_;
+    std::string settings_file_;
+    std::string clock_;
+    std::string module_;
+    bool json_ = false;
+    bool quiet_ = false;
+
+    struct SettingOption {
+        const Setting* setting;
+        const CLI::Option* option;
+        std::string text;
+    };
+    std::deque<SettingOption> settings_; ///< the parser writes into the texts: they must not move
+};
+
+} // namespace cli

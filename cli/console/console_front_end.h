@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "cli/console/output.h"
+#include "cli/settings/form_filling.h"
+#include "modeler/front_end.h"
+
+namespace cli {
+
+/// Runs a command without a person: fills the panel with the given settings and presses OK, says
+/// messages on the console, shows progress as a line, and answers questions with no.
+class ConsoleFrontEnd : public modeler::FrontEnd {
+public:
+    /// Both are used as long as the front end lives.
+    ConsoleFrontEnd(Console& console, std::span<const GivenSetting> settings)
+        : console_(console), settings_(settings)
+    {}
+
+    void info(std::string_view line1, std::string_view line2) override;
+    void error(std::string_view line1, std::string_view line2) override;
+    [[nodiscard]] bool ask(std::string_view title, std::string_view line1,
+                           std::string_view line2) override;
+    [[nodiscard]] std::unique_ptr<modeler::Progress>
+    begin_progress(std::string_view title, std::string_view caption) override;
+    [[nodiscard]] bool run_panel(modeler::FormPanel& panel) override;
+
+    /// What the panel's controls held when OK was pressed. Empty before that.
+    [[nodiscard]] const std::vector<UsedSetting>& used_settings() const noexcept { return used_; }
+
+private:
+    Console& console_;
+    std::span<const GivenSetting> settings_;
+    std::vector<UsedSetting> used_;
+};
+
+} // namespace cli

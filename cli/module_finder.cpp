@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "cli/module_finder.h"
+
+#include <system_error>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "cli/errors.h"
+#include "modeler/errors.h"
+
+namespace cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* module_file = "dastrel.p";
+
+bool is_file(const fs::path& path)
+{
+    std::error_code ignored;
+    return fs::is_regular_file(path, ignored);
+}
+
+std::vector<fs::path> places()
+{
+    std::error_code failed;
+    const fs::path program = fs::read_symlink("/proc/self/exe", failed);
+    if (failed)
+        return {};
+    const fs::path folder = program.parent_path();
+    const fs::path prefix = folder.parent_path();
+    std::vector<fs::path> found{folder / module_file};
+    for (const char* library_folder : {DASTREL_LIBRARY_FOLDER, "lib", "lib64"}) {
+        const fs::path place = prefix / library_folder / "dastrel" / module_file;
+        if (place != found.back())
+            found.push_back(place);
+    }
+    return found;
+}
+
+} // namespace
+
+fs::path find_module(const std::string& named)
+{
+    if (!named.empty()) {
+        if (!is_file(named))
+            throw Failure(ExitStatus::host, fmt::format("{}: there is no such module file", named));
+        return fs::absolute(named);
+    }
+    std::string looked;
+    for (const fs::path& place : places()) {
+        if (is_file(place))
+            return place;
+        looked += "\n  " + place.string();
+    }
+    throw Failure(ExitStatus::host,
+                  fmt::format("the module {} was not found; name it with --module FILE; "
+                              "it was looked for at{}",
+                              module_file, looked));
+}
+
+modeler::Module load_module(const std::string& named)
+{
+    try {
+        return modeler::Module::load(find_module(named));
+    } catch (const modeler::ModuleError& error) {
+        throw Failure(ExitStatus::host, error.what());
+    }
+}
+
+} // namespace cli

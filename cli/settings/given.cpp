@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "cli/settings/given.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "cli/arguments/nearest.h"
+#include "cli/errors.h"
+
+namespace cli {
+
+namespace {
+
+/// Where a key stands in the text. The object is flat, so the first such key is the one.
+std::optional<std::size_t> line_of_key(std::string_view text, const std::string& key)
+{
+    const std::string quoted = '"' + key + '"';
+    for (std::size_t at = text.find(quoted); at != std::string_view::npos;
+         at = text.find(quoted, at + 1)) {
+        const std::size_t next = text.find_first_not_of(" \t\r\n", at + quoted.size());
+        if (next != std::string_view::npos && text[next] == ':')
+            return 1 + static_cast<std::size_t>(std::count(
+                           text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string> field_names()
+{
+    std::vector<std::string> names;
+    for (const Setting& setting : all_settings())
+        names.emplace_back(setting.field);
+    return names;
+}
+
+/// Refuses keys that come twice, which the parser would pass over.
+nlohmann::json parse_object(std::string_view text, const std::string& name)
+{
+    std::set<std::string> seen;
+    const auto watch = [&](int depth, nlohmann::json::parse_event_t event, nlohmann::json& parsed) {
+        if (event == nlohmann::json::parse_event_t::key && depth == 1 &&
+            !seen.insert(parsed.get<std::string>()).second)
+            throw UsageError(
+                fmt::format("{}: '{}' stands there twice", name, parsed.get<std::string>()));
+        return true;
+    };
+    try {
+        nlohmann::json object = nlohmann::json::parse(text, watch);
+        if (object.is_object())
+            return object;
+    } catch (const nlohmann::json::parse_error& error) {
+        const auto until = text.substr(0, std::min(error.byte, text.size()));
+        throw UsageError(fmt::format("{}: line {}: is not JSON; `dastrel settings --json` prints a "
+                                     "file to start from",
+                                     name, 1 + std::count(until.begin(), until.end(), '\n')));
+    } catch (const nlohmann::json::out_of_range&) {
+        throw UsageError(fmt::format("{}: holds a number that is too large", name));
+    }
+    throw UsageError(fmt::format("{}: is not a JSON object; `dastrel settings --json` prints a "
+                                 "file to start from",
+                                 name));
+}
+
+} // namespace
+
+std::vector<GivenSetting> read_settings_text(std::string_view text, const std::string& name)
+{
+    const nlohmann::json object = parse_object(text, name);
+    std::vector<GivenSetting> given;
+    for (const auto& [key, value] : object.items()) {
+        const auto line = line_of_key(text, key);
+        const std::string where = line ? fmt::format("{}: line {}", name, *line) : name;
+        const Setting* const setting = find_setting(key);
+        if (setting == nullptr)
+            throw UsageError(fmt::format("{}: unknown setting '{}'{}", where, key,
+                                         did_you_mean(key, field_names())));
+        std::string source = fmt::format("{}: {}", where, key);
+        try {
+            given.push_back({setting, parse_value(*setting, value), source});
+        } catch (const ValueError& error) {
+            throw UsageError(fmt::format("{}: {}", source, error.what()));
+        }
+    }
+    return given;
+}
+
+std::vector<GivenSetting> read_settings_file(const std::filesystem::path& file)
+{
+    errno = 0;
+    std::ifstream stream(file, std::ios::binary);
+    std::string text(std::istreambuf_iterator<char>(stream), {});
+    // A folder opens, and fails only when it is read.
+    if (!stream.is_open() || stream.bad() || std::filesystem::is_directory(file)) {
+        const auto reason = std::filesystem::is_directory(file)
+                                ? std::make_error_code(std::errc::is_a_directory)
+                                : std::error_code(errno, std::generic_category());
+        throw Failure(ExitStatus::input, fmt::format("{}: the settings cannot be read: {}",
+                                                     file.string(), reason.message()));
+    }
+    return read_settings_text(text, file.string());
+}
+
+std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,
+                                         std::vector<GivenSetting> over)
+{
+    std::erase_if(under, [&](const GivenSetting& lower) {
+        return std::any_of(over.begin(), over.end(), [&](const GivenSetting& upper) {
+            return upper.setting == lower.setting;
+        });
+    });
+    under.insert(under.end(), std::make_move_iterator(over.begin()),
+                 std::make_move_iterator(over.end()));
+    return under;
+}
+
+nlohmann::ordered_json default_settings_json()
+{
+    nlohmann::ordered_json object = nlohmann::ordered_json::object();
+    for (const Setting& setting : all_settings())
+        object[std::string(setting.field)] =
+            to_json(setting, parse_value(setting, setting.default_text));
+    return object;
+}
+
+} // namespace cli

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "cli/settings/table.h"
+#include "cli/settings/values.h"
+
+namespace cli {
+
+/// A setting that the user gave, and where.
+struct GivenSetting {
+    const Setting* setting = nullptr;
+    Value value;
+    std::string
+        source; ///< begins messages about it, such as `--seed` or `meadow.json: line 3: seed`
+};
+
+/// Reads a settings file: one JSON object, its keys the field names.
+/// @throws Failure (an input that cannot be read) when there is no reading it, UsageError when it
+/// is not such an object or when a key or value is wrong; file, line and key are in the message.
+[[nodiscard]] std::vector<GivenSetting> read_settings_file(const std::filesystem::path& file);
+
+/// The same from the file's text; `name` stands for it in messages.
+[[nodiscard]] std::vector<GivenSetting> read_settings_text(std::string_view text,
+                                                           const std::string& name);
+
+/// `over` in place of what `under` gives for the same settings.
+[[nodiscard]] std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,
+                                                       std::vector<GivenSetting> over);
+
+/// All defaults, as a settings file that reads back to the same values.
+[[nodiscard]] nlohmann::ordered_json default_settings_json();
+
+} // namespace cli
