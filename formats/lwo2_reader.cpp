@@ -43,9 +43,9 @@ constexpr std::uint64_t form_start = 12; // the first chunk, after the file's ow
     if (form == fourcc("LXOB"))
         refuse("this is an object of the form LXOB (.lxo), which is not read; export it as LWO2 "
                "first");
-    throw FormatError("FORM", at,
-                      fmt::format("found \"{}\" instead of LWO2; this is no LWO2 object",
-                                  mesh::to_text(form)));
+    throw FormatError(
+        "FORM", at,
+        fmt::format("found \"{}\" instead of LWO2; this is no LWO2 object", mesh::to_text(form)));
 }
 
 class Reader {
@@ -92,9 +92,9 @@ std::uint64_t Reader::read_form_header()
     if (end < form_start)
         throw FormatError("FORM", 4, "the size is too small for any content; the file is damaged");
     if (end > size + 1)
-        throw FormatError("FORM", 4,
-                          fmt::format("the file should have {} bytes and has {}; it is cut short",
-                                      end, size));
+        throw FormatError(
+            "FORM", 4,
+            fmt::format("the file should have {} bytes and has {}; it is cut short", end, size));
     if (end < size)
         reading_.warn(id_form, end,
                       fmt::format("{} bytes after the end of the object are left out", size - end));

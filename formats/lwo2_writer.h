@@ -17,10 +17,10 @@ void check_writable(const mesh::Document& document);
 
 /// The LWO2 file of a document. Doubles are rounded to single precision.
 ///
-/// A document that was read from a file keeps that file's layout: chunks in their order, polygons in
-/// the blocks they came in; what was added stands at the end of the block of its kind. Boxes are
-/// computed anew. A surface that a polygon uses and that neither the file nor a chunk describes gets
-/// a plain description.
+/// A document that was read from a file keeps that file's layout: chunks in their order, polygons
+/// in the blocks they came in; what was added stands at the end of the block of its kind. Boxes are
+/// computed anew. A surface that a polygon uses and that neither the file nor a chunk describes
+/// gets a plain description.
 ///
 /// @param warnings  told of kept chunks that may no longer fit a layer that has grown
 /// @throws LimitError as `check_writable`.

@@ -120,9 +120,9 @@ void LayerReader::bounds(Cursor body)
 {
     constexpr std::size_t box_size = 24;
     if (body.left() != box_size)
-        reading_.warn(id_bbox, chunk_start(body),
-                      fmt::format("a box has 24 bytes, not {}; it will be computed anew",
-                                  body.left()));
+        reading_.warn(
+            id_bbox, chunk_start(body),
+            fmt::format("a box has 24 bytes, not {}; it will be computed anew", body.left()));
     keep({.id = id_bbox, .role = ChunkRole::bounds, .body = copy(body.rest())});
 }
 
@@ -157,8 +157,7 @@ void LayerReader::note_kind(std::vector<mesh::FourCC>& kinds, mesh::FourCC kind,
     if (std::find(kinds.begin(), kinds.end(), kind) != kinds.end())
         return;
     if (kinds.size() == most)
-        body.fail(
-            fmt::format("the layer has more than {} {}; the file is damaged", most, what));
+        body.fail(fmt::format("the layer has more than {} {}; the file is damaged", most, what));
     kinds.push_back(kind);
 }
 

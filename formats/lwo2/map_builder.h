@@ -55,8 +55,8 @@ private:
         std::uint32_t late_end = 0;  ///< one past the last point among the late rows
         std::uint32_t accounted = 0; ///< points that memory was accounted for
         /// Rows that came after a row of the same or a later point, in order of the file.
-        mesh::Buffer<std::uint32_t> late_points;
-        mesh::Buffer<float> late_values;
+        mesh::Buffer<std::uint32_t> late_points = {};
+        mesh::Buffer<float> late_values = {};
     };
 
     void merge_late(Entry& entry);

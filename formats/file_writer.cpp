@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+#include "formats/file_writer.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <charconv>
+#include <climits>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "formats/errors.h"
+
+namespace formats {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* cannot_write = "cannot be written";
+
+/// The path of an unfinished file, where a signal handler can read it.
+struct Unfinished {
+    enum State : int { unused, changing, listed };
+    std::atomic<int> state{unused};
+    std::array<char, PATH_MAX> path{};
+};
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler reads it");
+
+constexpr int most_unfinished = 16;
+std::array<Unfinished, most_unfinished> unfinished_files;
+
+/// Lists a file to be removed; its place in the list, or -1 when there is no room.
+int list_unfinished(const std::string& path) noexcept
+{
+    if (path.size() >= PATH_MAX)
+        return -1;
+    for (int i = 0; i < most_unfinished; ++i) {
+        Unfinished& file = unfinished_files[static_cast<std::size_t>(i)];
+        int expected = Unfinished::unused;
+        if (!file.state.compare_exchange_strong(expected, Unfinished::changing))
+            continue;
+        std::memcpy(file.path.data(), path.c_str(), path.size() + 1);
+        file.state.store(Unfinished::listed);
+        return i;
+    }
+    return -1;
+}
+
+void forget_unfinished(int slot) noexcept
+{
+    if (slot >= 0)
+        unfinished_files[static_cast<std::size_t>(slot)].state.store(Unfinished::unused);
+}
+
+/// The descriptor that a path such as /dev/stdout or /dev/fd/3 stands for. It is written as it is:
+/// what it leads to may be a file that the caller's shell holds open.
+std::optional<int> named_descriptor(const fs::path& path)
+{
+    const std::string text = path.lexically_normal().string();
+    if (text == "/dev/stdout")
+        return STDOUT_FILENO;
+    if (text == "/dev/stderr")
+        return STDERR_FILENO;
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+        if (!text.starts_with(folder))
+            continue;
+        int number = -1;
+        const char* const end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data() + folder.size(), end, number);
+        if (error == std::errc() && stop == end)
+            return number;
+    }
+    return std::nullopt;
+}
+
+/// Where the bytes go: the path, or what its symbolic links lead to, which need not exist.
+fs::path follow_links(const fs::path& path)
+{
+    constexpr int most = 40; // as many as the system itself would follow
+    fs::path target = path;
+    for (int i = 0; i < most; ++i) {
+        std::error_code error;
+        if (!fs::is_symlink(fs::symlink_status(target, error)))
+            return target;
+        const fs::path next = fs::read_symlink(target, error);
+        if (error)
+            throw FileError(path, cannot_write, error.value());
+        target = next.is_absolute() ? next : target.parent_path() / next;
+    }
+    throw FileError(path, cannot_write, ELOOP);
+}
+
+fs::path folder_of(const fs::path& target)
+{
+    const fs::path folder = target.parent_path();
+    return folder.empty() ? fs::path(".") : folder;
+}
+
+/// What a target is now; none when there is nothing. @throws FileError
+std::optional<struct stat> status_of(const fs::path& path, const fs::path& target)
+{
+    struct stat status = {};
+    if (::stat(target.c_str(), &status) == 0)
+        return status;
+    if (errno != ENOENT)
+        throw FileError(path, cannot_write, errno);
+    return std::nullopt;
+}
+
+void sync(int descriptor, const fs::path& path)
+{
+    // some file systems have nothing to flush for a folder or a device, and say so
+    if (::fsync(descriptor) != 0 && errno != EINVAL && errno != ENOTSUP)
+        throw FileError(path, cannot_write, errno);
+}
+
+} // namespace
+
+FileWriter::FileWriter(const fs::path& path) : path_(path)
+{
+    check_output_path(path);
+    if (const auto descriptor = named_descriptor(path)) {
+        descriptor_ = ::fcntl(*descriptor, F_DUPFD_CLOEXEC, 0);
+    } else {
+        target_ = follow_links(path);
+        const auto status = status_of(path_, target_);
+        if (!status || S_ISREG(status->st_mode)) {
+            open_beside();
+            return;
+        }
+        descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+    }
+    if (descriptor_ < 0)
+        throw FileError(path_, cannot_write, errno);
+}
+
+void FileWriter::open_beside()
+{
+    static std::atomic<unsigned> counter{0};
+    const fs::path folder = fs::absolute(folder_of(target_));
+    for (;;) {
+        // a short name of its own: one made from a long target's name might be too long
+        const fs::path name = fmt::format(".dastrel-{}-{}.part", ::getpid(), counter++);
+        temporary_ = folder / name;
+        // listed first: a signal between the two calls must not leave a file behind
+        slot_ = list_unfinished(temporary_.string());
+        descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor_ >= 0)
+            break;
+        const int error = errno;
+        forget_unfinished(slot_);
+        slot_ = -1;
+        if (error != EEXIST)
+            throw FileError(path_, cannot_write, error);
+    }
+    struct stat status = {};
+    if (::stat(target_.c_str(), &status) == 0) {
+        // Best effort: on file systems without permissions there are none to keep.
+        static_cast<void>(::fchmod(descriptor_, status.st_mode & 0777u));
+    }
+}
+
+FileWriter::~FileWriter()
+{
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+    if (!temporary_.empty())
+        ::unlink(temporary_.c_str());
+    forget_unfinished(slot_);
+}
+
+void FileWriter::write(std::span<const std::byte> bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            throw FileError(path_, cannot_write, errno);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+}
+
+void FileWriter::commit()
+{
+    if (!temporary_.empty())
+        sync(descriptor_, path_);
+    const int descriptor = descriptor_;
+    descriptor_ = -1;
+    if (::close(descriptor) != 0 && errno != EINTR)
+        throw FileError(path_, cannot_write, errno);
+    if (temporary_.empty())
+        return;
+    if (::rename(temporary_.c_str(), target_.c_str()) != 0)
+        throw FileError(path_, cannot_write, errno);
+    temporary_.clear();
+    forget_unfinished(slot_);
+    slot_ = -1;
+    // The file is there and whole; without this a power cut could still bring the old one back.
+    const int folder = ::open(folder_of(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        static_cast<void>(::fsync(folder));
+        ::close(folder);
+    }
+}
+
+void remove_unfinished_files() noexcept
+{
+    for (Unfinished& file : unfinished_files)
+        if (file.state.load() == Unfinished::listed)
+            ::unlink(file.path.data());
+}
+
+void check_output_path(const fs::path& path)
+{
+    if (path.empty())
+        throw FileError(path, cannot_write, "the name is empty");
+    if (const auto descriptor = named_descriptor(path)) {
+        const int mode = ::fcntl(*descriptor, F_GETFL);
+        if (mode < 0)
+            throw FileError(path, cannot_write, errno);
+        if ((mode & O_ACCMODE) == O_RDONLY)
+            throw FileError(path, cannot_write, "it is open for reading only");
+        return;
+    }
+    const fs::path target = follow_links(path);
+    const fs::path folder = folder_of(target);
+    std::error_code error;
+    if (!fs::exists(folder, error))
+        throw FileError(path, cannot_write,
+                        fmt::format("there is no folder {}; make it first", folder.string()));
+    if (!fs::is_directory(folder, error))
+        throw FileError(path, cannot_write, fmt::format("{} is not a folder", folder.string()));
+    if (!target.has_filename())
+        throw FileError(path, cannot_write, "it is a folder; name a file in it");
+    const auto status = status_of(path, target);
+    if (status && S_ISDIR(status->st_mode))
+        throw FileError(path, cannot_write, "it is a folder; name a file in it");
+    if (status && ::access(target.c_str(), W_OK) != 0)
+        throw FileError(path, cannot_write, errno);
+    const bool beside = !status || S_ISREG(status->st_mode);
+    if (beside && ::access(folder.c_str(), W_OK | X_OK) != 0)
+        throw FileError(path, cannot_write,
+                        fmt::format("the folder {}: {}", folder.string(),
+                                    std::generic_category().message(errno)));
+}
+
+} // namespace formats

@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: MIT
+#include "formats/lwo2/layout.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "formats/lwo2/ids.h"
+
+namespace formats::lwo2 {
+
+namespace {
+
+using mesh::ChunkRole;
+using mesh::FileChunk;
+
+/// What a new map is preceded by: linear interpolation, and the usual colour.
+const FileChunk usual_map_parameters{.id = id_vmpa,
+                                     .body = {std::byte{0}, std::byte{0}, std::byte{0},
+                                              std::byte{0}, std::byte{0}, std::byte{0},
+                                              std::byte{0}, std::byte{6}}};
+
+/// The chunks of a layer that has no file.
+const std::array<FileChunk, 3> usual_chunks{{{.id = id_layr, .role = ChunkRole::layer},
+                                             {.id = id_pnts, .role = ChunkRole::points},
+                                             {.id = id_bbox, .role = ChunkRole::bounds}}};
+
+std::span<const FileChunk> chunks_of(const mesh::Layer& layer)
+{
+    if (!layer.chunks.empty())
+        return layer.chunks;
+    // no points, no box
+    return std::span(usual_chunks).first(layer.points.empty() ? 2 : 3);
+}
+
+std::uint64_t pair_key(std::uint32_t a, std::uint32_t b)
+{
+    return static_cast<std::uint64_t>(a) << 32u | b;
+}
+
+std::uint32_t size32(std::size_t size) { return static_cast<std::uint32_t>(size); }
+
+} // namespace
+
+Layout::Layout(const mesh::Layer& layer, bool map_parameters) : layer_(layer)
+{
+    // with one block of points everything can be said
+    if (!build(false, map_parameters))
+        static_cast<void>(build(true, map_parameters));
+}
+
+bool Layout::build(bool one_point_block, bool map_parameters)
+{
+    steps_.clear();
+    additions_.clear();
+    points_.clear();
+    polygons_.clear();
+    runs_.clear();
+    file_ends_.clear();
+    follow_file(one_point_block);
+    place_polygons();
+    if (!polygons_are_sayable())
+        return false;
+    complete_maps(map_parameters);
+    complete_tags();
+    if (!complete_corner_values(map_parameters))
+        return false;
+    merge_additions();
+    return true;
+}
+
+void Layout::follow_file(bool one_point_block)
+{
+    const auto chunks = chunks_of(layer_);
+    const bool has_points = std::any_of(chunks.begin(), chunks.end(), [](const FileChunk& chunk) {
+        return chunk.role == ChunkRole::points;
+    });
+    const bool opens_layer = chunks.front().role == ChunkRole::layer;
+    const bool lacks_points = !has_points && !layer_.points.empty();
+    if (lacks_points && !opens_layer)
+        follow_chunk(usual_chunks[1], one_point_block);
+    for (const FileChunk& chunk : chunks) {
+        follow_chunk(chunk, one_point_block);
+        if (lacks_points && chunk.role == ChunkRole::layer)
+            follow_chunk(usual_chunks[1], one_point_block);
+    }
+    grown_ = !layer_.chunks.empty() &&
+             ((points_.empty() ? 0 : points_.back().end) < layer_.points.size() ||
+              (file_ends_.empty() ? 0 : file_ends_.back()) < layer_.polygons.size());
+    if (!points_.empty())
+        points_.back().end = size32(layer_.points.size());
+    end_of_data_ = -1;
+    for (std::size_t i = 0; i < steps_.size(); ++i)
+        if (steps_[i].role != ChunkRole::opaque && steps_[i].role != ChunkRole::tags)
+            end_of_data_ = static_cast<std::ptrdiff_t>(i);
+}
+
+void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
+{
+    Step step{.role = chunk.role,
+              .kind = chunk.kind,
+              .map = chunk.map,
+              .begin = chunk.begin,
+              .end = chunk.end,
+              .chunk = &chunk};
+    const auto is_same = [&](const Step& other) {
+        return other.role == step.role && other.map == step.map;
+    };
+    switch (chunk.role) {
+    case ChunkRole::points: {
+        const std::uint32_t begin = points_.empty() ? 0 : points_.back().end;
+        const std::uint32_t end = std::min(chunk.end, size32(layer_.points.size()));
+        if (one_point_block && !points_.empty()) {
+            points_.back().end = std::max(begin, end);
+            return;
+        }
+        points_.push_back({begin, std::max(begin, end)});
+        break;
+    }
+    case ChunkRole::polygons: {
+        const std::uint32_t begin = file_ends_.empty() ? 0 : file_ends_.back();
+        const std::uint32_t end = std::min(chunk.end, size32(layer_.polygons.size()));
+        file_ends_.push_back(std::max(begin, end));
+        polygons_.push_back({.type = chunk.kind, .points = size32(points_.size()) - 1});
+        break;
+    }
+    case ChunkRole::bounds:
+    case ChunkRole::map:
+        // one chunk says for the joined points what several said for the blocks
+        if (one_point_block && std::any_of(steps_.begin(), steps_.end(), is_same)) {
+            if (chunk.role == ChunkRole::map && steps_.back().chunk->id == id_vmpa)
+                steps_.pop_back();
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    // without blocks yet, one before the first is the mark for none
+    static_assert(no_block == std::uint32_t{0} - 1);
+    step.points = size32(points_.size()) - 1;
+    step.polygons = size32(polygons_.size()) - 1;
+    steps_.push_back(std::move(step));
+}
+
+/// Puts each polygon into its block: those of the file where the file had them, others into the
+/// last block of their type.
+void Layout::place_polygons()
+{
+    const mesh::Polygons& polygons = layer_.polygons;
+    const std::uint32_t count = size32(polygons.size());
+    const auto file_blocks = size32(file_ends_.size());
+    std::uint32_t block = 0;
+    for (std::uint32_t begin = 0; begin < count;) {
+        while (block < file_blocks && begin >= file_ends_[block])
+            ++block;
+        const mesh::FourCC type = polygons.type(begin);
+        const std::uint32_t limit = block < file_blocks ? file_ends_[block] : count;
+        std::uint32_t end = begin + 1;
+        while (end < limit && polygons.type(end) == type)
+            ++end;
+        const bool at_home = block < file_blocks && polygons_[block].type == type;
+        extend(at_home ? block : block_for(type), begin, end);
+        begin = end;
+    }
+    // readers expect polygons in every layer, if only none
+    if (layer_.chunks.empty() && count == 0)
+        static_cast<void>(block_for(mesh::polygon_face));
+}
+
+void Layout::extend(std::uint32_t block, std::uint32_t begin, std::uint32_t end)
+{
+    PolygonBlock& target = polygons_[block];
+    target.runs.push_back(size32(runs_.size()));
+    runs_.push_back({begin, end, block, target.size});
+    target.size += end - begin;
+}
+
+/// The last block of a type that counts in the last block of points; made when there is none.
+std::uint32_t Layout::block_for(mesh::FourCC type)
+{
+    const std::uint32_t last_points = size32(points_.size()) - 1;
+    for (std::uint32_t block = size32(polygons_.size()); block-- > 0;) {
+        if (polygons_[block].points != last_points)
+            break; // the ones before count in the points before
+        if (polygons_[block].type == type)
+            return block;
+    }
+    const std::uint32_t made = size32(polygons_.size());
+    polygons_.push_back({.type = type, .points = last_points});
+    additions_.push_back({end_of_data_,
+                          made + 1,
+                          {.role = ChunkRole::polygons, .points = last_points, .polygons = made}});
+    return made;
+}
+
+bool Layout::polygons_are_sayable() const
+{
+    if (points_.size() < 2)
+        return true;
+    for (const PolygonRun& run : runs_) {
+        const std::uint32_t points = polygons_[run.block].points;
+        if (points == no_block)
+            return false;
+        const PointBlock& block = points_[points];
+        for (std::uint32_t polygon = run.begin; polygon < run.end; ++polygon)
+            for (const std::uint32_t point : layer_.polygons.points(polygon))
+                if (point < block.begin || point >= block.end)
+                    return false;
+    }
+    return true;
+}
+
+void Layout::complete_tags()
+{
+    const mesh::Polygons& polygons = layer_.polygons;
+    std::vector<mesh::FourCC> kinds = polygons.other_tag_kinds();
+    kinds.insert(kinds.begin(), mesh::tag_surf);
+
+    // where further tags of a block go, and which kinds it has
+    std::vector<std::ptrdiff_t> place(polygons_.size(), end_of_data_);
+    std::vector<std::vector<mesh::FourCC>> present(polygons_.size());
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+        const Step& step = steps_[i];
+        const bool tags = step.role == ChunkRole::polygon_tags && step.polygons != no_block;
+        if (tags)
+            present[step.polygons].push_back(step.kind);
+        if (tags || step.role == ChunkRole::polygons)
+            place[step.polygons] = static_cast<std::ptrdiff_t>(i);
+    }
+    for (std::uint32_t block = 0; block < polygons_.size(); ++block) {
+        const PolygonBlock& own = polygons_[block];
+        const bool made = block >= file_ends_.size();
+        const auto is_tagged = [&](mesh::FourCC kind) {
+            for (const std::uint32_t number : own.runs)
+                for (std::uint32_t p = runs_[number].begin; p < runs_[number].end; ++p)
+                    if (polygons.tag(kind, p) != mesh::no_tag)
+                        return true;
+            return false;
+        };
+        for (const mesh::FourCC kind : kinds) {
+            const auto& has = present[block];
+            if (std::find(has.begin(), has.end(), kind) != has.end())
+                continue;
+            // readers expect surfaces behind all polygons
+            if ((made && kind == mesh::tag_surf) || is_tagged(kind))
+                additions_.push_back({place[block],
+                                      made ? block + 1 : 0,
+                                      {.role = ChunkRole::polygon_tags,
+                                       .kind = kind,
+                                       .points = own.points,
+                                       .polygons = block}});
+        }
+    }
+}
+
+/// The blocks of points in which a map has values, in order.
+std::vector<std::uint32_t> Layout::blocks_with_values(const mesh::VertexMap& map) const
+{
+    std::vector<std::uint32_t> blocks;
+    if (points_.size() == 1) {
+        if (map.size() > 0)
+            blocks.push_back(0);
+        return blocks;
+    }
+    std::uint32_t block = 0;
+    map.for_each([&](std::uint32_t point, std::span<const float>) {
+        while (block < points_.size() && point >= points_[block].end)
+            ++block;
+        if (block < points_.size() && (blocks.empty() || blocks.back() != block))
+            blocks.push_back(block);
+    });
+    return blocks;
+}
+
+void Layout::add_map(std::uint32_t map, std::uint32_t block, std::ptrdiff_t after, bool parameters)
+{
+    if (parameters)
+        additions_.push_back(
+            {after, 0, {.role = ChunkRole::opaque, .chunk = &usual_map_parameters}});
+    additions_.push_back({after, 0, {.role = ChunkRole::map, .points = block, .map = map}});
+}
+
+void Layout::complete_maps(bool map_parameters)
+{
+    std::unordered_set<std::uint64_t> present;
+    std::vector<std::ptrdiff_t> place(points_.size(), -1);
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+        const Step& step = steps_[i];
+        if (step.points == no_block)
+            continue;
+        const auto at = static_cast<std::ptrdiff_t>(i);
+        if (step.role == ChunkRole::map)
+            present.insert(pair_key(step.map, step.points));
+        const bool box_of_points = step.role == ChunkRole::bounds && place[step.points] == at - 1;
+        if (step.role == ChunkRole::map || step.role == ChunkRole::points || box_of_points)
+            place[step.points] = at;
+    }
+    for (std::uint32_t map = 0; map < layer_.maps.size(); ++map)
+        for (const std::uint32_t block : blocks_with_values(layer_.maps[map]))
+            if (!present.contains(pair_key(map, block)))
+                add_map(map, block, place[block], map_parameters);
+}
+
+bool Layout::complete_corner_values(bool map_parameters)
+{
+    std::vector<std::uint32_t> in_file(layer_.maps.size(), 0);
+    std::vector<std::ptrdiff_t> place(polygons_.size(), end_of_data_);
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+        const Step& step = steps_[i];
+        if (step.role == ChunkRole::corner_values && step.map < in_file.size())
+            in_file[step.map] = std::max(in_file[step.map], step.end);
+        if (step.role == ChunkRole::corner_values || step.role == ChunkRole::polygon_tags ||
+            step.role == ChunkRole::polygons)
+            if (step.polygons != no_block && step.points == polygons_[step.polygons].points)
+                place[step.polygons] = static_cast<std::ptrdiff_t>(i);
+    }
+    std::unordered_map<std::uint64_t, std::size_t> added;
+    for (std::uint32_t map = 0; map < layer_.maps.size(); ++map) {
+        const mesh::CornerValues& corners = layer_.maps[map].corners;
+        for (std::uint32_t row = in_file[map]; row < corners.size(); ++row) {
+            const std::uint32_t point = corners.points[row];
+            if (point >= layer_.points.size() || corners.polygons[row] >= layer_.polygons.size())
+                continue; // what it stood for is gone
+            const std::uint32_t block = run_of(corners.polygons[row]).block;
+            const std::uint32_t points = polygons_[block].points;
+            if (point < points_[points].begin || point >= points_[points].end)
+                return false;
+            const auto [found, made] =
+                added.try_emplace(pair_key(map, block), additions_.size() + map_parameters);
+            if (made) {
+                const std::uint32_t order = block >= file_ends_.size() ? block + 1 : 0;
+                if (map_parameters)
+                    additions_.push_back(
+                        {place[block],
+                         order,
+                         {.role = ChunkRole::opaque, .chunk = &usual_map_parameters}});
+                additions_.push_back({place[block],
+                                      order,
+                                      {.role = ChunkRole::corner_values,
+                                       .points = points,
+                                       .polygons = block,
+                                       .map = map}});
+            }
+            additions_[found->second].step.rows.push_back(row);
+        }
+    }
+    return true;
+}
+
+void Layout::merge_additions()
+{
+    if (additions_.empty())
+        return;
+    std::stable_sort(additions_.begin(), additions_.end(),
+                     [](const Addition& a, const Addition& b) {
+                         return a.after != b.after ? a.after < b.after : a.order < b.order;
+                     });
+    std::vector<Step> merged;
+    merged.reserve(steps_.size() + additions_.size());
+    std::size_t next = 0;
+    for (std::ptrdiff_t at = -1; at < static_cast<std::ptrdiff_t>(steps_.size()); ++at) {
+        if (at >= 0)
+            merged.push_back(std::move(steps_[static_cast<std::size_t>(at)]));
+        for (; next < additions_.size() && additions_[next].after == at; ++next)
+            merged.push_back(std::move(additions_[next].step));
+    }
+    steps_ = std::move(merged);
+    additions_.clear();
+}
+
+const PolygonRun& Layout::run_of(std::uint32_t polygon) const
+{
+    const auto behind =
+        std::upper_bound(runs_.begin(), runs_.end(), polygon,
+                         [](std::uint32_t p, const PolygonRun& run) { return p < run.begin; });
+    return *(behind - 1);
+}
+
+} // namespace formats::lwo2

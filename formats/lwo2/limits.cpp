@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "formats/lwo2/limits.h"
+
+#include <cmath>
+#include <limits>
+
+#include <fmt/format.h>
+
+#include "formats/errors.h"
+#include "formats/lwo2/ids.h"
+
+namespace formats::lwo2 {
+
+namespace {
+
+constexpr std::size_t tag_limit = 65536;
+constexpr std::uint64_t size_limit = 0xFFFFFFFF;
+
+template <typename... Values>
+[[noreturn]] void refuse(const std::string& where, fmt::format_string<Values...> text,
+                         Values&&... values)
+{
+    throw LimitError(
+        fmt::format("{}: {}", where, fmt::format(text, std::forward<Values>(values)...)));
+}
+
+void check_text(const std::string& text, const std::string& where, const char* what)
+{
+    if (text.find('\0') != std::string::npos)
+        refuse(where,
+               "the name of {} \"{}\" has a zero byte in it, which LWO2 cannot hold; rename "
+               "it",
+               what, text.c_str());
+}
+
+bool fits_single(double value)
+{
+    return !std::isfinite(value) || std::isfinite(static_cast<float>(value));
+}
+
+bool fits_single(const mesh::Vec3& value)
+{
+    return fits_single(value.x) && fits_single(value.y) && fits_single(value.z);
+}
+
+void check_tags(const mesh::TagList& tags)
+{
+    if (tags.size() > tag_limit)
+        refuse("tags",
+               "{} surface and part names are more than the {} that LWO2 can number; use "
+               "fewer",
+               tags.size(), tag_limit);
+    for (std::size_t i = 0; i < tags.size(); ++i)
+        check_text(tags[static_cast<mesh::TagIndex>(i)], "tags", "tag");
+}
+
+void check_points(const mesh::Layer& layer, const std::string& title)
+{
+    for (std::size_t i = 0; i < layer.points.size(); ++i)
+        if (!fits_single(layer.points[i]))
+            refuse(title,
+                   "point {} lies beyond the range of LWO2's single precision; move or "
+                   "scale the mesh",
+                   i);
+    if (!fits_single(layer.pivot))
+        refuse(title, "the pivot lies beyond the range of LWO2's single precision; move it");
+}
+
+void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::string& title)
+{
+    const mesh::Polygons& polygons = layer.polygons;
+    const auto kinds = polygons.other_tag_kinds();
+    for (std::size_t p = 0; p < polygons.size(); ++p) {
+        const auto points = polygons.points(p);
+        const bool curve = polygons.type(p) == mesh::polygon_curv;
+        const std::size_t most = curve ? curve_point_limit : polygon_point_limit;
+        if (points.empty())
+            refuse(title, "polygon {} has no points; remove it", p);
+        if (points.size() > most)
+            refuse(title, "polygon {} has {} points, more than the {} that LWO2 can hold; split it",
+                   p, points.size(), most);
+        for (const std::uint32_t point : points)
+            if (point >= layer.points.size())
+                refuse(title, "polygon {} names point {} of {}; remove it", p, point,
+                       layer.points.size());
+        const auto is_bad = [&](mesh::TagIndex tag) {
+            return tag != mesh::no_tag && tag >= tag_count;
+        };
+        bool bad = is_bad(polygons.surface(p));
+        for (const mesh::FourCC kind : kinds)
+            bad = bad || is_bad(polygons.tag(kind, p));
+        if (bad)
+            refuse(title, "polygon {} has a tag that is not in the list ({} tags); give it another",
+                   p, tag_count);
+    }
+}
+
+void check_layer(const mesh::Layer& layer, std::size_t tag_count, const std::string& title)
+{
+    check_text(layer.name, title, "layer");
+    // a number that a file had is given back to it
+    if (layer.number == no_parent && layer.chunks.empty())
+        refuse(title, "its number {} is past the last one of LWO2, {}; renumber it", layer.number,
+               no_parent - 1);
+    if (layer.parent == no_parent)
+        refuse(title, "its parent has the number {}, which means none in LWO2; renumber it",
+               no_parent);
+    for (const mesh::VertexMap& map : layer.maps) {
+        check_text(map.name(), title, "vertex map");
+        if (map.dimension() > std::numeric_limits<std::uint16_t>::max())
+            refuse(title,
+                   "vertex map \"{}\" has {} numbers a value, more than the 65535 that LWO2 "
+                   "can hold; remove it",
+                   map.name(), map.dimension());
+    }
+    check_points(layer, title);
+    check_polygons(layer, tag_count, title);
+}
+
+} // namespace
+
+std::string layer_title(const mesh::Document& document, std::size_t layer)
+{
+    const std::string& name = document.layers[layer].name;
+    if (name.empty())
+        return fmt::format("layer {}", layer + 1);
+    return fmt::format("layer {} \"{}\"", layer + 1, name);
+}
+
+void check_contents(const mesh::Document& document)
+{
+    check_tags(document.tags);
+    for (std::size_t i = 0; i < document.layers.size(); ++i)
+        check_layer(document.layers[i], document.tags.size(), layer_title(document, i));
+}
+
+void check_blocks(const Layout& layout, const std::string& title)
+{
+    for (const Step& step : layout.steps()) {
+        if (step.role == mesh::ChunkRole::points) {
+            const PointBlock& block = layout.point_block(step.points);
+            check_count(block.end - block.begin, "points", title);
+        } else if (step.role == mesh::ChunkRole::polygons) {
+            check_count(layout.polygon_block(step.polygons).size, "polygons", title);
+        }
+    }
+}
+
+void check_count(std::uint64_t count, const char* what, const std::string& title)
+{
+    if (count > index_limit)
+        refuse(title,
+               "{} {} are more than the {} that LWO2 can number; make fewer clones, or "
+               "spread them over several layers or files",
+               count, what, index_limit);
+}
+
+void check_chunk_size(std::uint64_t size, mesh::FourCC id, const std::string& title)
+{
+    if (size > size_limit)
+        refuse(title,
+               "chunk {} would take {} bytes, more than the {} that LWO2 can hold; make "
+               "fewer clones, or spread them over several layers or files",
+               mesh::to_text(id), size, size_limit);
+}
+
+void check_file_size(std::uint64_t size)
+{
+    if (size > size_limit)
+        refuse("document",
+               "the file would take {} bytes, more than the {} that LWO2 can hold; "
+               "make fewer clones, or spread them over several files",
+               size, size_limit);
+}
+
+} // namespace formats::lwo2
