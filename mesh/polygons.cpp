@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "mesh/polygons.h"
 
-#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -9,13 +8,23 @@ namespace mesh {
 
 std::uint16_t Polygons::type_number(FourCC type)
 {
-    for (std::size_t i = type_names_.size(); i-- > 0;)
-        if (type_names_[i] == type)
-            return static_cast<std::uint16_t>(i);
+    // Polygons of one type mostly stand side by side.
+    if (!types_.empty() && type_names_[types_.back()] == type)
+        return types_.back();
+    const auto known = type_numbers_.find(type);
+    if (known != type_numbers_.end())
+        return known->second;
     if (type_names_.size() > std::numeric_limits<std::uint16_t>::max())
         throw std::length_error("a layer holds more than 65,536 types of polygons");
+    const auto number = static_cast<std::uint16_t>(type_names_.size());
     type_names_.push_back(type);
-    return static_cast<std::uint16_t>(type_names_.size() - 1);
+    try {
+        type_numbers_.emplace(type, number);
+    } catch (...) {
+        type_names_.pop_back();
+        throw;
+    }
+    return number;
 }
 
 void Polygons::add(FourCC type, std::span<const std::uint32_t> points)
@@ -107,7 +116,10 @@ Polygons::Mark Polygons::mark() const noexcept
 void Polygons::truncate(const Mark& mark) noexcept
 {
     truncate(mark.polygons);
-    type_names_.resize(std::min(mark.types, type_names_.size()));
+    while (type_names_.size() > mark.types) {
+        type_numbers_.erase(type_names_.back());
+        type_names_.pop_back();
+    }
     others_.erase(others_.begin() + static_cast<std::ptrdiff_t>(mark.tag_kinds), others_.end());
 }
 

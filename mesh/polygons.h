@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <unordered_map>
 #include <vector>
 
 #include "mesh/buffer.h"
@@ -108,8 +109,9 @@ private:
     [[nodiscard]] std::uint16_t type_number(FourCC type);
 
     std::vector<FourCC> type_names_;
-    Buffer<std::uint16_t> types_;  ///< number in `type_names_`
-    Buffer<std::uint32_t> starts_; ///< where each polygon's corners begin
+    std::unordered_map<FourCC, std::uint16_t> type_numbers_; ///< position in `type_names_`
+    Buffer<std::uint16_t> types_;                            ///< number in `type_names_`
+    Buffer<std::uint32_t> starts_;                           ///< where each polygon's corners begin
     Buffer<std::uint32_t> corners_;
     Buffer<TagIndex> surfaces_;
     Buffer<std::uint8_t> flags_;
