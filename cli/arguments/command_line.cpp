@@ -160,7 +160,7 @@ std::string CommandLine::usage() const
 
 std::string CommandLine::help() const
 {
-    std::string text = usage() + "\n" + intro_ + "\n";
+    std::string text = usage() + "\n" + intro_;
     std::vector<std::string> groups;
     for (const CLI::Option* option : app_.get_options()) {
         const std::string& group = option->get_group();

@@ -45,7 +45,7 @@ constexpr std::array<Setting, 28> settings{{
     {"size_wg_influence", "Size WeightMap Influence", Unit::percent, "50%", sizing,
      "strength of the size weight map"},
     {"size_poly_area", "Size depends on Poly Area", Unit::on_off, "off", sizing,
-     "clones on larger polygons are larger and stand further apart"},
+     "clones on larger polygons are larger, on smaller ones closer together"},
     {"dep_power", "Dependence Power", Unit::percent, "50%", sizing,
      "factor on all sizes that depend on the polygon's area"},
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/settings/values.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -65,18 +66,22 @@ std::optional<double> read_double(std::string_view text)
     return number;
 }
 
+std::string with_point(std::string_view text)
+{
+    std::string pointed(text);
+    std::replace(pointed.begin(), pointed.end(), ',', '.');
+    return pointed;
+}
+
 /// `whole` is what the user wrote, unit included; `number` the part that has to be a number.
 double parse_double(std::string_view number, std::string_view whole, std::string_view example)
 {
     if (const auto read = read_double(number))
         return *read;
-    std::string pointed(number);
-    for (char& c : pointed) {
-        if (c == ',')
-            c = '.';
-    }
+    const std::string pointed = with_point(number);
     if (pointed != number && read_double(pointed))
-        throw ValueError(fmt::format("'{}' is not a number; write {}", whole, pointed));
+        throw ValueError(
+            fmt::format("'{}' is not a number; write {}", whole, with_point(trimmed(whole))));
     throw ValueError(fmt::format("'{}' is not a number; write one such as {}", whole, example));
 }
 
@@ -102,7 +107,7 @@ double parse_angle(std::string_view text)
 {
     std::string_view number = trimmed(text);
     if (take_unit(number, "rad"))
-        return parse_double(number, text, "0.5rad");
+        return parse_double(number, text, "10deg");
     take_unit(number, "deg");
     return from_degrees(parse_double(number, text, "10deg"));
 }
