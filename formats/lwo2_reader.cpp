@@ -9,11 +9,11 @@
 #include <fmt/format.h>
 
 #include "formats/errors.h"
-#include "formats/lwo2/chunk_source.h"
-#include "formats/lwo2/cursor.h"
 #include "formats/lwo2/ids.h"
-#include "formats/lwo2/layer_reader.h"
-#include "formats/lwo2/reading.h"
+#include "formats/lwo2/read/chunk_source.h"
+#include "formats/lwo2/read/cursor.h"
+#include "formats/lwo2/read/layer_reader.h"
+#include "formats/lwo2/read/reading.h"
 
 namespace formats {
 

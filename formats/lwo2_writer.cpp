@@ -10,11 +10,12 @@
 #include <fmt/format.h>
 
 #include "formats/file_writer.h"
-#include "formats/lwo2/bodies.h"
-#include "formats/lwo2/encoder.h"
+#include "formats/lwo2/chunks.h"
 #include "formats/lwo2/ids.h"
-#include "formats/lwo2/layout.h"
-#include "formats/lwo2/limits.h"
+#include "formats/lwo2/write/bodies.h"
+#include "formats/lwo2/write/encoder.h"
+#include "formats/lwo2/write/layout.h"
+#include "formats/lwo2/write/limits.h"
 
 namespace formats {
 
@@ -34,17 +35,6 @@ std::string_view surface_name(const FileChunk& chunk)
     const std::string_view text(reinterpret_cast<const char*>(chunk.body.data()),
                                 chunk.body.size());
     return text.substr(0, text.find('\0'));
-}
-
-template <typename Visit> void for_each_chunk(const mesh::Document& document, Visit visit)
-{
-    for (const FileChunk& chunk : document.head)
-        visit(chunk);
-    for (const mesh::Layer& layer : document.layers)
-        for (const FileChunk& chunk : layer.chunks)
-            visit(chunk);
-    for (const FileChunk& chunk : document.tail)
-        visit(chunk);
 }
 
 /// All that will be written, in order, with its size: what cannot be written is known before the

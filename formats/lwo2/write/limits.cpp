@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "formats/lwo2/limits.h"
+#include "formats/lwo2/write/limits.h"
 
 #include <cmath>
 #include <limits>

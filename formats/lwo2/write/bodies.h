@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "formats/lwo2/encoder.h"
-#include "formats/lwo2/layout.h"
+#include "formats/lwo2/write/encoder.h"
+#include "formats/lwo2/write/layout.h"
 #include "mesh/document.h"
 
 namespace formats::lwo2 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "formats/lwo2/layer_reader.h"
+#include "formats/lwo2/read/layer_reader.h"
 
 #include <algorithm>
 #include <array>

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "formats/lwo2/reading.h"
+#include "formats/lwo2/read/reading.h"
 #include "mesh/vertex_map.h"
 
 namespace formats::lwo2 {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "formats/lwo2/map_builder.h"
-#include "formats/lwo2/reading.h"
+#include "formats/lwo2/read/map_builder.h"
+#include "formats/lwo2/read/reading.h"
 #include "mesh/layer.h"
 
 namespace formats::lwo2 {

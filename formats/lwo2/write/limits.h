@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "formats/lwo2/layout.h"
+#include "formats/lwo2/write/layout.h"
 #include "mesh/document.h"
 
 namespace formats::lwo2 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "formats/lwo2/chunk_source.h"
+#include "formats/lwo2/read/chunk_source.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "formats/lwo2/cursor.h"
+#include "formats/lwo2/read/cursor.h"
 #include "formats/warnings.h"
 
 namespace formats::lwo2 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "formats/lwo2/map_builder.h"
+#include "formats/lwo2/read/map_builder.h"
 
 #include <algorithm>
 #include <numeric>

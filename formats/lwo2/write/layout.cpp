@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "formats/lwo2/layout.h"
+#include "formats/lwo2/write/layout.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "formats/lwo2/bodies.h"
+#include "formats/lwo2/write/bodies.h"
 
 #include <array>
 #include <bit>

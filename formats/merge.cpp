@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+#include "formats/merge.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "formats/errors.h"
+#include "formats/lwo2/ids.h"
+#include "formats/lwo2/join/surface_merge.h"
+
+namespace formats {
+
+namespace {
+
+using namespace lwo2;
+using mesh::ChunkRole;
+using mesh::FileChunk;
+using mesh::TagIndex;
+
+/// Hands out layer numbers that no layer has yet.
+class LayerNumbers {
+public:
+    /// The number itself where it is free, or the one after the highest, or any free one.
+    [[nodiscard]] std::uint16_t take(std::uint16_t wanted)
+    {
+        std::size_t number = wanted;
+        if (number >= no_parent || taken_[number])
+            number = end_;
+        if (number >= no_parent)
+            number = static_cast<std::size_t>(std::find(taken_.begin(), taken_.end(), false) -
+                                              taken_.begin());
+        if (number >= no_parent)
+            throw LimitError(fmt::format("document: more than {} layers are more than LWO2 can "
+                                         "number; join fewer files",
+                                         no_parent));
+        taken_[number] = true;
+        end_ = std::max(end_, number + 1);
+        return static_cast<std::uint16_t>(number);
+    }
+
+    void note(std::uint16_t number)
+    {
+        if (number >= no_parent)
+            return;
+        taken_[number] = true;
+        end_ = std::max(end_, number + std::size_t{1});
+    }
+
+private:
+    std::vector<bool> taken_ = std::vector<bool>(no_parent, false);
+    std::size_t end_ = 0;
+};
+
+bool is_default_layer(const mesh::Layer& layer)
+{
+    return !layer.chunks.empty() && layer.chunks.front().role != ChunkRole::layer;
+}
+
+/// Gives a layer that its file never opened a chunk of its own: among several it needs one.
+void open_layer(mesh::Layer& layer)
+{
+    if (is_default_layer(layer))
+        layer.chunks.insert(layer.chunks.begin(), {.id = id_layr, .role = ChunkRole::layer});
+}
+
+/// The numbers that the layers of both documents have when they are one: first that of `into`'s
+/// unopened layer, if there is one, then those of `from`.
+std::vector<std::uint16_t> number_layers(const mesh::Document& into, const mesh::Document& from)
+{
+    LayerNumbers numbers;
+    std::vector<std::uint16_t> result;
+    for (const mesh::Layer& layer : into.layers) {
+        if (!is_default_layer(layer))
+            numbers.note(layer.number);
+        if (layer.parent)
+            numbers.note(*layer.parent); // it may name no layer, and must not begin to
+    }
+    for (const mesh::Layer& layer : into.layers)
+        if (is_default_layer(layer))
+            result.push_back(numbers.take(layer.number));
+    for (const mesh::Layer& layer : from.layers)
+        result.push_back(numbers.take(layer.number));
+    return result;
+}
+
+void apply_numbers(mesh::Document& into, mesh::Document& from,
+                   const std::vector<std::uint16_t>& numbers)
+{
+    auto number = numbers.begin();
+    for (mesh::Layer& layer : into.layers)
+        if (is_default_layer(layer))
+            layer.number = *number++;
+    std::unordered_map<std::uint16_t, std::uint16_t> renumbered;
+    for (mesh::Layer& layer : from.layers) {
+        renumbered.try_emplace(layer.number, *number);
+        layer.number = *number++;
+    }
+    for (mesh::Layer& layer : from.layers) {
+        if (!layer.parent)
+            continue;
+        const auto found = renumbered.find(*layer.parent);
+        if (found != renumbered.end())
+            layer.parent = found->second;
+        else
+            layer.parent.reset(); // it named no layer, and must not begin to
+    }
+}
+
+/// What each tag of `from` is called in `into`: as a surface, and as anything else.
+struct TagNames {
+    std::vector<std::string> surfaces;
+    std::vector<std::string> others;
+    std::vector<bool> is_surface;
+    std::vector<bool> is_other;
+};
+
+TagNames name_tags(const mesh::Document& from, SurfaceMerge& surfaces)
+{
+    const std::size_t count = from.tags.size();
+    TagNames names{std::vector<std::string>(count), std::vector<std::string>(count),
+                   std::vector<bool>(count), std::vector<bool>(count)};
+    for (const mesh::Layer& layer : from.layers) {
+        const auto kinds = layer.polygons.other_tag_kinds();
+        for (std::size_t p = 0; p < layer.polygons.size(); ++p) {
+            if (const TagIndex tag = layer.polygons.surface(p); tag != mesh::no_tag)
+                names.is_surface[tag] = true;
+            for (const mesh::FourCC kind : kinds)
+                if (const TagIndex tag = layer.polygons.tag(kind, p); tag != mesh::no_tag)
+                    names.is_other[tag] = true;
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string& text = from.tags[static_cast<TagIndex>(i)];
+        if (names.is_surface[i])
+            names.surfaces[i] = surfaces.name(text);
+        // many readers lose count at an empty tag: none is added
+        names.others[i] = text.empty() ? "unnamed" : text;
+    }
+    return names;
+}
+
+void apply_tags(mesh::TagList& tags, mesh::Document& from, const TagNames& names)
+{
+    const std::size_t count = from.tags.size();
+    std::vector<TagIndex> surfaces(count, mesh::no_tag);
+    std::vector<TagIndex> others(count, mesh::no_tag);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (names.is_surface[i])
+            surfaces[i] = tags.intern(names.surfaces[i]);
+        if (names.is_other[i])
+            others[i] = tags.intern(names.others[i]);
+    }
+    for (mesh::Layer& layer : from.layers) {
+        mesh::Polygons& polygons = layer.polygons;
+        const auto kinds = polygons.other_tag_kinds();
+        for (std::size_t p = 0; p < polygons.size(); ++p) {
+            if (const TagIndex tag = polygons.surface(p); tag != mesh::no_tag)
+                polygons.set_surface(p, surfaces[tag]);
+            for (const mesh::FourCC kind : kinds)
+                if (const TagIndex tag = polygons.tag(kind, p); tag != mesh::no_tag)
+                    polygons.set_tag(kind, p, others[tag]);
+        }
+    }
+}
+
+bool is_merged_apart(const FileChunk& chunk)
+{
+    return chunk.id == id_surf || chunk.id == id_clip || chunk.id == id_envl ||
+           chunk.role == ChunkRole::tags;
+}
+
+void warn_of_left_out(const std::vector<FileChunk>& chunks, std::string_view from_name,
+                      const WarningSink& warnings)
+{
+    if (!warnings)
+        return;
+    for (const FileChunk& chunk : chunks)
+        if (!is_of_whole_file(chunk.id))
+            warnings(fmt::format("chunk {} of {} is left out; it belongs to no layer",
+                                 mesh::to_text(chunk.id), from_name));
+}
+
+void insert_chunks(std::vector<FileChunk>& tail, SurfaceMerge::Chunks&& chunks)
+{
+    const auto is_surface = [](const FileChunk& chunk) { return chunk.id == id_surf; };
+    const auto last = std::find_if(tail.rbegin(), tail.rend(), is_surface);
+    tail.insert(last == tail.rend() ? tail.end() : last.base(),
+                std::make_move_iterator(chunks.surfaces.begin()),
+                std::make_move_iterator(chunks.surfaces.end()));
+    // what surfaces name stands before them
+    tail.insert(std::find_if(tail.begin(), tail.end(), is_surface),
+                std::make_move_iterator(chunks.numbered.begin()),
+                std::make_move_iterator(chunks.numbered.end()));
+}
+
+} // namespace
+
+void append_document(mesh::Document& into, mesh::Document&& from, std::string_view from_name,
+                     const WarningSink& warnings)
+{
+    // First all that may fail, so that a refusal leaves both documents as they were.
+    const auto numbers = number_layers(into, from);
+    SurfaceMerge surfaces(into, from, from_name, warnings);
+    const TagNames names = name_tags(from, surfaces);
+    auto chunks = surfaces.finish();
+    warn_of_left_out(from.head, from_name, warnings);
+    warn_of_left_out(from.tail, from_name, warnings);
+
+    apply_numbers(into, from, numbers);
+    apply_tags(into.tags, from, names);
+    insert_chunks(into.tail, std::move(chunks));
+    for (mesh::Layer& layer : into.layers)
+        open_layer(layer);
+    into.layers.reserve(into.layers.size() + from.layers.size());
+    for (mesh::Layer& layer : from.layers) {
+        open_layer(layer);
+        std::erase_if(layer.chunks, is_merged_apart);
+        into.layers.push_back(std::move(layer));
+    }
+    from = mesh::Document();
+}
+
+} // namespace formats
