@@ -100,6 +100,9 @@ ExitStatus run_verb(const std::string& name, std::vector<std::string> arguments)
     } catch (const Failure& failure) {
         console.error(failure.what());
         return failure.status();
+    } catch (const std::bad_alloc&) {
+        console.error("out of memory; make fewer clones, or use a model with fewer points");
+        return ExitStatus::host;
     }
 }
 
@@ -137,9 +140,6 @@ ExitStatus guarded_run(std::span<char*> arguments)
         return failure.status();
     } catch (const ClosedPipe&) {
         return ExitStatus::done;
-    } catch (const std::bad_alloc&) {
-        console.error("out of memory; make fewer clones, or use a model with fewer points");
-        return ExitStatus::host;
     } catch (const std::exception& error) {
         console.error(fmt::format("failed: {}", error.what()));
         return ExitStatus::host;

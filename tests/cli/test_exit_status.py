@@ -222,8 +222,8 @@ def test_4_memory_runs_out(dastrel, sanitized):
     faces = [(b"FACE", (first, first + 1, first + 2), "Leaf") for first in range(0, 150, 3)]
     write_object(dastrel.folder / "model.lwo", Layer("", points, faces))
     before = dastrel.files()
-    limit = 64 << 20
-    done = dastrel("scatter", "terrain.lwo", "model.lwo", "-o", "out.lwo", "--clone-num", "20000",
+    limit = 24 << 20
+    done = dastrel("scatter", "terrain.lwo", "model.lwo", "-o", "out.lwo", "--clone-num", "5000",
                    "--iterations", "0",
                    preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
     assert done.status == 4, done
