@@ -92,6 +92,7 @@ void ModuleTest::scan()
     poly_num = 0;
     edit->polyScan(edit->state, polscan, &par, OPLYR_FG);
     num_polys = poly_num;
+    const support::HostSide host_side;
     host.calls.clear();
 }
 

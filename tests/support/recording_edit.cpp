@@ -220,6 +220,10 @@ LWPntID EditCalls::addPoint(void* state, const double position[3])
 {
     const HostSide side;
     RecordingHost& h = at(state, "addPoint");
+    if (!h.gives_points) {
+        h.record("addPoint = null");
+        return nullptr;
+    }
     const int index = static_cast<int>(h.added_points.size());
     h.added_points.push_back({position[0], position[1], position[2]});
     h.record("addPoint(" + number(position[0]) + ", " + number(position[1]) + ", " +

@@ -114,6 +114,7 @@ EDPolygonInfo RecordingHost::describe(int polygon, std::vector<LWPntID>& ids) co
 
 const EDPolygonInfo* RecordingHost::info(int polygon)
 {
+    const HostSide side;
     polygon_info_ = describe(polygon, polygon_points_);
     return &polygon_info_;
 }
@@ -157,6 +158,8 @@ int RecordingHost::scene_point(LWPntID id, const char* call)
 
 int RecordingHost::added_point(LWPntID id, const char* call)
 {
+    if (id == nullptr && !gives_points)
+        return -1;
     const std::uintptr_t index = reinterpret_cast<std::uintptr_t>(id) - first_point - points.size();
     if (index < added_points.size())
         return static_cast<int>(index);

@@ -84,6 +84,7 @@ public:
     bool gives_edit = true;
     bool gives_panel = true;   ///< `create` of the panel service
     bool gives_monitor = true; ///< `create` of the monitor service
+    bool gives_points = true;  ///< `addPoint`; null otherwise
     bool asks_to_stop = false; ///< what `step` of a monitor answers
     int yes_no = 1;
     std::deque<int> scan_codes; ///< what the scans return, one after another; then 0

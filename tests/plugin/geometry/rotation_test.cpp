@@ -45,14 +45,14 @@ TEST(Rotation, ByZeroAboutYComputes)
 
 TEST(Rotation, AboutACentreGoesThereAndBackInPlace)
 {
-    // (0.1 - 0.3) + 0.3 is not 0.1
-    const XYZ6_typ centre(0.3, 0.3, 0.3);
-    const double there_and_back = (0.1 - 0.3) + 0.3;
+    // (0.1 - 0.7) + 0.7 is not 0.1
+    const XYZ6_typ centre(0.7, 0.7, 0.7);
+    const double there_and_back = (0.1 - 0.7) + 0.7;
     ASSERT_NE(there_and_back, 0.1);
     XYZ6_typ x(0.1, 0.1, 0.1);
     XYZ6_typ y = x;
     XYZ6_typ z = x;
-    const XYZ6_typ moved(0.1 - 0.3, 0.1 - 0.3, 0.1 - 0.3);
+    const XYZ6_typ moved(0.1 - 0.7, 0.1 - 0.7, 0.1 - 0.7);
     const XYZ6_typ about_x = x.rotate_X(centre, 0.4);
     const XYZ6_typ about_y = y.rotate_Y(centre, 0.4);
     const XYZ6_typ about_z = z.rotate_Z(centre, 0.4);
@@ -65,12 +65,12 @@ TEST(Rotation, AboutACentreGoesThereAndBackInPlace)
 
 TEST(Rotation, OnlyAboutZACentreHasAShortcutForZero)
 {
-    const XYZ6_typ centre(0.3, 0.3, 0.3);
-    const double there_and_back = (0.1 - 0.3) + 0.3;
+    const XYZ6_typ centre(0.7, 0.7, 0.7);
+    const double there_and_back = (0.1 - 0.7) + 0.7;
     XYZ6_typ x(0.1, 0.1, 0.1);
     XYZ6_typ y = x;
     XYZ6_typ z = x;
-    expect_equal(x.rotate_X(centre, 0.0), 0.1, there_and_back, there_and_back);
+    expect_equal(x.rotate_X(centre, 0.0), there_and_back, there_and_back, there_and_back);
     expect_equal(y.rotate_Y(centre, 0.0), there_and_back, there_and_back, there_and_back);
     expect_equal(z.rotate_Z(centre, 0.0), 0.1, 0.1, 0.1);
     expect_equal(x, there_and_back, there_and_back, there_and_back);

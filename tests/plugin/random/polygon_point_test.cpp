@@ -160,8 +160,8 @@ TEST(PolygonPoint, WithoutACrossingInTheLoopTakesZeroForTheSecondHeight)
 {
     // Rounding carries the largest column past the polygon: only the closing edge, which is not
     // asked whether it is crossed, gives a height.
-    const double left = -0.7;
-    const double right = 0.1;
+    const double left = -0.1;
+    const double right = 0.2;
     const double u = (right - left) * 1.0 + left;
     ASSERT_GT(u, right);
     face6_typ triangle;
