@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "hostapi/mesh_edit.h"
+
 namespace modeler {
 
 std::optional<std::uint32_t> NamedMap::in_layer(std::uint32_t layer) const noexcept
@@ -18,6 +20,18 @@ void NamedMap::add_place(std::uint32_t layer, std::uint32_t map)
 {
     places.insert(std::lower_bound(places.begin(), places.end(), std::pair{layer, 0u}),
                   {layer, map});
+}
+
+MapIndex::MapIndex(const mesh::Document& document, const Scope& scope)
+{
+    for (const std::uint32_t layer : scope.layers(OPLYR_FG | OPLYR_BG)) {
+        const auto& maps = document.layers[layer].maps;
+        for (std::uint32_t i = 0; i < maps.size(); ++i) {
+            NamedMap& named = look_up(maps[i].type(), maps[i].name());
+            if (!named.in_layer(layer)) // of several maps of one name the first is meant
+                named.add_place(layer, i);
+        }
+    }
 }
 
 NamedMap& MapIndex::find(mesh::FourCC type, const char* name)
@@ -42,14 +56,7 @@ NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
     const auto known = by_name_.find(Key{type, name});
     if (known != by_name_.end())
         return *known->second;
-    NamedMap map{type, std::string(name), static_cast<std::uint32_t>(maps_.size()), false, {}};
-    for (const std::uint32_t layer : scope_.layers(3)) {
-        const auto& maps = document_.layers[layer].maps;
-        const mesh::VertexMap* const found = document_.layers[layer].find_map(type, name);
-        if (found != nullptr)
-            map.places.emplace_back(layer, static_cast<std::uint32_t>(found - maps.data()));
-    }
-    maps_.push_back(std::move(map));
+    maps_.push_back({type, std::string(name), static_cast<std::uint32_t>(maps_.size()), false, {}});
     by_name_.emplace(Key{type, maps_.back().name}, &maps_.back());
     return maps_.back();
 }

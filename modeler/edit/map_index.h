@@ -41,13 +41,11 @@ struct NamedMap {
 /// compared.
 class MapIndex {
 public:
-    /// The document and the scope must outlive the index.
-    MapIndex(const mesh::Document& document, const Scope& scope)
-        : document_(document), scope_(scope)
-    {}
+    /// Lists the maps of all layers that `scope` sees.
+    MapIndex(const mesh::Document& document, const Scope& scope);
 
-    /// The record of this type and name, made when it was not asked for before. It may have no
-    /// places. Valid as long as the index.
+    /// The record of this type and name, made where there was none: it then has no places. Valid as
+    /// long as the index.
     [[nodiscard]] NamedMap& find(mesh::FourCC type, const char* name);
 
     /// The record of this number, or null.
@@ -73,11 +71,9 @@ private:
 
     [[nodiscard]] NamedMap& look_up(mesh::FourCC type, std::string_view name);
 
-    const mesh::Document& document_;
-    const Scope& scope_;
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
-    std::array<Slot, 64> slots_;
+    std::array<Slot, 64> slots_{};
 };
 
 } // namespace modeler

@@ -45,7 +45,7 @@ std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
 } // namespace
 
 MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles)
-    : document_(document), scope_(document, roles), mark_(document), maps_(document_, scope_),
+    : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_),
       target_(first_foreground(roles))
 {}
 
