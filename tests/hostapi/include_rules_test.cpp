@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+// Who may know whom: read off the includes of every source.
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One include of one file. `target` is as it stands in the brackets or quotes.
+struct Include {
+    std::string file;
+    std::string target;
+    bool quoted = false;
+};
+
+bool is_source(const fs::path& path)
+{
+    static const std::set<std::string> endings = {".h", ".hpp", ".c", ".cpp"};
+    return endings.count(path.extension().string()) > 0;
+}
+
+std::vector<Include> includes_of(const std::string& folder)
+{
+    static const std::regex pattern(R"(^\s*#\s*include\s*(["<])([^">]+)[">])");
+    const fs::path root = DASTREL_SOURCE_DIR;
+    std::vector<Include> found;
+    if (!fs::exists(root / folder)) // a room that is not built yet
+        return found;
+    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
+        if (!entry.is_regular_file() || !is_source(entry.path()))
+            continue;
+        std::ifstream source(entry.path());
+        std::smatch match;
+        for (std::string line; std::getline(source, line);)
+            if (line.find("include") != std::string::npos &&
+                std::regex_search(line, match, pattern))
+                found.push_back({fs::relative(entry.path(), root).generic_string(), match[2],
+                                 match[1] == "\""});
+    }
+    return found;
+}
+
+bool begins_with(const std::string& text, const std::string& beginning)
+{
+    return text.compare(0, beginning.size(), beginning) == 0;
+}
+
+bool is_of(const std::string& target, const std::vector<std::string>& rooms)
+{
+    return std::any_of(rooms.begin(), rooms.end(), [&target](const std::string& room) {
+        return begins_with(target, room + "/") || target == room;
+    });
+}
+
+/// The headers of the standard library have neither a folder nor an ending.
+bool is_standard(const std::string& target)
+{
+    return target.find('/') == std::string::npos && target.find('.') == std::string::npos;
+}
+
+/// A room, the rooms that it may know, and the headers from outside that it may use besides the
+/// standard library (a folder, or a whole name).
+struct Room {
+    std::string name;
+    std::vector<std::string> known;
+    std::vector<std::string> foreign;
+};
+
+const std::vector<Room> rooms = {
+    {"hostapi", {"hostapi"}, {"stdint.h", "stddef.h"}},
+    {"mesh", {"mesh"}, {}},
+    {"plugin", {"plugin", "hostapi"}, {}},
+    {"formats", {"formats", "mesh"}, {"fmt", "fcntl.h", "sys", "unistd.h", "assimp"}},
+    {"modeler", {"modeler", "hostapi", "mesh"}, {"fmt", "dlfcn.h"}},
+    {"picture", {"picture", "mesh"}, {"fmt", "embree3", "embree4", "png.h", "lodepng.h"}},
+    {"cli",
+     {"cli", "modeler", "formats", "picture", "mesh"},
+     {"fmt", "CLI", "nlohmann", "fcntl.h", "sys", "unistd.h"}},
+};
+
+class RoomTest : public testing::TestWithParam<Room> {};
+
+TEST_P(RoomTest, KnowsOnlyWhomItMayKnow)
+{
+    const Room& room = GetParam();
+    for (const Include& include : includes_of(room.name)) {
+        if (include.quoted)
+            EXPECT_TRUE(is_of(include.target, room.known))
+                << include.file << " includes \"" << include.target
+                << "\": say the full path from the root, of a room that " << room.name
+                << " may know";
+        else
+            EXPECT_TRUE(is_standard(include.target) || is_of(include.target, room.foreign))
+                << include.file << " includes <" << include.target << ">, which " << room.name
+                << " may not use";
+    }
+}
+
+TEST_P(RoomTest, IncludesFilesThatAreThere)
+{
+    for (const Include& include : includes_of(GetParam().name)) {
+        if (!include.quoted)
+            continue;
+        EXPECT_TRUE(fs::exists(fs::path(DASTREL_SOURCE_DIR) / include.target))
+            << include.file << " includes \"" << include.target << "\"";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(House, RoomTest, testing::ValuesIn(rooms),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST(IncludeRules, AreAppliedToFilesThatWereRead)
+{
+    for (const char* room : {"hostapi", "mesh", "plugin", "formats", "modeler", "cli"})
+        EXPECT_GT(includes_of(room).size(), 2U) << room;
+}
+
+/// Within the module: which folders a folder may know, besides itself. Of host/, all but host/
+/// itself see only the run state and the messages.
+const std::map<std::string, std::vector<std::string>> module_folders = {
+    {"util", {}},
+    {"geometry", {"plugin/util"}},
+    {"random", {"plugin/util", "plugin/geometry"}},
+    {"weights", {"plugin/util", "plugin/geometry", "plugin/host/run_state.h"}},
+    {"settings", {"plugin/host/run_state.h", "plugin/host/gui_messages.h"}},
+    {"engine",
+     {"plugin/util", "plugin/geometry", "plugin/random", "plugin/weights", "plugin/settings",
+      "plugin/host/run_state.h"}},
+    {"host",
+     {"plugin/util", "plugin/geometry", "plugin/random", "plugin/weights", "plugin/settings",
+      "plugin/engine"}},
+};
+
+TEST(IncludeRules, HoldWithinTheModule)
+{
+    for (const auto& [folder, known] : module_folders) {
+        const std::string own = "plugin/" + folder;
+        for (const Include& include : includes_of(own)) {
+            if (!include.quoted)
+                continue;
+            EXPECT_TRUE(is_of(include.target, {own, "hostapi"}) || is_of(include.target, known))
+                << include.file << " includes \"" << include.target << '"';
+        }
+    }
+}
+
+TEST(IncludeRules, TheLiteralCommandKnowsNothingOfTheRealOne)
+{
+    const std::vector<Include> includes = includes_of("tests/literal");
+    EXPECT_GT(includes.size(), 10U);
+    for (const Include& include : includes) {
+        if (include.quoted) {
+            EXPECT_TRUE(is_of(include.target, {"tests/literal"}))
+                << include.file << " includes \"" << include.target << '"';
+        }
+    }
+}
+
+} // namespace
