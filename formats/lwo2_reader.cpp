@@ -177,11 +177,12 @@ void Reader::read_tags(Cursor body)
         reading_.warn(id_tags, body.offset() - header_size,
                       "there are several lists of tags; the last one counts");
         document_.tags = mesh::TagList();
+    } else {
+        keep({.id = id_tags, .role = ChunkRole::tags});
     }
     has_tags_ = true;
     while (body.left() > 0)
         document_.tags.append(body.text());
-    keep({.id = id_tags, .role = ChunkRole::tags});
 }
 
 void Reader::keep(FileChunk chunk)

@@ -15,7 +15,7 @@ namespace formats::lwo2 {
 class Reading {
 public:
     Reading(const WarningSink& sink, std::uint64_t file_size)
-        : sink_(sink), memory_left_(file_size * 16u + (std::uint64_t{256} << 20u))
+        : sink_(sink), memory_left_(file_size * 16u + (std::uint64_t{64} << 20u))
     {}
 
     /// Passes a warning on, up to a number that a person may still want to read.

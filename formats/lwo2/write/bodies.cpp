@@ -75,8 +75,9 @@ template <typename Out> void put_bounds(const mesh::Layer& layer, const Step& st
         out.bytes(step.chunk->body);
         return;
     }
+    // adding zero makes a zero positive: which one the box found is chance
     for (const double value : box)
-        out.single(value);
+        out.single(value + 0.0);
 }
 
 template <typename Out>

@@ -124,7 +124,8 @@ std::string layer_title(const mesh::Document& document, std::size_t layer)
     const std::string& name = document.layers[layer].name;
     if (name.empty())
         return fmt::format("layer {}", layer + 1);
-    return fmt::format("layer {} \"{}\"", layer + 1, name);
+    // up to a zero byte, which an exception's text could not hold
+    return fmt::format("layer {} \"{}\"", layer + 1, name.c_str());
 }
 
 void check_contents(const mesh::Document& document)
