@@ -13,7 +13,7 @@ namespace mesh {
 enum class ChunkRole : std::uint8_t {
     opaque,        ///< no form of its own in the mesh: kept whole
     tags,          ///< the document's tags
-    layer,         ///< opens a layer; `body` is what followed its name
+    layer,         ///< opens a layer; `body` is what followed its name, the parent blanked
     points,        ///< the layer's points up to `end`
     bounds,        ///< the layer's box; `body` as it was
     polygons,      ///< the layer's polygons up to `end`, all of type `kind`

@@ -57,6 +57,7 @@ void LayerReader::open(Cursor body)
         const std::uint16_t parent = body.u2();
         if (parent != no_parent)
             layer_.parent = parent;
+        std::fill_n(chunk.body.begin(), 2, std::byte{0}); // its place; the layer has its value
     }
     keep(std::move(chunk));
 }
