@@ -57,7 +57,27 @@ HostSide::~HostSide() { on_module_side = outer_; }
 
 void* operator new(std::size_t size) { return support::allocate(size); }
 void* operator new[](std::size_t size) { return support::allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    try {
+        return support::allocate(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept
+{
+    return operator new(size, tag);
+}
 void operator delete(void* memory) noexcept { support::release(memory); }
 void operator delete[](void* memory) noexcept { support::release(memory); }
 void operator delete(void* memory, std::size_t /*size*/) noexcept { support::release(memory); }
 void operator delete[](void* memory, std::size_t /*size*/) noexcept { support::release(memory); }
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    support::release(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    support::release(memory);
+}
