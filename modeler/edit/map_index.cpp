@@ -8,14 +8,6 @@
 
 namespace modeler {
 
-std::optional<std::uint32_t> NamedMap::in_layer(std::uint32_t layer) const noexcept
-{
-    const auto place = std::lower_bound(places.begin(), places.end(), std::pair{layer, 0u});
-    if (place == places.end() || place->first != layer)
-        return std::nullopt;
-    return place->second;
-}
-
 void NamedMap::add_place(std::uint32_t layer, std::uint32_t map)
 {
     places.insert(std::lower_bound(places.begin(), places.end(), std::pair{layer, 0u}),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -26,7 +27,13 @@ struct NamedMap {
     bool written = false; ///< the edit has written to a map of it
 
     /// Position of the map in a layer's list, or none.
-    [[nodiscard]] std::optional<std::uint32_t> in_layer(std::uint32_t layer) const noexcept;
+    [[nodiscard]] std::optional<std::uint32_t> in_layer(std::uint32_t layer) const noexcept
+    {
+        const auto place = std::lower_bound(places.begin(), places.end(), std::pair{layer, 0u});
+        if (place == places.end() || place->first != layer)
+            return std::nullopt;
+        return place->second;
+    }
     void add_place(std::uint32_t layer, std::uint32_t map);
 
     /// (layer, position in its list), by ascending layer.
