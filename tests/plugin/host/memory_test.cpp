@@ -20,9 +20,11 @@ protected:
         add_ground(2);
         add_model();
         add_model();
-        for (const LWID type : {LWVMAP_TXUV, LWVMAP_WGHT, LWVMAP_MORF, LWVMAP_MNVW, LWVMAP_SPOT})
-            for (const char* name : {"One", "Two", "Three"})
-                host.maps.push_back({type, name, {{0, {1, 2, 3}}, {9, {1, 2, 3}}}});
+        add_maps(LWVMAP_TXUV, {1, 2});
+        add_maps(LWVMAP_WGHT, {1});
+        add_maps(LWVMAP_MORF, {1, 2, 3});
+        add_maps(LWVMAP_MNVW, {1});
+        add_maps(LWVMAP_SPOT, {1, 2, 3});
         par.clone_num = 4;
         par.iterations = 3;
         par.size_wg = 1;
@@ -31,6 +33,13 @@ protected:
         par.auto_morph_maps = 2;
         par.jitter = 0.1;
         par.size_indep = 1;
+    }
+
+    /// Three maps that two points have this value in.
+    void add_maps(LWID type, const std::vector<float>& value)
+    {
+        for (const char* name : {"One", "Two", "Three"})
+            host.maps.push_back({type, name, {{0, value}, {9, value}}});
     }
 
     void expect_balance()
