@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include "cli/arguments/nearest.h"
@@ -18,6 +19,9 @@ namespace {
 
 constexpr std::size_t page_width = 80;
 constexpr std::size_t text_column = 32;
+
+/// The options in the order in which they were added.
+std::vector<const CLI::Option*> options(const CLI::App& app) { return app.get_options(); }
 
 std::string heading_of(const CLI::Option& option)
 {
@@ -33,16 +37,8 @@ std::string heading_of(const CLI::Option& option)
     return shown.empty() ? names : names + " " + shown;
 }
 
-std::string option_lines(const CLI::Option& option)
-{
-    std::string line = "  " + heading_of(option);
-    line += line.size() + 2 > text_column ? "\n" + std::string(text_column, ' ')
-                                          : std::string(text_column - line.size(), ' ');
-    return line + wrapped(option.get_description(), page_width - text_column, text_column) + "\n";
-}
-
-} // namespace
-
+/// The text in lines of at most `width` characters, all after the first indented by `indent`. Words
+/// are never broken.
 std::string wrapped(std::string_view text, std::size_t width, std::size_t indent)
 {
     std::string result;
@@ -64,37 +60,70 @@ std::string wrapped(std::string_view text, std::size_t width, std::size_t indent
     return result;
 }
 
-CommandLine::CommandLine(std::string verb, std::vector<std::string> usage, std::string intro,
-                         std::string examples)
-    : verb_(std::move(verb)), usage_(std::move(usage)), intro_(std::move(intro)),
-      examples_(std::move(examples))
+std::string option_lines(const CLI::Option& option)
 {
-    app_.set_help_flag();
-    app_.allow_extras();
-    app_.add_flag("-h,--help", help_, "show this page")->group("other");
+    std::string line = "  " + heading_of(option);
+    line += line.size() + 2 > text_column ? "\n" + std::string(text_column, ' ')
+                                          : std::string(text_column - line.size(), ' ');
+    return line + wrapped(option.get_description(), page_width - text_column, text_column) + "\n";
 }
 
-CLI::Option* CommandLine::add_value(const std::string& names, std::string& value,
-                                    std::string_view shown, const std::string& description,
-                                    const std::string& group)
+} // namespace
+
+CommandLine::CommandLine(std::vector<std::string> usage, std::string intro, std::string examples)
+    : usage_(std::move(usage)), intro_(std::move(intro)), examples_(std::move(examples)),
+      app_(std::make_unique<CLI::App>())
 {
-    return app_.add_option(names, value, description)
+    app_->set_help_flag();
+    app_->allow_extras();
+    add_flag("-h,--help", help_, "show this page", "other");
+}
+
+CommandLine::~CommandLine() = default;
+
+void CommandLine::add_positionals(std::vector<std::string>& values)
+{
+    app_->add_option("arguments", values);
+}
+
+void CommandLine::add_flag(const std::string& names, bool& value, const std::string& description,
+                           const std::string& group)
+{
+    app_->add_flag(names, value, description)->group(group);
+}
+
+void CommandLine::add_value(const std::string& names, std::string& value, std::string_view shown,
+                            const std::string& description, const std::string& group)
+{
+    app_->add_option(names, value, description)
         ->type_name(std::string(shown))
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
         ->group(group);
 }
 
-CLI::Option* CommandLine::add_switch(const std::string& name, std::string& value,
-                                     const std::string& description, const std::string& group)
+void CommandLine::add_repeatable(const std::string& name, std::vector<std::string>& values,
+                                 std::string_view shown, const std::string& description,
+                                 const std::string& group)
+{
+    app_->add_option(name, values, description)
+        ->type_name(std::string(shown))
+        ->allow_extra_args(false)
+        ->group(group);
+}
+
+void CommandLine::add_switch(const std::string& name, std::string& value,
+                             const std::string& description, const std::string& group)
 {
     switches_.push_back(name);
-    return add_value(name, value, "[on|off]", description, group);
+    add_value(name, value, "[on|off]", description, group);
 }
+
+bool CommandLine::was_given(const std::string& name) const { return app_->count(name) != 0; }
 
 std::vector<std::string> CommandLine::option_names() const
 {
     std::vector<std::string> names;
-    for (const CLI::Option* option : app_.get_options()) {
+    for (const CLI::Option* option : options(*app_)) {
         for (const std::string& name : option->get_lnames())
             names.push_back("--" + name);
     }
@@ -120,7 +149,7 @@ void CommandLine::join_switches(std::vector<std::string>& arguments) const
 
 void CommandLine::refuse_extras() const
 {
-    for (const std::string& extra : app_.remaining()) {
+    for (const std::string& extra : app_->remaining()) {
         if (extra.size() > 1 && extra[0] == '-') {
             const std::string name = extra.substr(0, extra.find('='));
             throw UsageError(
@@ -135,7 +164,7 @@ bool CommandLine::parse(std::vector<std::string> arguments)
     join_switches(arguments);
     std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the back
     try {
-        app_.parse(std::move(arguments));
+        app_->parse(std::move(arguments));
     } catch (const CLI::ArgumentMismatch& error) {
         const std::string text = error.what();
         throw UsageError(fmt::format("{}: needs a value", text.substr(0, text.find(':'))));
@@ -162,7 +191,7 @@ std::string CommandLine::help() const
 {
     std::string text = usage() + "\n" + intro_;
     std::vector<std::string> groups;
-    for (const CLI::Option* option : app_.get_options()) {
+    for (const CLI::Option* option : options(*app_)) {
         const std::string& group = option->get_group();
         // The options that every verb has were added first and stand last.
         if (!group.empty() && group != "other" && !option->get_positional() &&
@@ -172,7 +201,7 @@ std::string CommandLine::help() const
     groups.emplace_back("other");
     for (const std::string& group : groups) {
         text += "\n" + group + "\n";
-        for (const CLI::Option* option : app_.get_options()) {
+        for (const CLI::Option* option : options(*app_)) {
             if (option->get_group() == group && !option->get_positional())
                 text += option_lines(*option);
         }

@@ -7,13 +7,13 @@
 namespace cli {
 
 DumpVerb::DumpVerb()
-    : line_("dump", {"dastrel dump FILE"},
+    : line_({"dastrel dump FILE"},
             "Print a whole mesh as text, one point, polygon or value on a line: the same mesh\n"
             "always gives the same text, so that two can be compared. - is standard input.\n",
             "  dastrel dump tree.lwo\n"
             "  diff <(dastrel dump before.lwo) <(dastrel dump after.lwo)\n")
 {
-    line_.app().add_option("file", files_);
+    line_.add_positionals(files_);
 }
 
 ExitStatus DumpVerb::run(Console& console)

@@ -154,15 +154,15 @@ Json file_json(const std::string& name, const mesh::Document& document)
 } // namespace
 
 InfoVerb::InfoVerb()
-    : line_("info", {"dastrel info FILE... [--json]"},
+    : line_({"dastrel info FILE... [--json]"},
             "Tell what is in object files: layers, points, polygons by type, bounds,\n"
             "surfaces and vertex maps. - is standard input.\n",
             "  dastrel info terrain.lwo tree.lwo\n"
             "  dastrel info forest.lwo --json\n"
             "  dastrel scatter terrain.lwo tree.lwo -o - | dastrel info -\n")
 {
-    line_.app().add_option("files", files_);
-    line_.app().add_flag("--json", json_, "print it as JSON")->group("printing");
+    line_.add_positionals(files_);
+    line_.add_flag("--json", json_, "print it as JSON", "printing");
 }
 
 ExitStatus InfoVerb::run(Console& console)

@@ -8,7 +8,7 @@
 namespace cli {
 
 ModulesVerb::ModulesVerb()
-    : line_("modules", {"dastrel modules [--module FILE]"},
+    : line_({"dastrel modules [--module FILE]"},
             "List the servers of the module that scatter uses: class, name, user name, and\n"
             "the condition under which a host offers it.\n",
             "  dastrel modules\n"

@@ -48,24 +48,21 @@ std::string described(const Setting& setting)
 } // namespace
 
 ScatterArguments::ScatterArguments()
-    : line_("scatter",
-            {"dastrel scatter GROUND MODEL... -o OUT [settings]",
+    : line_({"dastrel scatter GROUND MODEL... -o OUT [settings]",
              "dastrel scatter SCENE -o OUT --foreground 1 [--background 2,3] [settings]"},
             intro, examples)
 {
-    CLI::App& app = line_.app();
-    app.add_option("inputs", inputs_);
+    line_.add_positionals(inputs_);
     line_.add_value("-o,--output", output_, "OUT", "file to write; - is standard output", "files");
     line_.add_value("--foreground", foreground_, "LAYERS",
                     "layers of SCENE that are the ground, numbered from 1: 1,3 or 2-4", "files");
     line_.add_value("--background", background_, "LAYERS",
                     "layers of SCENE that are the model (default: all others)", "files");
-    app.add_option("--select-surface", select_surfaces_,
-                   "put clones only on ground polygons with this surface; may be given again for "
-                   "further ones")
-        ->type_name("NAME")
-        ->allow_extra_args(false)
-        ->group("files");
+    line_.add_repeatable(
+        "--select-surface", select_surfaces_, "NAME",
+        "put clones only on ground polygons with this surface; may be given again for "
+        "further ones",
+        "files");
     line_.add_value("--settings", settings_file_, "FILE",
                     "take settings from a JSON file; options given here win", "files");
     add_settings();
@@ -76,20 +73,20 @@ ScatterArguments::ScatterArguments()
                     "the module to run (default: dastrel.p beside the program or in its library "
                     "folder)",
                     "running");
-    app.add_flag("--json", json_, "print a summary as JSON on standard output")->group("running");
-    app.add_flag("-q,--quiet", quiet_, "say errors only")->group("running");
+    line_.add_flag("--json", json_, "print a summary as JSON on standard output", "running");
+    line_.add_flag("-q,--quiet", quiet_, "say errors only", "running");
 }
 
 void ScatterArguments::add_settings()
 {
     for (const Setting& setting : all_settings()) {
-        SettingOption& added = settings_.emplace_back(SettingOption{&setting, nullptr, {}});
+        std::string& text = settings_.emplace_back(SettingOption{&setting, {}}).text;
         const std::string name = option_name(setting);
         const std::string group(setting.group);
-        added.option = setting.unit == Unit::on_off
-                           ? line_.add_switch(name, added.text, described(setting), group)
-                           : line_.add_value(name, added.text, placeholder(setting.unit),
-                                             described(setting), group);
+        if (setting.unit == Unit::on_off)
+            line_.add_switch(name, text, described(setting), group);
+        else
+            line_.add_value(name, text, placeholder(setting.unit), described(setting), group);
     }
 }
 
@@ -97,9 +94,9 @@ std::vector<GivenSetting> ScatterArguments::given_settings() const
 {
     std::vector<GivenSetting> given;
     for (const SettingOption& one : settings_) {
-        if (one.option->count() == 0)
-            continue;
         const std::string name = option_name(*one.setting);
+        if (!line_.was_given(name))
+            continue;
         try {
             given.push_back(
                 {one.setting, parse_value(*one.setting, std::string_view(one.text)), name});

@@ -55,7 +55,6 @@ private:
 
     struct SettingOption {
         const Setting* setting;
-        const CLI::Option* option;
         std::string text;
     };
     std::deque<SettingOption> settings_; ///< the parser writes into the texts: they must not move

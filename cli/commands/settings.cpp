@@ -8,7 +8,6 @@
 #include <vector>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "cli/settings/given.h"
 #include "cli/settings/table.h"
@@ -63,15 +62,14 @@ std::string markdown_table()
 } // namespace
 
 SettingsVerb::SettingsVerb()
-    : line_("settings", {"dastrel settings [--json|--markdown]"},
+    : line_({"dastrel settings [--json|--markdown]"},
             "Print all settings of the command: option, panel label, unit, default, meaning.\n",
             "  dastrel settings\n"
             "  dastrel settings --json > meadow.json   (then edit, and use --settings)\n")
 {
-    line_.app()
-        .add_flag("--json", json_, "print the defaults as a file that --settings takes")
-        ->group("printing");
-    line_.app().add_flag("--markdown", markdown_, "print the table as Markdown")->group("printing");
+    line_.add_flag("--json", json_, "print the defaults as a file that --settings takes",
+                   "printing");
+    line_.add_flag("--markdown", markdown_, "print the table as Markdown", "printing");
 }
 
 ExitStatus SettingsVerb::run(Console& /*console*/)
@@ -79,7 +77,7 @@ ExitStatus SettingsVerb::run(Console& /*console*/)
     if (json_ && markdown_)
         throw UsageError("--json and --markdown exclude each other");
     if (json_)
-        write_stdout(default_settings_json().dump(2) + "\n");
+        write_stdout(default_settings_text());
     else
         write_stdout(markdown_ ? markdown_table() : text_table());
     return ExitStatus::done;

@@ -122,13 +122,13 @@ std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,
     return under;
 }
 
-nlohmann::ordered_json default_settings_json()
+std::string default_settings_text()
 {
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
     for (const Setting& setting : all_settings())
         object[std::string(setting.field)] =
             to_json(setting, parse_value(setting, setting.default_text));
-    return object;
+    return object.dump(2) + "\n";
 }
 
 } // namespace cli

@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "cli/settings/table.h"
 #include "cli/settings/values.h"
 
@@ -34,7 +32,7 @@ struct GivenSetting {
 [[nodiscard]] std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,
                                                        std::vector<GivenSetting> over);
 
-/// All defaults, as a settings file that reads back to the same values.
-[[nodiscard]] nlohmann::ordered_json default_settings_json();
+/// All defaults, as the text of a settings file that reads back to the same values.
+[[nodiscard]] std::string default_settings_text();
 
 } // namespace cli

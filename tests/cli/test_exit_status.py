@@ -284,13 +284,38 @@ def test_5_standard_output_that_takes_nothing(dastrel):
     assert "standard output cannot be written: No space left on device" in done.err
 
 
+def wait_until(condition, running):
+    """Waits for something that a running program does; it may end before that."""
+    deadline = time.monotonic() + 60
+    while not condition() and running.poll() is None:
+        assert time.monotonic() < deadline
+        time.sleep(0.001)
+
+
 @pytest.mark.parametrize("number, status", [(signal.SIGINT, 130), (signal.SIGTERM, 143)])
-def test_130_interrupted(dastrel, number, status):
+def test_130_interrupted_while_scattering(dastrel, number, status):
     before = dastrel.files()
     running = dastrel.start("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--clone-num",
                             "2000000000", "--iterations", "0")
-    time.sleep(0.5)
-    assert running.poll() is None
+    maps = pathlib.Path(f"/proc/{running.pid}/maps")
+    wait_until(lambda: "dastrel.p" in maps.read_text(), running)
     running.send_signal(number)
-    assert running.wait(timeout=20) == status
+    assert running.wait(timeout=60) == status
+    assert dastrel.files() == before
+
+
+def test_130_interrupted_while_writing(dastrel):
+    large = Layer(points=square().points, polygons=square().polygons)
+    large.points += [(0.0, 0.0, 0.0)] * 1000000
+    write_object(dastrel.folder / "ground.lwo", large)
+    before = dastrel.files()
+    for _ in range(20):  # the moment between the first byte and the last is short
+        running = dastrel.start("scatter", "ground.lwo", "tree.lwo", "-o", "out.lwo", "--quiet")
+        wait_until(lambda: dastrel.files() != before, running)
+        running.send_signal(signal.SIGINT)
+        status = running.wait(timeout=60)
+        if status == 130:
+            break
+        (dastrel.folder / "out.lwo").unlink(missing_ok=True)
+    assert status == 130
     assert dastrel.files() == before
