@@ -164,7 +164,7 @@ void Plan::warn_of_outgrown_chunks(const WarningSink& warnings) const
 
 void Plan::write(ByteSink& sink) const
 {
-    Encoder out(sink);
+    Encoder out(sink, file_size());
     out.u4(id_form);
     out.u4(static_cast<std::uint32_t>(form_size_));
     out.u4(id_lwo2);

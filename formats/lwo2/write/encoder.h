@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -32,8 +33,10 @@ constexpr unsigned index_size(std::uint32_t index) noexcept
 /// Writes big-endian values.
 class Encoder {
 public:
-    explicit Encoder(ByteSink& sink)
-        : sink_(sink), buffer_(std::make_unique_for_overwrite<std::byte[]>(capacity))
+    /// @param expected  about how many bytes will be written, for the size of the runs
+    Encoder(ByteSink& sink, std::uint64_t expected)
+        : sink_(sink), capacity_(static_cast<std::size_t>(std::clamp(expected, least, most))),
+          buffer_(std::make_unique_for_overwrite<std::byte[]>(capacity_))
     {}
 
     void u1(std::uint32_t value)
@@ -70,9 +73,9 @@ public:
 
     void bytes(std::span<const std::byte> run)
     {
-        if (run.size() > capacity - size_)
+        if (run.size() > capacity_ - size_)
             flush();
-        if (run.size() > capacity) {
+        if (run.size() > capacity_) {
             sink_.write(run);
         } else if (!run.empty()) {
             std::memcpy(buffer_.get() + size_, run.data(), run.size());
@@ -96,17 +99,19 @@ public:
     }
 
 private:
-    static constexpr std::size_t capacity = std::size_t{1} << 20u;
+    static constexpr std::uint64_t least = 64;
+    static constexpr std::uint64_t most = std::uint64_t{1} << 20u;
 
     void need(std::size_t count)
     {
-        if (capacity - size_ < count)
+        if (capacity_ - size_ < count)
             flush();
     }
 
     void put(std::uint32_t value) noexcept { buffer_[size_++] = static_cast<std::byte>(value); }
 
     ByteSink& sink_;
+    std::size_t capacity_;
     std::unique_ptr<std::byte[]> buffer_;
     std::size_t size_ = 0;
 };
