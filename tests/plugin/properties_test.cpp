@@ -207,7 +207,7 @@ TEST_F(Laws, WholeDrawsLieWithinTheirBoundsInAnyOrder)
 
 TEST_F(Laws, APointGoesIntoItsCloneWithoutChangingShape)
 {
-    check("alignment and rotation keep distances of a clone's points", [this] {
+    check("alignment and rotation keep distances of a clone's points", [] {
         pos_typ item;
         item.norm_h = *real(-4, 4);
         item.norm_p = *real(-4, 4);

@@ -32,7 +32,7 @@ protected:
     /// Accepts at a distance just above `limit` and rejects at one just below.
     void expect_limit(double limit, double spacing, double area = 0.0, double weight = 0.0)
     {
-        const auto let_pass = [this] { // the draw that thins by density
+        const auto let_pass = [] { // the draw that thins by density
             if (par.density_wg != 0)
                 let_next_be(losoj, {1.0});
         };

@@ -245,7 +245,7 @@ TEST_F(ParamsInARun, OfARunAreTheStartOfTheNext)
 TEST_F(ParamsInARun, StayAsTheyWereOnCancel)
 {
     use(distinct());
-    for (const LWXPanelControlID button : {0x8019, 0x801A}) {
+    for (const LWXPanelControlID button : {0x8019U, 0x801AU}) {
         host.forget();
         host.user = [button](RecordingHost& h) {
             h.panel_values[0x8002] = 999;
