@@ -15,7 +15,7 @@ void msg_about(LWXPanelID /*panel*/, LWXPanelControlID /*control*/)
 {
     if (msg != nullptr)
         msg->info("Scatters clones of a model, by the Dastrel authors, version 1.6.1",
-                  "Home page: docs/README.md of the Dastrel repository");
+                  "Home page: README.md of the Dastrel repository");
 }
 
 void msg_nurbs(LWXPanelID /*panel*/, LWXPanelControlID /*control*/)
