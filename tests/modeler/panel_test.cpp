@@ -265,6 +265,7 @@ TEST(Panel, MayBeDestroyedByItsOwnButton)
         hints[8].button = [](LWXPanelID panel, LWXPanelControlID) {
             EXPECT_EQ(panels->post(panel), 0) << "it is shown already";
             panels->destroy(panel);
+            EXPECT_NE(panels->formGet(panel, count), nullptr) << "not before it is closed";
         };
         const LWXPanelID panel = make(funcs, hints);
         EXPECT_EQ(funcs->post(panel), 1);
