@@ -1,106 +1,24 @@
 // SPDX-License-Identifier: MIT
 // Panels as a command describes them and as a user meets them.
-#include <bit>
 #include <cmath>
-#include <cstring>
 #include <new>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "hostapi/panel.h"
-#include "modeler/errors.h"
+#include "tests/modeler/panel_sample.h"
 #include "tests/modeler/session.h"
-#include "tests/support/mesh_compare.h"
 
 namespace {
 
+using namespace panel_sample;
+
 using modeler::ControlKind;
-using modeler::ControlValue;
 using modeler::FormPanel;
-using modeler::ModuleError;
 using session::sample_host;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-enum : LWXPanelControlID {
-    about = 0x10,
-    count,
-    linked,
-    size,
-    turn,
-    map,
-    jitter,
-    clear,
-    basic,
-    advanced,
-    tabs
-};
-
-constexpr LWXPanelControl controls[] = {
-    {about, "About", "vButton"}, {count, "Count", "integer"}, {linked, "Linked", "iBoolean"},
-    {size, "Size", "percent"},   {turn, "Turn", "angle"},     {map, "Map", "iPopChoice"},
-    {jitter, "Jitter", "float"}, {clear, "Reset", "vButton"}, {0, nullptr, nullptr}};
-
-constexpr LWXPanelDataDesc types[] = {
-    {about, "About", "vButton"}, {count, "Count", "integer"}, {linked, "Linked", "integer"},
-    {size, "Size", "float"},     {turn, "Turn", "float"},     {map, "Map", "integer"},
-    {jitter, "Jitter", "float"}, {clear, "Reset", "vButton"}, {0, nullptr, nullptr}};
-
-LWXPanelFuncs* panels = nullptr; ///< of the running command, for its button functions
-
-LWXPanelFuncs* fetch(GlobalFunc* global)
-{
-    panels = static_cast<LWXPanelFuncs*>(global(LWXPANELFUNCS_GLOBAL, 0));
-    return panels;
-}
-
-void reset(LWXPanelID panel, LWXPanelControlID)
-{
-    const int whole = 30;
-    const double real = 0.1;
-    panels->formSet(panel, count, &whole);
-    panels->formSet(panel, size, &real);
-}
-
-const LWXPanelControlID basic_members[] = {size, count, 0};
-const LWXPanelControlID advanced_members[] = {turn, map, jitter, 0};
-const LWXPanelControlID tab_members[] = {basic, advanced, 0};
-const LWXPanelControlID ruled[] = {size, 0};
-const char* const choices[] = {"none", "Height", "Sway", nullptr};
-
-LWXPanelHint hint_of(LWXPanelHintKind kind, LWXPanelControlID id, const char* text = nullptr,
-                     const LWXPanelControlID* members = nullptr)
-{
-    return {kind, id, text, members, nullptr, nullptr};
-}
-
-std::vector<LWXPanelHint> good_hints()
-{
-    return {hint_of(XpLABEL, 0, "Sample 1.0"),
-            hint_of(XpLABEL, basic, "Basic"), // before what it names
-            hint_of(XpGROUP_, basic, nullptr, basic_members),
-            hint_of(XpGROUP_, advanced, nullptr, advanced_members),
-            hint_of(XpLABEL, advanced, "Advanced"),
-            hint_of(XpTABS_, tabs, nullptr, tab_members),
-            hint_of(XpDIVADD, count),
-            {XpSTRLIST, map, nullptr, nullptr, choices, nullptr},
-            {XpBUTNOTIFY, clear, nullptr, nullptr, nullptr, &reset},
-            hint_of(XpENABLEMSG_, linked, "Sizes are linked", ruled),
-            hint_of(XpEND, 0)};
-}
-
-/// Makes a panel of the tables above with these hints.
-LWXPanelID make(LWXPanelFuncs* funcs, const std::vector<LWXPanelHint>& hints)
-{
-    const LWXPanelID panel = funcs->create(LWXP_FORM, controls);
-    if (panel == nullptr)
-        return nullptr;
-    funcs->describe(panel, types, nullptr, nullptr);
-    funcs->hint(panel, 0, hints.data());
-    return panel;
-}
 
 /// Runs a command that shows the good panel to `user`; gives what post answered to `after`.
 modeler::RunResult show(const std::function<bool(FormPanel&)>& user,
@@ -117,16 +35,6 @@ modeler::RunResult show(const std::function<bool(FormPanel&)>& user,
             after(funcs, panel, answer);
         return 0;
     });
-}
-
-template <typename Call> std::string blame_of(Call call)
-{
-    try {
-        call();
-    } catch (const ModuleError& error) {
-        return error.step() + ": " + error.what();
-    }
-    return "nothing";
 }
 
 TEST(Panel, IsTheFormThatTheCommandDescribes)
@@ -334,158 +242,6 @@ TEST(Panel, AFrontEndThatFailsEndsTheRun)
                               }),
                  std::out_of_range);
     EXPECT_EQ(answer, 0);
-}
-
-struct BadControls {
-    const char* name;
-    LWXPanelControl row;
-    const char* says;
-};
-class BadControlTable : public testing::TestWithParam<BadControls> {};
-
-TEST_P(BadControlTable, IsReportedAndGivesNoPanel)
-{
-    modeler::Modeler host = sample_host();
-    LWXPanelID panel = nullptr;
-    const std::string blame = blame_of([&] {
-        session::run(host, [&](GlobalFunc* global, MeshEditBegin*) {
-            const LWXPanelControl table[] = {controls[0], GetParam().row, {0, nullptr, nullptr}};
-            panel = fetch(global)->create(LWXP_FORM, table);
-            return 0;
-        });
-    });
-    EXPECT_EQ(panel, nullptr);
-    EXPECT_THAT(blame, testing::StartsWith("panel: "));
-    EXPECT_THAT(blame, HasSubstr(GetParam().says));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, BadControlTable,
-    testing::Values(
-        BadControls{"unknown_class",
-                    {count, "Count", "slider"},
-                    "the control 'Count' (0x11) is of the unknown class 'slider'"},
-        BadControls{"no_class", {count, "Count", nullptr}, "row 2 of the controls lacks"},
-        BadControls{"no_label", {count, nullptr, "integer"}, "row 2 of the controls lacks"},
-        BadControls{"no_id", {0, "Count", "integer"}, "row 2 of the controls lacks"},
-        BadControls{"id_twice", {about, "Count", "integer"}, "the id 0x10, which is taken"}),
-    [](const auto& tested) { return std::string(tested.param.name); });
-
-TEST(Panel, AMissingTableOrAnotherTypeIsReported)
-{
-    modeler::Modeler host = sample_host();
-    const auto create = [&](int type, const LWXPanelControl* table) {
-        return blame_of([&] {
-            session::run(host, [&](GlobalFunc* global, MeshEditBegin*) {
-                EXPECT_EQ(fetch(global)->create(type, table), nullptr);
-                return 0;
-            });
-        });
-    };
-    EXPECT_THAT(create(LWXP_FORM, nullptr), HasSubstr("the table of controls is missing"));
-    EXPECT_THAT(create(2, controls), HasSubstr("a panel of the type 2 is asked for"));
-}
-
-struct BadHints {
-    const char* name;
-    LWXPanelHint hint;
-    const char* says;
-};
-class BadHint : public testing::TestWithParam<BadHints> {};
-
-const LWXPanelControlID nobody[] = {0x999, 0};
-
-TEST_P(BadHint, IsReportedAndThePanelIsNotShown)
-{
-    modeler::Modeler host = sample_host();
-    session::LoggingFrontEnd front_end;
-    int answer = -1;
-    const std::string blame = blame_of([&] {
-        session::run(host, front_end, [&](GlobalFunc* global, MeshEditBegin*) {
-            auto hints = good_hints();
-            hints.back() = GetParam().hint;
-            hints.push_back(hint_of(XpEND, 0));
-            LWXPanelFuncs* const funcs = fetch(global);
-            answer = funcs->post(make(funcs, hints));
-            return 0;
-        });
-    });
-    EXPECT_EQ(answer, 0);
-    EXPECT_TRUE(front_end.log.empty());
-    EXPECT_THAT(blame, testing::StartsWith("panel: "));
-    EXPECT_THAT(blame, HasSubstr(GetParam().says));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Hints, BadHint,
-    testing::Values(
-        BadHints{"rule_by_nobody", hint_of(XpENABLEMSG_, 0x999, "Never", ruled),
-                 "a rule is for the control 0x999"},
-        BadHints{"label_of_nothing", hint_of(XpLABEL, 0x999, "Lost"),
-                 "the label 'Lost' is for 0x999"},
-        BadHints{"label_without_text", hint_of(XpLABEL, basic), "has no text"},
-        BadHints{"group_without_members", hint_of(XpGROUP_, 0x50), "has no list of members"},
-        BadHints{"group_of_nobody", hint_of(XpGROUP_, 0x50, nullptr, nobody), "0x999"},
-        BadHints{"second_group", hint_of(XpGROUP_, 0x50, nullptr, basic_members),
-                 "stands in groups twice"},
-        BadHints{"group_with_a_taken_id", hint_of(XpGROUP_, count, nullptr, ruled), "is taken"},
-        BadHints{"tabs_of_nobody", hint_of(XpTABS_, 0x50, nullptr, nobody), "0x999"},
-        BadHints{"divider_of_nobody", hint_of(XpDIVADD, 0x999), "a divider is for the control"},
-        BadHints{"list_of_a_number",
-                 {XpSTRLIST, count, nullptr, nullptr, choices, nullptr},
-                 "'Count', which is no popup"},
-        BadHints{"list_missing", hint_of(XpSTRLIST, map), "the list of 'Map' is missing"},
-        BadHints{"button_of_a_number",
-                 {XpBUTNOTIFY, count, nullptr, nullptr, nullptr, &reset},
-                 "'Count', which is no button"},
-        BadHints{"button_missing", hint_of(XpBUTNOTIFY, about), "'About' is missing"},
-        BadHints{"rule_by_a_button", hint_of(XpENABLEMSG_, about, "Never", ruled),
-                 "'About', which is a button"},
-        BadHints{"rule_on_nobody", hint_of(XpENABLEMSG_, linked, "Never", nobody), "0x999"}),
-    [](const auto& tested) { return std::string(tested.param.name); });
-
-TEST(Panel, AHintOfAnUnknownKindIsReported)
-{
-    modeler::Modeler host = sample_host();
-    const std::string blame = blame_of([&] {
-        session::run(host, [&](GlobalFunc* global, MeshEditBegin*) {
-            auto hints = good_hints();
-            const int unknown = 77;
-            std::memcpy(&hints[0].kind, &unknown, sizeof unknown);
-            (void)make(fetch(global), hints);
-            return 0;
-        });
-    });
-    EXPECT_THAT(blame, HasSubstr("of the unknown kind 77"));
-}
-
-TEST(Panel, WrongTypesAndAMissingListAreReported)
-{
-    modeler::Modeler host = sample_host();
-    session::LoggingFrontEnd front_end;
-    const auto described = [&](const LWXPanelDataDesc* table, LWXPanelGetFunc* get) {
-        return blame_of([&] {
-            session::run(host, front_end, [&](GlobalFunc* global, MeshEditBegin*) {
-                LWXPanelFuncs* const funcs = fetch(global);
-                const LWXPanelID panel = funcs->create(LWXP_FORM, controls);
-                funcs->describe(panel, table, get, nullptr);
-                EXPECT_EQ(funcs->post(panel), 0);
-                return 0;
-            });
-        });
-    };
-    const LWXPanelDataDesc wrong[] = {{size, "Size", "integer"}, {0, nullptr, nullptr}};
-    const LWXPanelDataDesc lost[] = {{0x999, "Lost", "integer"}, {0, nullptr, nullptr}};
-    const LWXPanelDataDesc none[] = {{size, "Size", nullptr}, {0, nullptr, nullptr}};
-    EXPECT_THAT(described(wrong, nullptr), HasSubstr("'Size' is of the class 'percent', whose "
-                                                     "values are 'float', not 'integer'"));
-    EXPECT_THAT(described(lost, nullptr), HasSubstr("0x999"));
-    EXPECT_THAT(described(none, nullptr), HasSubstr("not ''"));
-    EXPECT_THAT(described(nullptr, nullptr), HasSubstr("the table of data types is missing"));
-    EXPECT_THAT(described(types, [](void*, LWXPanelControlID) -> void* { return nullptr; }),
-                HasSubstr("takes no value functions"));
-    EXPECT_THAT(described(types, nullptr), HasSubstr("the popup 'Map' has no list"));
-    EXPECT_TRUE(front_end.log.empty());
 }
 
 } // namespace
