@@ -96,6 +96,17 @@ void ModuleTest::scan()
     host.calls.clear();
 }
 
+void expect_run_state_released()
+{
+    EXPECT_EQ(poly_data, nullptr);
+    EXPECT_EQ(pos_list, nullptr);
+    EXPECT_EQ(pointID, nullptr);
+    EXPECT_EQ(IDs, nullptr);
+    for (const UV_typ* list : {UVs, WGs, MMs, MNs, STs})
+        EXPECT_EQ(list, nullptr);
+    EXPECT_EQ(WG_val, nullptr);
+}
+
 std::vector<const pos_typ*> positions()
 {
     std::vector<const pos_typ*> nodes;

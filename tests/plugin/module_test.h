@@ -50,6 +50,9 @@ protected:
     RecordingHost host;
 };
 
+/// Expects that nothing is left of what a run holds.
+void expect_run_state_released();
+
 /// The nodes of `pos_list` from its head on.
 [[nodiscard]] std::vector<const pos_typ*> positions();
 

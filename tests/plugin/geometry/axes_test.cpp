@@ -57,17 +57,29 @@ TEST(Axes, ToLocalTakesTheFirstOntoXAndTheSecondOntoY)
 
 TEST(Axes, AnglesFollowTheirFormulasLeftToRight)
 {
-    const XYZ6_typ a(0.3, -0.7, 1.9);
-    const XYZ6_typ b(1.1, 0.2, -0.4);
-    const axes_typ axes = frame(a, b);
-    EXPECT_EQ(axes.angle[0], std::atan2(1.9, 0.3));
-    EXPECT_EQ(axes.angle[1], -std::atan2(-0.7, std::sqrt(1.9 * 1.9 + 0.3 * 0.3)));
-    const double c0 = std::cos(axes.angle[0]);
-    const double s0 = std::sin(axes.angle[0]);
-    const double c1 = std::cos(axes.angle[1]);
-    const double s1 = std::sin(axes.angle[1]);
-    EXPECT_EQ(axes.angle[2], -std::atan2(b.z() * c0 - b.x() * s0,
-                                         (b.y() * c1 + (b.x() * c0) * s1) + (b.z() * s0) * s1));
+    for (int i = 1; i < 100; ++i) { // enough for one that shows another order of the products
+        const XYZ6_typ a(0.3 * i, -0.7, 1.9 / i);
+        const XYZ6_typ b(1.1, 0.2 * i, -0.4);
+        const axes_typ axes = frame(a, b);
+        ASSERT_EQ(axes.angle[0], std::atan2(a.z(), a.x()));
+        ASSERT_EQ(axes.angle[1], -std::atan2(a.y(), std::sqrt(a.z() * a.z() + a.x() * a.x())));
+        const double c0 = std::cos(axes.angle[0]);
+        const double s0 = std::sin(axes.angle[0]);
+        const double c1 = std::cos(axes.angle[1]);
+        const double s1 = std::sin(axes.angle[1]);
+        ASSERT_EQ(axes.angle[2], -std::atan2(b.z() * c0 - b.x() * s0,
+                                             (b.y() * c1 + (b.x() * c0) * s1) + (b.z() * s0) * s1));
+    }
+}
+
+TEST(Axes, ToLocalDoesNotMoveFromAZeroOriginAndToGlobalAlwaysMoves)
+{
+    const axes_typ axes = frame({1, 0, 0}, {0, 1, 0});
+    XYZ6_typ point(1, -0.0, 1);
+    axes.to_local(&point, 1, XYZ6_typ());
+    EXPECT_TRUE(std::signbit(point.y()));
+    axes.to_global(&point, 1, XYZ6_typ());
+    EXPECT_FALSE(std::signbit(point.y())) << "-0.0 + 0.0 is 0.0";
 }
 
 TEST(Axes, AFirstAxisAlongYGivesAQuarterTurn)

@@ -85,14 +85,16 @@ TEST(Area, OfPointsOnALineIsZeroOrNoNumber)
 
 TEST(Area, MultipliesInItsOwnNesting)
 {
-    const XYZ6_typ a(0.1, 0.2, 0.3);
-    const XYZ6_typ b(1.7, -0.4, 0.9);
-    const XYZ6_typ c(0.6, 2.2, -1.1);
-    const double s1 = a.calc_distance(b);
-    const double s2 = b.calc_distance(c);
-    const double s3 = c.calc_distance(a);
-    const double h = (s1 + s2 + s3) * 0.5;
-    EXPECT_EQ(calc_triangle_area(a, b, c), std::sqrt((h - s3) * ((h - s2) * ((h - s1) * h))));
+    for (int i = 1; i < 100; ++i) { // enough for one that shows another nesting
+        const XYZ6_typ a(0.1, 0.2 * i, 0.3);
+        const XYZ6_typ b(1.7, -0.4, 0.9 / i);
+        const XYZ6_typ c(0.6 * i, 2.2, -1.1);
+        const double s1 = a.calc_distance(b);
+        const double s2 = b.calc_distance(c);
+        const double s3 = c.calc_distance(a);
+        const double h = (s1 + s2 + s3) * 0.5;
+        ASSERT_EQ(calc_triangle_area(a, b, c), std::sqrt((h - s3) * ((h - s2) * ((h - s1) * h))));
+    }
 }
 
 TEST(Area, IsAFanFromTheFirstPointAlsoForAConcavePolygon)

@@ -2,10 +2,6 @@
 // What a run allocates it releases, whatever comes in between.
 #include <new>
 
-#include "plugin/engine/IDs_typ.h"
-#include "plugin/engine/UV_typ.h"
-#include "plugin/engine/pos_typ.h"
-#include "plugin/geometry/LW6-face.h"
 #include "tests/plugin/module_test.h"
 #include "tests/support/allocations.h"
 
@@ -50,17 +46,6 @@ protected:
         EXPECT_EQ(support::allocations().made, support::allocations().freed);
     }
 
-    static void expect_run_state_null()
-    {
-        EXPECT_EQ(poly_data, nullptr);
-        EXPECT_EQ(pos_list, nullptr);
-        EXPECT_EQ(pointID, nullptr);
-        EXPECT_EQ(IDs, nullptr);
-        for (const UV_typ* list : {UVs, WGs, MMs, MNs, STs})
-            EXPECT_EQ(list, nullptr);
-        EXPECT_EQ(WG_val, nullptr);
-    }
-
     /// What a run of the module as it is after loading adds to the mesh and writes to maps.
     struct Outcome {
         std::vector<std::array<double, 3>> points;
@@ -95,7 +80,7 @@ TEST_F(Memory, IsReleasedAfterCancel)
 {
     host.user = [](RecordingHost&) { return 0; };
     expect_balance();
-    expect_run_state_null();
+    expect_run_state_released();
 }
 
 TEST_F(Memory, IsReleasedWithoutAPanel)
@@ -110,7 +95,20 @@ TEST_F(Memory, IsReleasedAfterTheSlopeRefusal)
     par.slope_min = 1.0;
     expect_balance();
     EXPECT_EQ(host.calls_to("error").size(), 1U);
-    expect_run_state_null();
+    expect_run_state_released();
+}
+
+TEST_F(Memory, IsTakenForSizeWeightsOnlyWithAChoiceAboveZero)
+{
+    const auto made_with = [this](int choice) {
+        host.forget();
+        losoj.randomize(1);
+        par.size_wg = choice;
+        expect_balance();
+        return support::allocations().made;
+    };
+    EXPECT_EQ(made_with(-1), made_with(0));
+    EXPECT_EQ(made_with(1), made_with(0) + 1);
 }
 
 TEST_F(Memory, IsNotTakenByEarlyRefusals)
@@ -152,7 +150,7 @@ TEST_F(Memory, ThatRunsOutAnywhereLeavesNothingBehind)
         support::fail_allocation(k);
         EXPECT_THROW((void)run(), std::bad_alloc) << "allocation " << k;
         ASSERT_EQ(support::allocations().made, support::allocations().freed) << "allocation " << k;
-        expect_run_state_null();
+        expect_run_state_released();
         EXPECT_EQ(host.done_codes, std::vector<int>{}) << "the host drops the edit";
         EXPECT_EQ(host.open_monitors, 0);
         EXPECT_EQ(host.open_panels, 0);

@@ -1,185 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <initializer_list>
+#include <array>
 
-#include "plugin/engine/UV_typ.h"
-#include "plugin/engine/pos_typ.h"
-#include "plugin/geometry/LW6-face.h"
-#include "tests/plugin/module_test.h"
+#include "tests/plugin/host/run_test.h"
 
 namespace dastrel {
 namespace {
-
-const Lines services = {"global(\"Info Messages 3\", 0)", "global(\"Scene Objects 7\", 0)",
-                        "global(\"LWXPanel 2\", 0)", "global(\"LWM: Dynamic Monitor\", 0)",
-                        "begin(0, 0, 1)"};
-
-const Lines checks = {"polyCount(foreground, all)", "polyCount(foreground, selected)",
-                      "polyScan(foreground)", "pointCount(background, all)"};
-
-const Lines lists_without_maps = {"numVMaps(WGHT)", "numVMaps(TXUV)", "numVMaps(WGHT)",
-                                  "numVMaps(MORF)", "numVMaps(MNVW)", "numVMaps(SPOT)"};
-
-Lines joined(std::initializer_list<Lines> parts)
-{
-    Lines all;
-    for (const Lines& part : parts)
-        all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
-
-class RunSequence : public ModuleTest {
-protected:
-    RunSequence()
-    {
-        msg = nullptr; // a run fetches them itself
-        objfunc = nullptr;
-        xpanf = nullptr;
-        monf = nullptr;
-        edit = nullptr;
-        use(still());
-        par.clone_num = 1;
-    }
-
-    /// What was called, the panel's description and the filling of its controls left out.
-    Lines calls() const
-    {
-        Lines kept;
-        for (const std::string& call : host.calls)
-            if (call.compare(0, 4, "hint") != 0 && call.compare(0, 4, "data") != 0 &&
-                call.compare(0, 7, "control") != 0 && call.compare(0, 4, "form") != 0)
-                kept.push_back(call);
-        return kept;
-    }
-
-    void expect_run_state_released() const
-    {
-        EXPECT_EQ(poly_data, nullptr);
-        EXPECT_EQ(pos_list, nullptr);
-        EXPECT_EQ(pointID, nullptr);
-        EXPECT_EQ(IDs, nullptr);
-        for (const UV_typ* list : {UVs, WGs, MMs, MNs, STs})
-            EXPECT_EQ(list, nullptr);
-        EXPECT_EQ(WG_val, nullptr);
-    }
-};
-
-const Lines panel_until_shown = {"panel create(1)", "panel describe(null, null)", "panel hint(0)",
-                                 "panel post"};
-
-TEST_F(RunSequence, WithoutAnEditEndsAtOnceWithThree)
-{
-    add_ground();
-    add_model();
-    host.gives_edit = false;
-    EXPECT_EQ(run(), 3);
-    EXPECT_EQ(host.calls, services);
-    EXPECT_EQ(host.done_codes, std::vector<int>{});
-}
-
-TEST_F(RunSequence, RefusesAForegroundWithoutPolygons)
-{
-    add_model();
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(host.calls,
-              joined({services,
-                      {"polyCount(foreground, all)",
-                       "error(\"Need some polys to clone on them\", null)", "done(0, 0)"}}));
-}
-
-TEST_F(RunSequence, RefusesAForegroundWithoutFaces)
-{
-    host.polygons[static_cast<std::size_t>(add_ground())].type = LWPOLTYPE_PTCH;
-    host.polygons[static_cast<std::size_t>(add_ground())].type = LWPOLTYPE_CURV;
-    add_model();
-    host.scan_codes = {5}; // not the code that this edit is finished with
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(host.calls, joined({services,
-                                  {"polyCount(foreground, all)", "polyCount(foreground, selected)",
-                                   "polyScan(foreground)",
-                                   "error(\"SubDivs not supported in the foreground Layer\", null)",
-                                   "done(0, 0)"}}));
-}
-
-TEST_F(RunSequence, RefusesAForegroundWithNothingSelected)
-{
-    host.polygons[static_cast<std::size_t>(add_ground())].selected = false;
-    add_model();
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(host.calls_to("error"),
-              Lines{"error(\"SubDivs not supported in the foreground Layer\", null)"});
-    EXPECT_EQ(host.done_codes, std::vector<int>{0});
-}
-
-TEST_F(RunSequence, RefusesABackgroundWithoutPoints)
-{
-    add_ground();
-    host.scan_codes = {5};
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(host.calls,
-              joined({services,
-                      checks,
-                      {"error(\"Need some geometry in the background layer(s) to clone\", null)",
-                       "done(5, 0)"}}));
-}
-
-TEST_F(RunSequence, TakesABackgroundOfPointsAlone)
-{
-    add_ground();
-    host.points.push_back({{1, 2, 3}, Side::background});
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(host.calls_to("error"), Lines{});
-    EXPECT_EQ(host.calls_to("panel post").size(), 1U);
-    EXPECT_EQ(host.calls_to("polyScan(background)").size(), 1U);
-    EXPECT_EQ(host.added_points.size(), 0U);
-}
-
-TEST_F(RunSequence, OnCancelFinishesTheEditAndLeavesThePanel)
-{
-    add_ground();
-    add_model();
-    host.scan_codes = {7};
-    host.user = [](RecordingHost&) { return 0; };
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(calls(),
-              joined({services, checks, lists_without_maps, panel_until_shown, {"done(7, 0)"}}));
-    EXPECT_EQ(host.open_panels, 1) << "it is not destroyed here";
-    expect_run_state_released();
-}
-
-TEST_F(RunSequence, WithoutAPanelEndsAsIfCancelled)
-{
-    add_ground();
-    add_model();
-    host.gives_panel = false;
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(calls(),
-              joined({services, checks, lists_without_maps, {"panel create(1)", "done(0, 0)"}}));
-    EXPECT_EQ(host.calls_to("formGet"), Lines{});
-    expect_run_state_released();
-}
-
-TEST_F(RunSequence, RefusesSlopeLimitsThatExcludeEverything)
-{
-    add_ground();
-    add_model();
-    host.scan_codes = {0, 9};
-    host.user = [](RecordingHost& h) {
-        h.panel_values[0x8016] = 1;
-        h.panel_values[0x8014] = 1.0;
-        return 1;
-    };
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(calls(), joined({services,
-                               checks,
-                               lists_without_maps,
-                               panel_until_shown,
-                               {"panel destroy", "polyScan(foreground)", "polyNormal(polygon 0)",
-                                "error(\"Change slope angle settings\", "
-                                "\"There are no valid polys to clone on.\")",
-                                "done(9, 0)"}}));
-    expect_run_state_released();
-}
 
 TEST_F(RunSequence, MakesAllItsCallsInOrder)
 {
@@ -366,9 +192,8 @@ TEST_F(RunSequence, MakesTheClonesInAscendingXAndNumbersThem)
     EXPECT_EQ(par.akt_clone, 19);
 }
 
-TEST_F(RunSequence, AFaceWithoutPolygonsLeftAndLimitsOffIsNotTested)
+TEST_F(RunSequence, NothingStandsOnAPatchBesideAFace)
 {
-    // Two polygons are selected, one is a patch: one record, as counted before the panel.
     add_ground();
     host.polygons[static_cast<std::size_t>(add_ground(5))].type = LWPOLTYPE_PTCH;
     add_model();

@@ -31,6 +31,14 @@ TEST(Convert, WhatDoesNotFitBecomesTheMostNegative)
     EXPECT_EQ(to_int(std::numeric_limits<double>::quiet_NaN()), most_negative);
 }
 
+// In a constant a conversion that is not defined does not compile.
+static_assert(to_int(2147483648.0) == most_negative);
+static_assert(to_int(-2147483649.0) == most_negative);
+static_assert(to_int(1e300) == most_negative);
+static_assert(wrapping_sum(largest, 1) == most_negative);
+static_assert(wrapping_difference(largest, most_negative) == -1);
+static_assert(wrapping_abs(most_negative) == most_negative);
+
 TEST(Convert, SumsAndDifferencesWrapAround)
 {
     EXPECT_EQ(wrapping_difference(5, 7), -2);
