@@ -9,6 +9,7 @@ cd "$(dirname "$0")/.."
 echo "test: 1/3 set up"
 scripts/setup.sh --tests
 echo "test: 2/3 build"
-scripts/build.sh -DDASTREL_TESTS=ON -DDASTREL_WERROR=ON
+# In CI a warning is an error; at home the build is the demo's, and goes on from there.
+scripts/build.sh -DDASTREL_TESTS=ON -DDASTREL_WERROR="$([ -n "${CI-}" ] && echo ON || echo OFF)"
 echo "test: 3/3 run"
 ctest --test-dir build --output-on-failure --no-tests=error -j "$(nproc)" "$@"
