@@ -44,7 +44,7 @@ std::string system_reason(int error_number)
 std::vector<std::byte> read_stdin()
 {
     std::vector<std::byte> bytes;
-    std::array<std::byte, 65536> block;
+    std::array<std::byte, 65536> block{};
     for (;;) {
         const ssize_t count = ::read(STDIN_FILENO, block.data(), block.size());
         if (count < 0 && errno == EINTR)
