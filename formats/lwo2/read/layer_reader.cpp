@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
+#include <bit>
 
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/single.h"

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
