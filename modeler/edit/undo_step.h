@@ -38,9 +38,9 @@ public:
 
 private:
     struct LayerMark {
-        std::size_t points;
+        std::size_t points = 0;
         mesh::Polygons::Mark polygons;
-        std::size_t maps;
+        std::size_t maps = 0;
     };
     /// One value before it was changed. Its floats, if it had any, lie in `old_values_`.
     struct OldValue {
