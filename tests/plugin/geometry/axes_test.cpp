@@ -58,8 +58,8 @@ TEST(Axes, ToLocalTakesTheFirstOntoXAndTheSecondOntoY)
 TEST(Axes, AnglesFollowTheirFormulasLeftToRight)
 {
     for (int i = 1; i < 100; ++i) { // enough for one that shows another order of the products
-        const XYZ6_typ a(0.3 * i, -0.7, 1.9 / i);
-        const XYZ6_typ b(1.1, 0.2 * i, -0.4);
+        const XYZ6_typ a(std::sin(i), std::cos(3.0 * i), std::sin(5.0 * i));
+        const XYZ6_typ b(std::cos(2.0 * i), 0.01 * std::sin(7.0 * i), std::cos(4.0 * i));
         const axes_typ axes = frame(a, b);
         ASSERT_EQ(axes.angle[0], std::atan2(a.z(), a.x()));
         ASSERT_EQ(axes.angle[1], -std::atan2(a.y(), std::sqrt(a.z() * a.z() + a.x() * a.x())));
