@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+
 #include "hostapi/types.h"
+#include "plugin/engine/node_memory.h"
 #include "plugin/util/chain.h"
 
 namespace dastrel {
@@ -18,6 +21,10 @@ public:
     LWPntID old_id = nullptr; ///< the background point
     LWPntID new_id = nullptr; ///< its copy
     IDs_typ* next = nullptr;  ///< owned
+
+    // a run makes one for each point of each clone
+    static void* operator new(std::size_t /*size*/) { return take_ids_memory(); }
+    static void operator delete(void* memory) noexcept { give_ids_memory(memory); }
 };
 
 } // namespace dastrel

@@ -61,6 +61,9 @@ int poly_clone(void* settings, const EDPolygonInfo* polygon);
 /// clone's position. Draws once when jitter is on.
 XYZ6_typ calc_cloned_point(XYZ6_typ point, params_typ* settings);
 
+/// Frees `IDs` and the memory beside it.
+void release_point_memory();
+
 // --- the vertex maps (vertex_maps.cpp)
 
 /// Lists the names of all vertex maps of a type; `list` stays as it is when there are none.

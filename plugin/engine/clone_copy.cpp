@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The copy of the model that stands at one position.
 #include <cstddef>
-#include <memory>
+#include <vector>
 
 #include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/clone.h"
+#include "plugin/engine/point_table.h"
 #include "plugin/engine/pos_typ.h"
+#include "plugin/geometry/turn.h"
 #include "plugin/host/run_state.h"
 #include "plugin/random/LW6-random2.h"
 #include "plugin/settings/params.h"
@@ -38,36 +40,75 @@ double weight_factor(double w, double influence)
     return w < 0 ? (w / 2) * influence + 1 : w * influence + 1;
 }
 
-/// Where the search for `old_id` in the point map ended: on its node, on the last node, or on null
-/// when the map is empty.
-IDs_typ* find_point(LWPntID old_id)
+/// The turns of the current clone, each taken once and not for every point.
+struct {
+    remembered_turn bank;
+    remembered_turn pitch;
+    remembered_turn heading;
+    remembered_turn normal_pitch;
+    remembered_turn normal_heading;
+} turns;
+
+/// Beside the list `IDs`: where its points are found, and its last node.
+point_table points;
+IDs_typ* last_point;
+
+/// The copy of a background point in the current clone, if it is there.
+bool find_point(LWPntID old_id, LWPntID& new_id)
 {
-    IDs_typ* node = IDs;
-    while (node != nullptr && node->old_id != old_id && node->next != nullptr)
-        node = node->next;
+    if (!plain_lists) {
+        bool found = false;
+        new_id = points.find(old_id, found);
+        return found;
+    }
+    for (const IDs_typ* node = IDs; node != nullptr; node = node->next) {
+        if (node->old_id == old_id) {
+            new_id = node->new_id;
+            return true;
+        }
+    }
+    return false;
+}
+
+IDs_typ* append_point()
+{
+    IDs_typ* const node = new IDs_typ;
+    if (IDs == nullptr)
+        IDs = node;
+    else
+        last_point->next = node;
+    last_point = node;
     return node;
+}
+
+void forget_points()
+{
+    delete IDs;
+    IDs = nullptr;
+    last_point = nullptr;
+    points.clear();
 }
 
 /// The current clone's copy of a background point, made when it is met for the first time.
 LWPntID cloned_point(LWPntID background_point, params_typ* settings)
 {
-    IDs_typ* const found = find_point(background_point);
-    if (found != nullptr && found->old_id == background_point)
-        return found->new_id;
+    LWPntID copy = nullptr;
+    if (find_point(background_point, copy))
+        return copy;
     const EDPointInfo* const info = edit->pointInfo(edit->state, background_point);
     const LWPntID old_id = info->pnt;
     XYZ6_typ p = calc_cloned_point(XYZ6_typ(info->position), settings);
     p = p.move(akt_item->pos);
-    IDs_typ* const node = new IDs_typ;
-    if (found == nullptr)
-        IDs = node;
-    else
-        found->next = node;
+    IDs_typ* const node = append_point();
     node->new_id = edit->addPoint(edit->state, p);
     node->old_id = old_id;
+    points.add(node->old_id, node->new_id);
     carry_vertex_maps(background_point, node->new_id, settings);
     return node->new_id;
 }
+
+/// The corners of a copied polygon; kept from polygon to polygon for its memory.
+std::vector<LWPntID> corners;
 
 } // namespace
 
@@ -83,8 +124,7 @@ bool clone_object(params_typ* settings)
         size_change_z = draw_size(f, settings->size_var_z);
     }
     akt_point = 0;
-    delete IDs; // points are shared within one clone only
-    IDs = nullptr;
+    forget_points(); // points are shared within one clone only
     if (settings->auto_morph_maps != 0)
         morph_map_num = wrapping_sum(losoj.z_zakresu(0, settings->auto_morph_maps), 1);
     edit->polyScan(edit->state, poly_clone, settings, OPLYR_BG);
@@ -95,12 +135,19 @@ int poly_clone(void* settings, const EDPolygonInfo* polygon)
 {
     params_typ* const clone_settings = static_cast<params_typ*>(settings);
     const auto count = static_cast<std::size_t>(polygon->numPnts);
-    const auto new_ids = std::make_unique<LWPntID[]>(count);
+    corners.resize(count);
     for (std::size_t i = 0; i < count; ++i)
-        new_ids[i] = cloned_point(polygon->points[i], clone_settings);
+        corners[i] = cloned_point(polygon->points[i], clone_settings);
     edit->addPoly(edit->state, polygon->type, polygon->pol, nullptr, polygon->numPnts,
-                  new_ids.get());
+                  corners.data());
     return EDERR_NONE;
+}
+
+void release_point_memory()
+{
+    forget_points();
+    points.release();
+    corners = std::vector<LWPntID>();
 }
 
 XYZ6_typ calc_cloned_point(XYZ6_typ point, params_typ* settings)
@@ -114,11 +161,13 @@ XYZ6_typ calc_cloned_point(XYZ6_typ point, params_typ* settings)
         p = p * losoj.z_zakresu(1 - settings->jitter, 1 + settings->jitter);
     if (settings->size_wg > 0)
         p = p * weight_factor(WG_val[akt_item->poly], settings->size_wg_influence);
-    p = p.rotate_Z(HPB_rand.z()).rotate_X(HPB_rand.y()).rotate_Y(HPB_rand.x());
+    p = turns.bank.by(HPB_rand.z()).about_Z(p);
+    p = turns.pitch.by(HPB_rand.y()).about_X(p);
+    p = turns.heading.by(HPB_rand.x()).about_Y(p);
     if (settings->p_align == 1)
-        p = p.rotate_Z(akt_item->norm_p);
+        p = turns.normal_pitch.by(akt_item->norm_p).about_Z(p);
     if (settings->h_align == 1)
-        p = p.rotate_Y(akt_item->norm_h);
+        p = turns.normal_heading.by(akt_item->norm_h).about_Y(p);
     return p;
 }
 

@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
 // Where every clone stands. The order of the draws fixes the layout of a seed.
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 #include "plugin/engine/clone.h"
 #include "plugin/engine/pos_typ.h"
+#include "plugin/engine/position_list.h"
 #include "plugin/engine/progress_monitor.h"
 #include "plugin/geometry/LW6-face.h"
 #include "plugin/geometry/area.h"
 #include "plugin/host/run_state.h"
 #include "plugin/random/LW6-random2.h"
+#include "plugin/random/flat_face.h"
 #include "plugin/settings/params.h"
 #include "plugin/weights/LW6-weight.h"
 
@@ -31,17 +37,23 @@ struct candidate_typ {
 };
 
 /// Draws candidates until one is accepted; the one after the last tested is taken as it is.
+///
+/// What is drawn does not depend on what is accepted. So some candidates are drawn ahead, and the
+/// memory that their tests need is on its way while the ones before them are tested. Only a draw in
+/// between, for a heading, takes the sampler back to where it would have been.
 class candidate_source {
 public:
     candidate_source(weight_map* wm, params_typ* settings, random& sampler, double spacing)
         : maps(wm), limits(settings), draws(sampler), widest(spacing),
-          density_name(wm != nullptr ? weight_map_name(*wm, settings->density_wg) : nullptr)
+          flat(static_cast<std::size_t>(num_polys)),
+          density_name(wm != nullptr ? weight_map_name(*wm, settings->density_wg) : nullptr),
+          positions(spacing, settings->clone_num)
     {}
 
     candidate_typ next()
     {
         for (std::int64_t t = 1;; ++t) {
-            draw();
+            take();
             if (t > limits->iterations)
                 return candidate;
             const double shrink = static_cast<double>(t) / limits->iterations + 1.0;
@@ -51,31 +63,91 @@ public:
         }
     }
 
-private:
-    void draw()
+    /// The sampler, where the last candidate left it.
+    random& sampler()
     {
-        candidate.poly = draws.z_zakresu(0, num_polys - 1);
-        face6_typ& polygon = poly_data[candidate.poly];
-        candidate.pos = draws.z_polygonu(&polygon);
+        if (taken < drawn) {
+            draws.mti = ahead[taken - 1].end;
+            taken = drawn;
+            most_ahead = 2;
+        }
+        return draws;
+    }
+
+    /// Makes the accepted positions the list.
+    void finish() { positions.finish(); }
+
+private:
+    struct draw_typ {
+        int poly;
+        std::int32_t end; ///< of the generator, after this draw
+        XYZ6_typ pos;
+    };
+
+    void take()
+    {
+        if (taken == drawn)
+            draw_ahead();
+        const draw_typ& draw = ahead[taken++];
+        candidate.poly = draw.poly;
+        candidate.pos = draw.pos;
         if (limits->size_poly_area == 1)
             candidate.area = calc_poly_area(candidate.poly, poly_data);
         if (limits->density_wg != 0 && maps != nullptr)
-            candidate.weight = maps->calc_weight(polygon.polID, candidate.pos, density_name);
+            candidate.weight =
+                maps->calc_weight(poly_data[candidate.poly].polID, candidate.pos, density_name);
     }
+
+    void draw_ahead()
+    {
+        taken = 0;
+        drawn = 0;
+        do {
+            draw_typ& draw = ahead[drawn++];
+            draw.poly = draws.z_zakresu(0, num_polys - 1);
+            draw.pos = point_on(draw.poly);
+            draw.end = draws.mti;
+            positions.prefetch(draw.pos, widest);
+            // Not into the generator's next block: from there is no way back.
+        } while (drawn < most_ahead && draws.mti + most_draws <= generator_block);
+        if (most_ahead < ahead.size())
+            ++most_ahead;
+    }
+
+    /// What z_polygonu gives; each polygon is laid flat once.
+    XYZ6_typ point_on(int poly)
+    {
+        face6_typ& polygon = poly_data[poly];
+        if (plain_lists || polygon.points == nullptr || polygon.num_points < 3)
+            return draws.z_polygonu(&polygon);
+        std::unique_ptr<flat_face>& face = flat[static_cast<std::size_t>(poly)];
+        if (face == nullptr)
+            face = std::make_unique<flat_face>(polygon);
+        return face->draw(draws);
+    }
+
+    static constexpr int most_draws = 3; ///< of one candidate: polygon, column, height
+    static constexpr int generator_block = 624;
 
     weight_map* maps;
     params_typ* limits;
     random& draws;
-    double widest; ///< the spacing before it shrinks from try to try
+    double widest;                                ///< the spacing before it shrinks from try to try
+    std::vector<std::unique_ptr<flat_face>> flat; ///< made when a polygon is first drawn
     const char* density_name;
+    position_setup positions;
     candidate_typ candidate;
+    std::array<draw_typ, 16> ahead;
+    std::size_t drawn = 0;
+    std::size_t taken = 0;
+    std::size_t most_ahead = 2;
 };
 
 /// 0 for a normal straight up and, deliberately, for one straight down.
 double pitch_of(XYZ6_typ n) { return -1 < n.y() && n.y() < 1 ? std::acos(n.y()) : 0.0; }
 
 /// Draws only for a normal along the Y axis, which has no heading of its own.
-double heading_of(XYZ6_typ n, random& sampler)
+double heading_of(XYZ6_typ n, candidate_source& candidates)
 {
     constexpr double tolerance = 0.001;
     if (n.z() < -tolerance || n.z() > tolerance) {
@@ -86,14 +158,14 @@ double heading_of(XYZ6_typ n, random& sampler)
         return 0.0;
     if (n.x() < -tolerance)
         return pi;
-    return sampler.z_zakresu(-float_pi, float_pi);
+    return candidates.sampler().z_zakresu(-float_pi, float_pi);
 }
 
-void align(pos_typ& node, weight_map* wm, const params_typ& settings, random& sampler)
+void align(pos_typ& node, weight_map* wm, const params_typ& settings, candidate_source& candidates)
 {
     const face6_typ& polygon = poly_data[node.poly];
     double p = pitch_of(polygon.normal);
-    const double h = heading_of(polygon.normal, sampler);
+    const double h = heading_of(polygon.normal, candidates);
     if (settings.p_angle_wg != 0 && wm != nullptr) {
         const char* const name = weight_map_name(*wm, settings.p_angle_wg);
         if (settings.p_absolute == 1)
@@ -124,9 +196,10 @@ void set_positions(weight_map* wm, params_typ* settings)
         if (settings->size_poly_area == 1)
             node.poly_area = taken.area;
         if (settings->h_align == 1 || settings->p_align == 1)
-            align(node, wm, *settings, sampler);
+            align(node, wm, *settings, candidates);
         progress.step();
     }
+    candidates.finish();
 }
 
 } // namespace dastrel

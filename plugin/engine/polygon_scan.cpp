@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstddef>
 
-#include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/UV_typ.h"
 #include "plugin/engine/clone.h"
+#include "plugin/engine/node_memory.h"
 #include "plugin/geometry/LW6-face.h"
 #include "plugin/host/run_state.h"
 #include "plugin/settings/params.h"
@@ -82,13 +82,14 @@ void free_memory()
     release_array(poly_data);
     discard_positions();
     release_array(pointID);
-    release_list(IDs);
+    release_point_memory();
     release_list(UVs);
     release_list(WGs);
     release_list(MMs);
     release_list(MNs);
     release_list(STs);
     release_array(WG_val);
+    release_node_memory();
 }
 
 } // namespace dastrel

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
+#include "plugin/engine/node_memory.h"
 #include "plugin/geometry/LW6-XYZ.h"
 
 namespace dastrel {
@@ -16,6 +18,10 @@ public:
     double norm_p = 0.0;     ///< pitch of the normal, with the pitch weight added
     double poly_area = 0.0;  ///< area of the polygon; only when size depends on it
     pos_typ* next = nullptr; ///< next node, at an equal or greater X
+
+    // a run makes one for each clone
+    static void* operator new(std::size_t /*size*/) { return take_pos_memory(); }
+    static void operator delete(void* memory) noexcept { give_pos_memory(memory); }
 };
 
 } // namespace dastrel

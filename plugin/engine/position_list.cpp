@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The list of positions, in ascending X, and the test that keeps them apart.
+#include "plugin/engine/position_list.h"
+
 #include "plugin/engine/clone.h"
 #include "plugin/engine/pos_typ.h"
 #include "plugin/host/run_state.h"
@@ -10,6 +12,9 @@
 namespace dastrel {
 
 namespace {
+
+/// The positions of the run that is being set up; null while the plain list is in charge.
+placed_positions* placed = nullptr;
 
 /// Clones on polygons smaller than the mean may stand closer, down to half the spacing.
 double spacing_for_area(double spacing, double area)
@@ -40,8 +45,10 @@ bool thinned_out(double percent)
     return losoj.z_zakresu(1, to_int(v)) <= 4;
 }
 
-bool too_close(XYZ6_typ pos, double d)
+bool too_close(const XYZ6_typ& pos, double d)
 {
+    if (placed != nullptr)
+        return placed->too_close(pos, d);
     for (const pos_typ* q = pos_list; q != nullptr; q = q->next) {
         if (q->pos.x() > pos.x() + d)
             return false; // no later node can be closer in X
@@ -52,6 +59,24 @@ bool too_close(XYZ6_typ pos, double d)
 }
 
 } // namespace
+
+position_setup::position_setup(double spacing, int expected)
+    : store(spacing, expected > 0 ? static_cast<std::size_t>(expected) : 0)
+{
+    if (!plain_lists)
+        placed = &store;
+}
+
+position_setup::~position_setup() { placed = nullptr; }
+
+void position_setup::prefetch(const XYZ6_typ& pos, double d) const { store.prefetch(pos, d); }
+
+void position_setup::finish()
+{
+    if (placed != nullptr)
+        pos_list = placed->link();
+    placed = nullptr;
+}
 
 bool check_pos(params_typ* settings, XYZ6_typ* pos, double area, double weight, double spacing)
 {
@@ -69,6 +94,13 @@ bool check_pos(params_typ* settings, XYZ6_typ* pos, double area, double weight, 
 
 pos_typ* add_item(XYZ6_typ pos)
 {
+    if (placed != nullptr) {
+        if (pos_typ* const taken = placed->add(pos))
+            return taken;
+        // It has no place in the order of X: from here on the list itself decides.
+        pos_list = placed->link();
+        placed = nullptr;
+    }
     pos_typ* const node = new pos_typ;
     node->pos = pos;
     if (pos_list == nullptr || pos_list->pos.x() > pos.x()) {

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
 // What the points of a clone take over from the model's vertex maps.
-#include <cstddef>
-#include <memory>
-
 #include "plugin/engine/UV_typ.h"
 #include "plugin/engine/clone.h"
 #include "plugin/host/run_state.h"
@@ -12,6 +9,9 @@
 namespace dastrel {
 
 namespace {
+
+/// The longest value of the types that are carried over.
+constexpr int most_floats = 3;
 
 /// Reads the point's value in a map. False when it has none.
 bool read_value(LWID type, const char* name, LWPntID point, float* value)
@@ -29,9 +29,9 @@ void write_value(LWID type, const char* name, LWPntID point, int dimension, cons
 void carry(const UV_typ* list, LWID type, int dimension, LWPntID old_point, LWPntID new_point)
 {
     for (const UV_typ* map = list; map != nullptr; map = map->next) {
-        const auto value = std::make_unique<float[]>(static_cast<std::size_t>(dimension));
-        if (read_value(type, map->name, old_point, value.get()))
-            write_value(type, map->name, new_point, dimension, value.get());
+        float value[most_floats];
+        if (read_value(type, map->name, old_point, value))
+            write_value(type, map->name, new_point, dimension, value);
     }
 }
 
@@ -48,8 +48,8 @@ void write_index(LWPntID new_point, const params_typ& settings)
 void carry_relative_morphs(LWPntID old_point, LWPntID new_point, params_typ* settings)
 {
     for (const UV_typ* map = MMs; map != nullptr; map = map->next) {
-        const auto value = std::make_unique<float[]>(3);
-        if (!read_value(LWVMAP_MORF, map->name, old_point, value.get()))
+        float value[most_floats];
+        if (!read_value(LWVMAP_MORF, map->name, old_point, value))
             continue;
         const XYZ6_typ offset =
             calc_cloned_point(XYZ6_typ(static_cast<double>(value[0]), static_cast<double>(value[1]),
@@ -61,7 +61,7 @@ void carry_relative_morphs(LWPntID old_point, LWPntID new_point, params_typ* set
         Cstr name(map->name);
         if (morph_map_num != 0)
             name += Cstr(morph_map_num);
-        write_value(LWVMAP_MORF, name, new_point, 3, value.get());
+        write_value(LWVMAP_MORF, name, new_point, 3, value);
     }
 }
 

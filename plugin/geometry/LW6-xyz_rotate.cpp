@@ -3,47 +3,27 @@
 #include <cmath>
 
 #include "plugin/geometry/LW6-XYZ.h"
+#include "plugin/geometry/turn.h"
 
 namespace dastrel {
 
-namespace {
-
-// One turn about a coordinate axis, without a shortcut for a == 0.
-
-XYZ6_typ turned_X(XYZ6_typ p, double a)
+XYZ6_typ XYZ6_typ::rotate_X(double a) const
 {
-    const double s = std::sin(-a);
-    const double c = std::cos(-a);
-    return {p.x(), p.y() * c - p.z() * s, p.z() * c + p.y() * s};
+    return a == 0.0 ? *this : turn_typ(a).about_X(*this);
 }
-
-XYZ6_typ turned_Y(XYZ6_typ p, double a)
-{
-    const double s = std::sin(-a);
-    const double c = std::cos(-a);
-    return {p.x() * c + p.z() * s, p.y(), p.z() * c - p.x() * s};
-}
-
-XYZ6_typ turned_Z(XYZ6_typ p, double a)
-{
-    const double s = std::sin(-a);
-    const double c = std::cos(-a);
-    return {p.x() * c - p.y() * s, p.y() * c + p.x() * s, p.z()};
-}
-
-} // namespace
-
-XYZ6_typ XYZ6_typ::rotate_X(double a) const { return a == 0.0 ? *this : turned_X(*this, a); }
 
 // Without the shortcut of the other two: a turn by 0 is computed here.
-XYZ6_typ XYZ6_typ::rotate_Y(double a) const { return turned_Y(*this, a); }
+XYZ6_typ XYZ6_typ::rotate_Y(double a) const { return turn_typ(a).about_Y(*this); }
 
-XYZ6_typ XYZ6_typ::rotate_Z(double a) const { return a == 0.0 ? *this : turned_Z(*this, a); }
+XYZ6_typ XYZ6_typ::rotate_Z(double a) const
+{
+    return a == 0.0 ? *this : turn_typ(a).about_Z(*this);
+}
 
 XYZ6_typ XYZ6_typ::rotate_X(XYZ6_typ c, double a)
 {
     *this = *this - c;
-    const XYZ6_typ turned = turned_X(*this, a).move(c);
+    const XYZ6_typ turned = turn_typ(a).computed_X(*this).move(c);
     *this += c;
     return turned;
 }
@@ -51,7 +31,7 @@ XYZ6_typ XYZ6_typ::rotate_X(XYZ6_typ c, double a)
 XYZ6_typ XYZ6_typ::rotate_Y(XYZ6_typ c, double a)
 {
     *this = *this - c;
-    const XYZ6_typ turned = turned_Y(*this, a).move(c);
+    const XYZ6_typ turned = turn_typ(a).computed_Y(*this).move(c);
     *this += c;
     return turned;
 }
@@ -61,7 +41,7 @@ XYZ6_typ XYZ6_typ::rotate_Z(XYZ6_typ c, double a)
     if (a == 0.0)
         return *this;
     *this = *this - c;
-    const XYZ6_typ turned = turned_Z(*this, a).move(c);
+    const XYZ6_typ turned = turn_typ(a).computed_Z(*this).move(c);
     *this += c;
     return turned;
 }
@@ -69,9 +49,9 @@ XYZ6_typ XYZ6_typ::rotate_Z(XYZ6_typ c, double a)
 XYZ6_typ XYZ6_typ::rotate(XYZ6_typ c, XYZ6_typ angles) const
 {
     XYZ6_typ r = *this - c;
-    r = turned_X(r, angles.x());
-    r = turned_Z(r, angles.z());
-    r = turned_Y(r, angles.y());
+    r = turn_typ(angles.x()).computed_X(r);
+    r = turn_typ(angles.z()).computed_Z(r);
+    r = turn_typ(angles.y()).computed_Y(r);
     return r.move(c);
 }
 

@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "plugin/geometry/turn.h"
+
 namespace dastrel {
 
 void axes_typ::calc_transf_angles()
@@ -20,18 +22,24 @@ void axes_typ::calc_transf_angles()
 
 void axes_typ::to_local(XYZ6_typ* pts, int n, XYZ6_typ origin) const
 {
+    const turn_typ y(-angle[0]);
+    const turn_typ z(-angle[1]);
+    const turn_typ x(-angle[2]);
+    const bool moved = origin != 0.0;
+    const XYZ6_typ back = XYZ6_typ() - origin;
     for (int i = 0; i < n; ++i) {
-        XYZ6_typ p = pts[i];
-        if (origin != 0.0)
-            p = p.move(XYZ6_typ() - origin);
-        pts[i] = p.rotate_Y(-angle[0]).rotate_Z(-angle[1]).rotate_X(-angle[2]);
+        const XYZ6_typ p = moved ? pts[i].move(back) : pts[i];
+        pts[i] = x.about_X(z.about_Z(y.about_Y(p)));
     }
 }
 
 void axes_typ::to_global(XYZ6_typ* pts, int n, XYZ6_typ origin) const
 {
+    const turn_typ y(angle[0]);
+    const turn_typ z(angle[1]);
+    const turn_typ x(angle[2]);
     for (int i = 0; i < n; ++i)
-        pts[i] = pts[i].rotate_X(angle[2]).rotate_Z(angle[1]).rotate_Y(angle[0]).move(origin);
+        pts[i] = y.about_Y(z.about_Z(x.about_X(pts[i]))).move(origin);
 }
 
 } // namespace dastrel

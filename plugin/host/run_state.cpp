@@ -36,4 +36,6 @@ int morph_map_num;
 
 UV_typ *UVs, *WGs, *MMs, *MNs, *STs;
 
+bool plain_lists;
+
 } // namespace dastrel

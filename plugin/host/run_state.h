@@ -51,4 +51,8 @@ extern int morph_map_num;
 /// "MORF", "MNVW", "SPOT".
 extern UV_typ *UVs, *WGs, *MMs, *MNs, *STs;
 
+/// Keep to the plain lists and leave the indexes beside them alone. The results are the same to the
+/// last bit; tests and benchmarks compare the two.
+extern bool plain_lists;
+
 } // namespace dastrel
