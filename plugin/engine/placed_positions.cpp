@@ -30,18 +30,20 @@ pos_typ* placed_positions::link()
 {
     struct key_typ {
         double x;
-        pos_typ* node;
+        std::size_t arrival;
     };
     std::vector<key_typ> keys;
     keys.reserve(nodes.size());
-    for (pos_typ* node : nodes)
-        keys.push_back({node->pos.x(), node});
-    std::stable_sort(keys.begin(), keys.end(),
-                     [](const key_typ& a, const key_typ& b) { return a.x < b.x; });
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        keys.push_back({nodes[i]->pos.x(), i});
+    std::sort(keys.begin(), keys.end(), [](const key_typ& a, const key_typ& b) {
+        return a.x < b.x || (a.x == b.x && a.arrival < b.arrival);
+    });
     pos_typ* head = nullptr;
     for (std::size_t i = keys.size(); i-- > 0;) {
-        keys[i].node->next = head;
-        head = keys[i].node;
+        pos_typ* const node = nodes[keys[i].arrival];
+        node->next = head;
+        head = node;
     }
     nodes.clear();
     return head;

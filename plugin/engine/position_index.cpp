@@ -168,10 +168,13 @@ void position_index::insert(const XYZ6_typ& pos)
 position_index::query_typ position_index::query(const XYZ6_typ& pos, double d) const
 {
     // How far a distance between coordinates rounded to single precision may be off: each of them
-    // by its size times 2^-24, and the arithmetic by a few such parts.
+    // by its size times 2^-24, and the arithmetic by a few such parts. The walk's bounds in X are
+    // off by up to 2^-53 of the coordinate itself.
     constexpr double part = 0x1p-20;
+    constexpr double bound_part = 0x1p-50;
     const XYZ6_typ relative = pos - origin;
-    const double margin = (std::max(farthest, largest(relative)) + d) * part;
+    const double margin =
+        (std::max(farthest, largest(relative)) + d) * part + largest(pos) * bound_part;
     const double inner = std::max(d - margin, 0.0);
     const double outer = d + margin;
     // Squares outside this range would overflow or vanish: then every position is put to the test.

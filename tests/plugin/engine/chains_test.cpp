@@ -2,6 +2,7 @@
 #include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/UV_typ.h"
 #include "plugin/engine/clone.h"
+#include "plugin/engine/node_memory.h"
 #include "plugin/engine/pos_typ.h"
 #include "plugin/weights/LW6-weight.h"
 #include "tests/plugin/module_test.h"
@@ -26,9 +27,10 @@ template <typename Node> void release_a_million()
             last = last->next;
         }
         delete head;
+        release_node_memory(); // of the nodes that come from large blocks
     }
-    EXPECT_EQ(support::allocations().made, static_cast<std::size_t>(a_million));
-    EXPECT_EQ(support::allocations().freed, static_cast<std::size_t>(a_million));
+    EXPECT_GT(support::allocations().made, 0U);
+    EXPECT_EQ(support::allocations().freed, support::allocations().made);
 }
 
 TEST(Chains, OfAMillionPointsAreReleased) { release_a_million<IDs_typ>(); }
@@ -48,7 +50,8 @@ TEST(Chains, OfAMillionPositionsAreReleased)
             add_item(XYZ6_typ(i)); // each before all others
         free_memory();
     }
-    EXPECT_EQ(support::allocations().freed, static_cast<std::size_t>(a_million));
+    EXPECT_GT(support::allocations().made, 0U);
+    EXPECT_EQ(support::allocations().freed, support::allocations().made);
     EXPECT_EQ(pos_list, nullptr);
     reset_module();
 }
