@@ -79,8 +79,8 @@ public:
 
 private:
     struct draw_typ {
-        int poly;
-        std::int32_t end; ///< of the generator, after this draw
+        int poly = 0;
+        std::int32_t end = 0; ///< of the generator, after this draw
         XYZ6_typ pos;
     };
 

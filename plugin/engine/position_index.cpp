@@ -54,11 +54,11 @@ double largest(const XYZ6_typ& p)
 /// A question, with what is the same for all lines that it looks at.
 struct position_index::query_typ {
     XYZ6_typ pos;
-    double d;
-    double low_x, high_x;  ///< what the walk in ascending X looks at
-    float x, y, z;         ///< relative to the origin
-    float surely, perhaps; ///< squares: closer than the first is too close, farther than the second
-                           ///< is not
+    double d = 0.0;
+    double low_x = 0.0, high_x = 0.0;    ///< what the walk in ascending X looks at
+    float x = 0.0F, y = 0.0F, z = 0.0F;  ///< relative to the origin
+    float surely = 0.0F, perhaps = 0.0F; ///< squares: closer than the first is too close, farther
+                                         ///< than the second is not
 
     /// What the walk asks.
     bool rejects(const XYZ6_typ& q) const
@@ -195,7 +195,7 @@ bool position_index::too_close_in(const query_typ& query, std::size_t i) const
     const line_typ* line = &lines[i];
     const exact_typ* line_exact = &exact[i];
     for (;;) {
-        std::array<float, line_length> squares;
+        std::array<float, line_length> squares{};
         float nearest = std::numeric_limits<float>::infinity();
         for (std::size_t k = 0; k < line_length; ++k) {
             const float dx = line->x[k] - query.x;

@@ -54,7 +54,7 @@ private:
     }
 
     std::unique_ptr<Value[], release> values;
-    std::size_t length;
+    std::size_t length = 0;
 };
 
 } // namespace dastrel
