@@ -7,14 +7,11 @@
 #include <memory>
 #include <new>
 #include <type_traits>
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
 
 namespace dastrel {
 
-/// An array of fixed size for access at random places: large ones lie in huge pages where the
-/// system has them, which saves most of the cost of finding a page.
+/// An array of fixed size for access at random places: large ones begin where a huge page does, so
+/// that a system which gives them of itself can.
 template <typename Value> class large_array {
     static_assert(std::is_trivially_copyable_v<Value>);
 
@@ -40,16 +37,12 @@ private:
     {
         constexpr std::size_t page = std::size_t{2} << 20;
         const std::size_t bytes = count * sizeof(Value);
-        const bool large = bytes >= page;
-        const std::size_t alignment = large ? page : std::max<std::size_t>(alignof(Value), 64);
+        const std::size_t alignment =
+            bytes >= page ? page : std::max<std::size_t>(alignof(Value), 64);
         const std::size_t rounded = (bytes + alignment - 1) / alignment * alignment;
         void* const memory = std::aligned_alloc(alignment, rounded);
         if (memory == nullptr)
             throw std::bad_alloc();
-#ifdef __linux__
-        if (large)
-            madvise(memory, rounded, MADV_HUGEPAGE); // a wish: it works without as well
-#endif
         return static_cast<Value*>(memory);
     }
 
