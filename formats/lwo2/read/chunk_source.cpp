@@ -67,7 +67,7 @@ private:
     void fill(std::uint64_t offset, std::size_t count)
     {
         // Small chunks come together, so that a file of many of them is not read in tiny steps.
-        constexpr std::uint64_t least = 256u * 1024u;
+        constexpr std::uint64_t least = std::uint64_t{256} * 1024;
         const auto wanted = static_cast<std::size_t>(
             std::min(std::max<std::uint64_t>(count, least), size_ - offset));
         begin_ = offset;
@@ -112,7 +112,7 @@ private:
 
 std::unique_ptr<ChunkSource> read_to_end(const std::filesystem::path& path, const Descriptor& file)
 {
-    constexpr std::size_t step = 1024u * 1024u;
+    constexpr std::size_t step = std::size_t{1024} * 1024;
     mesh::Buffer<std::byte> bytes;
     std::size_t have = 0;
     for (;;) {

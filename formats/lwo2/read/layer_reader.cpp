@@ -185,7 +185,7 @@ void LayerReader::polygons(Cursor body)
     const mesh::FourCC type = body.u4();
     note_kind(polygon_kinds_, type, body, "types of polygons");
     polygons_.first = static_cast<std::uint32_t>(layer_.polygons.size());
-    std::array<std::uint32_t, curve_point_limit> corners;
+    std::array<std::uint32_t, curve_point_limit> corners{};
     while (body.left() > 0) {
         const std::uint64_t offset = body.offset();
         const std::uint16_t word = body.u2();
