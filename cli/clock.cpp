@@ -9,7 +9,7 @@
 #include <fmt/format.h>
 
 #include "cli/errors.h"
-#include "cli/settings/values.h"
+#include "settings/values.h"
 
 namespace cli {
 
@@ -20,8 +20,8 @@ constexpr const char* variable = "DASTREL_CLOCK";
 std::int64_t seconds_from(const char* source, std::string_view text)
 {
     try {
-        return parse_whole_number(text, 0, std::numeric_limits<std::uint32_t>::max());
-    } catch (const ValueError& error) {
+        return settings::parse_whole_number(text, 0, std::numeric_limits<std::uint32_t>::max());
+    } catch (const settings::ValueError& error) {
         throw UsageError(fmt::format("{}: {}; it counts seconds", source, error.what()));
     }
 }

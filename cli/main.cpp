@@ -10,7 +10,6 @@
 
 #include <fmt/format.h>
 
-#include "cli/arguments/nearest.h"
 #include "cli/commands/dump.h"
 #include "cli/commands/info.h"
 #include "cli/commands/modules.h"
@@ -22,6 +21,7 @@
 #include "cli/module_finder.h"
 #include "cli/verbs.h"
 #include "cli/version.h"
+#include "settings/nearest.h"
 
 namespace cli {
 
@@ -82,7 +82,7 @@ const VerbEntry& find_verb(const std::string& name)
         names.emplace_back(verb.name);
     }
     throw UsageError(fmt::format("unknown {} '{}'{}", name.starts_with("-") ? "option" : "verb",
-                                 name, did_you_mean(name, names)));
+                                 name, settings::did_you_mean(name, names)));
 }
 
 ExitStatus run_verb(const std::string& name, std::vector<std::string> arguments)

@@ -2,12 +2,12 @@
 #include "cli/module_finder.h"
 
 #include <system_error>
-#include <vector>
 
 #include <fmt/format.h>
 
 #include "cli/errors.h"
 #include "modeler/errors.h"
+#include "modeler/module_places.h"
 
 namespace cli {
 
@@ -23,23 +23,6 @@ bool is_file(const fs::path& path)
     return fs::is_regular_file(path, ignored);
 }
 
-std::vector<fs::path> places()
-{
-    std::error_code failed;
-    const fs::path program = fs::read_symlink("/proc/self/exe", failed);
-    if (failed)
-        return {};
-    const fs::path folder = program.parent_path();
-    const fs::path prefix = folder.parent_path();
-    std::vector<fs::path> found{folder / module_file};
-    for (const char* library_folder : {DASTREL_LIBRARY_FOLDER, "lib", "lib64"}) {
-        const fs::path place = prefix / library_folder / "dastrel" / module_file;
-        if (place != found.back())
-            found.push_back(place);
-    }
-    return found;
-}
-
 } // namespace
 
 fs::path find_module(const std::string& named)
@@ -50,7 +33,7 @@ fs::path find_module(const std::string& named)
         return fs::absolute(named);
     }
     std::string looked;
-    for (const fs::path& place : places()) {
+    for (const fs::path& place : modeler::module_places(module_file)) {
         if (is_file(place))
             return place;
         looked += "\n  " + place.string();

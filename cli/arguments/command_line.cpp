@@ -8,10 +8,10 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include "cli/arguments/nearest.h"
 #include "cli/console/output.h"
 #include "cli/errors.h"
-#include "cli/settings/values.h"
+#include "settings/nearest.h"
+#include "settings/values.h"
 
 namespace cli {
 
@@ -138,7 +138,7 @@ void CommandLine::join_switches(std::vector<std::string>& arguments) const
         if (std::find(switches_.begin(), switches_.end(), arguments[i]) == switches_.end())
             continue;
         const auto next = arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1;
-        if (next != arguments.end() && is_switch_word(*next)) {
+        if (next != arguments.end() && settings::is_switch_word(*next)) {
             arguments[i] += "=" + *next;
             arguments.erase(next);
         } else {
@@ -152,8 +152,8 @@ void CommandLine::refuse_extras() const
     for (const std::string& extra : app_->remaining()) {
         if (extra.size() > 1 && extra[0] == '-') {
             const std::string name = extra.substr(0, extra.find('='));
-            throw UsageError(
-                fmt::format("unknown option '{}'{}", name, did_you_mean(name, option_names())));
+            throw UsageError(fmt::format("unknown option '{}'{}", name,
+                                         settings::did_you_mean(name, option_names())));
         }
         throw UsageError(fmt::format("unexpected argument '{}'", extra));
     }

@@ -7,7 +7,7 @@
 #include <fmt/format.h>
 
 #include "cli/errors.h"
-#include "cli/settings/values.h"
+#include "settings/values.h"
 
 namespace cli {
 
@@ -26,13 +26,14 @@ std::vector<std::size_t> parse_layer_list(std::string_view option, std::string_v
         const std::string_view part = rest.substr(0, comma);
         const std::size_t dash = part.find('-', 1);
         try {
-            const auto first = parse_whole_number(part.substr(0, dash), 1, most_layers);
-            const auto last = dash == std::string_view::npos
-                                  ? first
-                                  : parse_whole_number(part.substr(dash + 1), first, most_layers);
+            const auto first = settings::parse_whole_number(part.substr(0, dash), 1, most_layers);
+            const auto last =
+                dash == std::string_view::npos
+                    ? first
+                    : settings::parse_whole_number(part.substr(dash + 1), first, most_layers);
             for (auto layer = first; layer <= last; ++layer)
                 layers.insert(static_cast<std::size_t>(layer));
-        } catch (const ValueError& error) {
+        } catch (const settings::ValueError& error) {
             throw UsageError(fmt::format("{}: {}; write layers from 1, such as 1,3 or 2-4", option,
                                          error.what()));
         }

@@ -144,9 +144,9 @@ void select_surfaces(const std::vector<std::string>& names, Scene& scene)
     }
 }
 
-std::int64_t clones_made(const std::vector<UsedSetting>& settings)
+std::int64_t clones_made(const std::vector<settings::UsedSetting>& settings)
 {
-    for (const UsedSetting& used : settings) {
+    for (const settings::UsedSetting& used : settings) {
         if (used.setting->field == "clone_num")
             return std::max<std::int64_t>(0, std::get<std::int32_t>(used.value));
     }

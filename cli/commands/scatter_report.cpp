@@ -47,8 +47,8 @@ Json maps_json(const ScatterReport& report)
 Json settings_json(const ScatterReport& report)
 {
     Json settings = Json::object();
-    for (const UsedSetting& used : report.settings)
-        settings[std::string(used.setting->field)] = to_json(*used.setting, used.value);
+    for (const settings::UsedSetting& used : report.settings)
+        settings[std::string(used.setting->field)] = settings::to_json(*used.setting, used.value);
     return settings;
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/settings/form_filling.h"
 #include "modeler/modeler.h"
+#include "settings/form_filling.h"
 
 namespace cli {
 
@@ -32,7 +32,7 @@ struct ScatterReport {
     std::string output;
     std::filesystem::path module;
     std::int64_t clock = 0;
-    std::vector<UsedSetting> settings;
+    std::vector<settings::UsedSetting> settings;
     std::int64_t clones = 0;
     modeler::RunResult result;
     Seconds seconds;

@@ -9,6 +9,7 @@
 #include "cli/arguments/layer_list.h"
 #include "cli/errors.h"
 #include "cli/files.h"
+#include "settings/errors.h"
 
 namespace cli {
 
@@ -40,9 +41,9 @@ be read, 4 the module or the host failed, 5 the output cannot be written,
 130 interrupted
 )";
 
-std::string described(const Setting& setting)
+std::string described(const settings::Setting& setting)
 {
-    return fmt::format("{} (default {})", setting.meaning, default_for_display(setting));
+    return fmt::format("{} (default {})", setting.meaning, settings::default_for_display(setting));
 }
 
 } // namespace
@@ -79,34 +80,43 @@ ScatterArguments::ScatterArguments()
 
 void ScatterArguments::add_settings()
 {
-    for (const Setting& setting : all_settings()) {
+    for (const settings::Setting& setting : settings::all_settings()) {
         std::string& text = settings_.emplace_back(SettingOption{&setting, {}}).text;
-        const std::string name = option_name(setting);
+        const std::string name = settings::option_name(setting);
         const std::string group(setting.group);
-        if (setting.unit == Unit::on_off)
+        if (setting.unit == settings::Unit::on_off)
             line_.add_switch(name, text, described(setting), group);
         else
-            line_.add_value(name, text, placeholder(setting.unit), described(setting), group);
+            line_.add_value(name, text, settings::placeholder(setting.unit), described(setting),
+                            group);
     }
 }
 
-std::vector<GivenSetting> ScatterArguments::given_settings() const
+std::vector<settings::GivenSetting> ScatterArguments::given_settings() const
 {
-    std::vector<GivenSetting> given;
+    std::vector<settings::GivenSetting> given;
     for (const SettingOption& one : settings_) {
-        const std::string name = option_name(*one.setting);
+        const std::string name = settings::option_name(*one.setting);
         if (!line_.was_given(name))
             continue;
         try {
-            given.push_back(
-                {one.setting, parse_value(*one.setting, std::string_view(one.text)), name});
-        } catch (const ValueError& error) {
+            given.push_back({one.setting,
+                             settings::parse_value(*one.setting, std::string_view(one.text)),
+                             name});
+        } catch (const settings::ValueError& error) {
             throw UsageError(fmt::format("{}: {}", name, error.what()));
         }
     }
     if (settings_file_.empty())
         return given;
-    return merge_settings(read_settings_file(settings_file_), std::move(given));
+    try {
+        return settings::merge_settings(settings::read_settings_file(settings_file_),
+                                        std::move(given));
+    } catch (const settings::WrongSettings& error) {
+        throw UsageError(error.what());
+    } catch (const settings::UnreadableSettings& error) {
+        throw Failure(ExitStatus::input, error.what());
+    }
 }
 
 void ScatterArguments::judge_inputs(ScatterRequest& request) const

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/arguments/command_line.h"
-#include "cli/settings/given.h"
+#include "settings/given.h"
 
 namespace cli {
 
@@ -19,7 +19,7 @@ struct ScatterRequest {
     std::vector<std::size_t> foreground; ///< layers of the scene, from 1
     std::vector<std::size_t> background; ///< the same; empty: all others
     std::vector<std::string> select_surfaces;
-    std::vector<GivenSetting> settings;
+    std::vector<settings::GivenSetting> settings;
     std::string clock;  ///< empty: none given
     std::string module; ///< empty: the one that is found
     bool json = false;
@@ -39,7 +39,7 @@ public:
 private:
     void add_settings();
     void judge_inputs(ScatterRequest& request) const;
-    [[nodiscard]] std::vector<GivenSetting> given_settings() const;
+    [[nodiscard]] std::vector<settings::GivenSetting> given_settings() const;
 
     CommandLine line_;
     std::vector<std::string> inputs_;
@@ -54,7 +54,7 @@ private:
     bool quiet_ = false;
 
     struct SettingOption {
-        const Setting* setting;
+        const settings::Setting* setting;
         std::string text;
     };
     std::deque<SettingOption> settings_; ///< the parser writes into the texts: they must not move

@@ -9,8 +9,8 @@
 
 #include <fmt/format.h>
 
-#include "cli/settings/given.h"
-#include "cli/settings/table.h"
+#include "settings/given.h"
+#include "settings/table.h"
 
 namespace cli {
 
@@ -22,10 +22,10 @@ using Row = std::array<std::string, columns>;
 std::vector<Row> rows()
 {
     std::vector<Row> table{{"option", "panel label", "unit", "default", "meaning"}};
-    for (const Setting& setting : all_settings())
-        table.push_back({option_name(setting), std::string(setting.label),
-                         std::string(unit_name(setting.unit)), default_for_display(setting),
-                         std::string(setting.meaning)});
+    for (const settings::Setting& setting : settings::all_settings())
+        table.push_back({settings::option_name(setting), std::string(setting.label),
+                         std::string(settings::unit_name(setting.unit)),
+                         settings::default_for_display(setting), std::string(setting.meaning)});
     return table;
 }
 
@@ -77,7 +77,7 @@ ExitStatus SettingsVerb::run(Console& /*console*/)
     if (json_ && markdown_)
         throw UsageError("--json and --markdown exclude each other");
     if (json_)
-        write_stdout(default_settings_text());
+        write_stdout(settings::default_settings_text());
     else
         write_stdout(markdown_ ? markdown_table() : text_table());
     return ExitStatus::done;

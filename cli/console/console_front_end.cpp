@@ -7,7 +7,9 @@
 
 #include <fmt/format.h>
 
+#include "cli/errors.h"
 #include "modeler/form_panel.h"
+#include "settings/errors.h"
 
 namespace cli {
 
@@ -80,9 +82,15 @@ std::unique_ptr<modeler::Progress> ConsoleFrontEnd::begin_progress(std::string_v
 
 bool ConsoleFrontEnd::run_panel(modeler::FormPanel& panel)
 {
-    for (const std::string& warning : fill_form(panel, settings_))
-        console_.warning(warning);
-    used_ = read_form(panel);
+    try {
+        for (const std::string& warning : settings::fill_form(panel, settings_))
+            console_.warning(warning);
+    } catch (const settings::WrongSettings& error) {
+        throw UsageError(error.what());
+    } catch (const settings::PanelMismatch& error) {
+        throw Failure(ExitStatus::host, error.what());
+    }
+    used_ = settings::read_form(panel);
     return true;
 }
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "cli/console/output.h"
-#include "cli/settings/form_filling.h"
 #include "modeler/front_end.h"
+#include "settings/form_filling.h"
 
 namespace cli {
 
@@ -17,7 +17,7 @@ namespace cli {
 class ConsoleFrontEnd : public modeler::FrontEnd {
 public:
     /// Both are used as long as the front end lives.
-    ConsoleFrontEnd(Console& console, std::span<const GivenSetting> settings)
+    ConsoleFrontEnd(Console& console, std::span<const settings::GivenSetting> settings)
         : console_(console), settings_(settings)
     {}
 
@@ -30,12 +30,15 @@ public:
     [[nodiscard]] bool run_panel(modeler::FormPanel& panel) override;
 
     /// What the panel's controls held when OK was pressed. Empty before that.
-    [[nodiscard]] const std::vector<UsedSetting>& used_settings() const noexcept { return used_; }
+    [[nodiscard]] const std::vector<settings::UsedSetting>& used_settings() const noexcept
+    {
+        return used_;
+    }
 
 private:
     Console& console_;
-    std::span<const GivenSetting> settings_;
-    std::vector<UsedSetting> used_;
+    std::span<const settings::GivenSetting> settings_;
+    std::vector<settings::UsedSetting> used_;
 };
 
 } // namespace cli

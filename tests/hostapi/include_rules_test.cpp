@@ -82,8 +82,9 @@ const std::vector<Room> rooms = {
     {"formats", {"formats", "mesh"}, {"fmt", "fcntl.h", "sys", "unistd.h", "assimp"}},
     {"modeler", {"modeler", "hostapi", "mesh"}, {"fmt", "dlfcn.h"}},
     {"picture", {"picture", "mesh"}, {"fmt", "embree3", "embree4", "png.h", "lodepng.h"}},
+    {"settings", {"settings", "modeler"}, {"fmt", "nlohmann"}},
     {"cli",
-     {"cli", "modeler", "formats", "picture", "mesh"},
+     {"cli", "settings", "modeler", "formats", "picture", "mesh"},
      {"fmt", "CLI", "nlohmann", "fcntl.h", "sys", "unistd.h"}},
 };
 
@@ -120,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(House, RoomTest, testing::ValuesIn(rooms),
 
 TEST(IncludeRules, AreAppliedToFilesThatWereRead)
 {
-    for (const char* room : {"hostapi", "mesh", "plugin", "formats", "modeler", "cli"})
+    for (const char* room : {"hostapi", "mesh", "plugin", "formats", "modeler", "settings", "cli"})
         EXPECT_GT(includes_of(room).size(), 2U) << room;
 }
 

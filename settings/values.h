@@ -9,9 +9,9 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "cli/settings/table.h"
+#include "settings/table.h"
 
-namespace cli {
+namespace settings {
 
 /// A setting's value: a whole number or switch, a number in the panel's own unit (fraction,
 /// radians), or the name of a map.
@@ -40,4 +40,4 @@ public:
 /// The words that stand for on and off.
 [[nodiscard]] bool is_switch_word(std::string_view text) noexcept;
 
-} // namespace cli
+} // namespace settings

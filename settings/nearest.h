@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace cli {
+namespace settings {
 
 /// The candidate that takes the fewest single-character changes to become `word`; `-` and `_` count
 /// as one character. The earlier one wins a tie. Empty when none is near enough to have been meant:
@@ -16,4 +16,4 @@ namespace cli {
 [[nodiscard]] std::string did_you_mean(std::string_view word,
                                        std::span<const std::string> candidates);
 
-} // namespace cli
+} // namespace settings

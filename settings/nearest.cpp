@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/arguments/nearest.h"
+#include "settings/nearest.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 #include <fmt/format.h>
 
-namespace cli {
+namespace settings {
 
 namespace {
 
@@ -57,4 +57,4 @@ std::string did_you_mean(std::string_view word, std::span<const std::string> can
     return found.empty() ? std::string() : fmt::format("; did you mean '{}'?", found);
 }
 
-} // namespace cli
+} // namespace settings

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/settings/values.h"
+#include "settings/values.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-namespace cli {
+namespace settings {
 
 namespace {
 
@@ -258,4 +258,4 @@ nlohmann::json to_json(const Setting& setting, const Value& value)
     return json_number(number);
 }
 
-} // namespace cli
+} // namespace settings

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace cli {
+namespace settings {
 
 /// How a setting's value is written.
 enum class Unit {
@@ -45,4 +45,4 @@ struct Setting {
 /// The default as a person would write it; `about` before an angle that does not come out even.
 [[nodiscard]] std::string default_for_display(const Setting& setting);
 
-} // namespace cli
+} // namespace settings

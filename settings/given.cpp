@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/settings/given.h"
+#include "settings/given.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,10 +13,10 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include "cli/arguments/nearest.h"
-#include "cli/errors.h"
+#include "settings/errors.h"
+#include "settings/nearest.h"
 
-namespace cli {
+namespace settings {
 
 namespace {
 
@@ -49,7 +49,7 @@ nlohmann::json parse_object(std::string_view text, const std::string& name)
     const auto watch = [&](int depth, nlohmann::json::parse_event_t event, nlohmann::json& parsed) {
         if (event == nlohmann::json::parse_event_t::key && depth == 1 &&
             !seen.insert(parsed.get<std::string>()).second)
-            throw UsageError(
+            throw WrongSettings(
                 fmt::format("{}: '{}' stands there twice", name, parsed.get<std::string>()));
         return true;
     };
@@ -59,15 +59,16 @@ nlohmann::json parse_object(std::string_view text, const std::string& name)
             return object;
     } catch (const nlohmann::json::parse_error& error) {
         const auto until = text.substr(0, std::min(error.byte, text.size()));
-        throw UsageError(fmt::format("{}: line {}: is not JSON; `dastrel settings --json` prints a "
-                                     "file to start from",
-                                     name, 1 + std::count(until.begin(), until.end(), '\n')));
+        throw WrongSettings(
+            fmt::format("{}: line {}: is not JSON; `dastrel settings --json` prints a "
+                        "file to start from",
+                        name, 1 + std::count(until.begin(), until.end(), '\n')));
     } catch (const nlohmann::json::out_of_range&) {
-        throw UsageError(fmt::format("{}: holds a number that is too large", name));
+        throw WrongSettings(fmt::format("{}: holds a number that is too large", name));
     }
-    throw UsageError(fmt::format("{}: is not a JSON object; `dastrel settings --json` prints a "
-                                 "file to start from",
-                                 name));
+    throw WrongSettings(fmt::format("{}: is not a JSON object; `dastrel settings --json` prints a "
+                                    "file to start from",
+                                    name));
 }
 
 } // namespace
@@ -81,13 +82,13 @@ std::vector<GivenSetting> read_settings_text(std::string_view text, const std::s
         const std::string where = line ? fmt::format("{}: line {}", name, *line) : name;
         const Setting* const setting = find_setting(key);
         if (setting == nullptr)
-            throw UsageError(fmt::format("{}: unknown setting '{}'{}", where, key,
-                                         did_you_mean(key, field_names())));
+            throw WrongSettings(fmt::format("{}: unknown setting '{}'{}", where, key,
+                                            did_you_mean(key, field_names())));
         std::string source = fmt::format("{}: {}", where, key);
         try {
             given.push_back({setting, parse_value(*setting, value), source});
         } catch (const ValueError& error) {
-            throw UsageError(fmt::format("{}: {}", source, error.what()));
+            throw WrongSettings(fmt::format("{}: {}", source, error.what()));
         }
     }
     return given;
@@ -103,8 +104,8 @@ std::vector<GivenSetting> read_settings_file(const std::filesystem::path& file)
         const auto reason = std::filesystem::is_directory(file)
                                 ? std::make_error_code(std::errc::is_a_directory)
                                 : std::error_code(errno, std::generic_category());
-        throw Failure(ExitStatus::input, fmt::format("{}: the settings cannot be read: {}",
-                                                     file.string(), reason.message()));
+        throw UnreadableSettings(
+            fmt::format("{}: the settings cannot be read: {}", file.string(), reason.message()));
     }
     return read_settings_text(text, file.string());
 }
@@ -122,13 +123,21 @@ std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,
     return under;
 }
 
-std::string default_settings_text()
+std::string settings_text(std::span<const UsedSetting> used)
 {
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
-    for (const Setting& setting : all_settings())
-        object[std::string(setting.field)] =
-            to_json(setting, parse_value(setting, setting.default_text));
-    return object.dump(2) + "\n";
+    for (const UsedSetting& one : used)
+        object[std::string(one.setting->field)] = to_json(*one.setting, one.value);
+    // Names of maps in files need not be UTF-8, and JSON must be.
+    return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
-} // namespace cli
+std::string default_settings_text()
+{
+    std::vector<UsedSetting> defaults;
+    for (const Setting& setting : all_settings())
+        defaults.push_back({&setting, parse_value(setting, setting.default_text)});
+    return settings_text(defaults);
+}
+
+} // namespace settings

@@ -6,25 +6,19 @@
 #include <utility>
 #include <vector>
 
-#include "cli/settings/given.h"
 #include "modeler/form_panel.h"
+#include "settings/given.h"
 
-namespace cli {
+namespace settings {
 
 /// Sets the controls of the given settings, found by their labels, and leaves all others alone.
 /// All are filled, in whatever order they were given and whether they are enabled or not.
 /// @return a sentence for each setting that was changed in a control which is disabled afterwards.
-/// @throws UsageError for a map that the popup does not list; Failure (host) when the panel has no
-/// fitting control.
+/// @throws WrongSettings for a map that the popup does not list; PanelMismatch when the panel has
+/// no fitting control.
 std::vector<std::string> fill_form(modeler::FormPanel& panel, std::span<const GivenSetting> given);
-
-/// A setting and what its control holds.
-struct UsedSetting {
-    const Setting* setting = nullptr;
-    Value value; ///< of a map: the name of the chosen entry
-};
 
 /// The values of all settings that the panel has a control for, in the order of the table.
 [[nodiscard]] std::vector<UsedSetting> read_form(const modeler::FormPanel& panel);
 
-} // namespace cli
+} // namespace settings

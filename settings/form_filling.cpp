@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "cli/settings/form_filling.h"
+#include "settings/form_filling.h"
 
 #include <algorithm>
 #include <cstddef>
 
 #include <fmt/format.h>
 
-#include "cli/errors.h"
 #include "modeler/errors.h"
+#include "settings/errors.h"
 
-namespace cli {
+namespace settings {
 
 namespace {
 
@@ -31,9 +31,9 @@ int choice_index(const modeler::Control& control, const std::string& name,
     const std::vector<std::string> maps(control.choices.begin() + (control.choices.empty() ? 0 : 1),
                                         control.choices.end());
     if (maps.empty())
-        throw UsageError(fmt::format(
+        throw WrongSettings(fmt::format(
             "{}: there is no weight map '{}'; neither ground nor model has any", source, name));
-    throw UsageError(
+    throw WrongSettings(
         fmt::format("{}: there is no weight map '{}'; there are {}", source, name, list_of(maps)));
 }
 
@@ -54,17 +54,16 @@ std::vector<std::string> fill_form(modeler::FormPanel& panel, std::span<const Gi
     for (const GivenSetting& one : given) {
         const modeler::Control* const control = panel.find(one.setting->label);
         if (control == nullptr)
-            throw Failure(ExitStatus::host,
-                          fmt::format("{}: the module's panel has no control '{}'; this module is "
-                                      "not the one the program was made for",
-                                      one.source, one.setting->label));
+            throw PanelMismatch(
+                fmt::format("{}: the module's panel has no control '{}'; this module is "
+                            "not the one the program was made for",
+                            one.source, one.setting->label));
         const modeler::ControlValue before = control->value;
         try {
             panel.fill(control->id, control_value(*control, one));
         } catch (const modeler::PanelRefusal& refusal) {
-            throw Failure(ExitStatus::host,
-                          fmt::format("{}: the module's panel does not take it: {}", one.source,
-                                      refusal.what()));
+            throw PanelMismatch(fmt::format("{}: the module's panel does not take it: {}",
+                                            one.source, refusal.what()));
         }
         if (control->value != before)
             changed.emplace_back(&one, control->id);
@@ -98,4 +97,4 @@ std::vector<UsedSetting> read_form(const modeler::FormPanel& panel)
     return used;
 }
 
-} // namespace cli
+} // namespace settings

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "cli/settings/table.h"
+#include "settings/table.h"
 
 #include <array>
 #include <numbers>
 
 #include <fmt/format.h>
 
-#include "cli/settings/values.h"
+#include "settings/values.h"
 
-namespace cli {
+namespace settings {
 
 namespace {
 
@@ -146,4 +146,4 @@ std::string default_for_display(const Setting& setting)
     return fmt::format("about {:.7g}", radians * 180.0 / std::numbers::pi);
 }
 
-} // namespace cli
+} // namespace settings
