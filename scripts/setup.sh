@@ -7,7 +7,8 @@
 #   scripts/setup.sh --checks   also what CI runs beside the tests: clang, its tools and fuzzer
 set -euo pipefail
 
-build=(g++ cmake ninja-build libc6-dev libcli11-dev nlohmann-json3-dev libfmt-dev)
+build=(g++ cmake ninja-build libc6-dev libcli11-dev nlohmann-json3-dev libfmt-dev
+       libembree-dev libfreetype-dev libglu1-mesa-dev liblodepng-dev fonts-dejavu-core)
 tests=(libgtest-dev libgmock-dev librapidcheck-dev python3 python3-pytest binutils)
 checks=(clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 git)
 

@@ -81,7 +81,7 @@ const std::vector<Room> rooms = {
     {"plugin", {"plugin", "hostapi"}, {}},
     {"formats", {"formats", "mesh"}, {"fmt", "fcntl.h", "sys", "unistd.h", "assimp"}},
     {"modeler", {"modeler", "hostapi", "mesh"}, {"fmt", "dlfcn.h"}},
-    {"picture", {"picture", "mesh"}, {"fmt", "embree3", "embree4", "png.h", "lodepng.h"}},
+    {"picture", {"picture", "mesh"}, {"fmt", "embree3", "GL", "ft2build.h", "lodepng.h"}},
     {"settings", {"settings", "modeler"}, {"fmt", "nlohmann"}},
     {"cli",
      {"cli", "settings", "modeler", "formats", "picture", "mesh"},

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "picture/render/samples.h"
+
+namespace picture {
+
+namespace {
+
+/// Spreads every bit of a number over all others; one-to-one.
+constexpr std::uint32_t mixed(std::uint32_t bits) noexcept
+{
+    bits ^= bits >> 16U;
+    bits *= 0x9E3779B1U;
+    bits ^= bits >> 15U;
+    bits *= 0x85EBCA77U;
+    bits ^= bits >> 13U;
+    return bits;
+}
+
+constexpr std::uint32_t reversed(std::uint32_t bits) noexcept
+{
+    bits = (bits >> 16U) | (bits << 16U);
+    bits = ((bits & 0x00FF00FFU) << 8U) | ((bits & 0xFF00FF00U) >> 8U);
+    bits = ((bits & 0x0F0F0F0FU) << 4U) | ((bits & 0xF0F0F0F0U) >> 4U);
+    bits = ((bits & 0x33333333U) << 2U) | ((bits & 0xCCCCCCCCU) >> 2U);
+    return ((bits & 0x55555555U) << 1U) | ((bits & 0xAAAAAAAAU) >> 1U);
+}
+
+/// Flips each bit or not, depending on the seed and the bits above it only. Numbers that begin with
+/// the same bits still do so afterwards: an even cover of the unit interval stays even (A. Owen,
+/// "Randomly permuted (t,m,s)-nets and (t,s)-sequences", 1995; in arithmetic on the reversed bits
+/// after S. Laine and T. Karras, "Stratified sampling for stochastic transparency", 2011). Steps
+/// that carry only upwards do the work: adding, and multiplying by odd numbers.
+constexpr std::uint32_t scrambled(std::uint32_t bits, std::uint32_t seed) noexcept
+{
+    bits = reversed(bits);
+    bits += seed;
+    bits *= mixed(seed) | 1U;
+    bits ^= bits * (mixed(seed + 1U) & ~1U);
+    bits ^= bits * (mixed(seed + 2U) & ~1U);
+    bits *= mixed(seed + 3U) | 1U;
+    return reversed(bits);
+}
+
+/// The second axis of Sobol's sequence; the first one is the reversed number itself.
+constexpr std::uint32_t second_axis(std::uint32_t number) noexcept
+{
+    std::uint32_t result = 0;
+    for (std::uint32_t column = 0x80000000U; number != 0; number >>= 1U, column ^= column >> 1U)
+        if ((number & 1U) != 0)
+            result ^= column;
+    return result;
+}
+
+/// The upper 24 bits: what single precision holds exactly below 1.
+float share(std::uint32_t bits) noexcept
+{
+    return static_cast<float>(bits >> 8U) * (1.0F / 16777216.0F);
+}
+
+} // namespace
+
+Samples::Samples(int x, int y, std::uint32_t number) noexcept
+    : seed_(mixed(static_cast<std::uint32_t>(x) + mixed(static_cast<std::uint32_t>(y) + 1U))),
+      number_(number)
+{}
+
+Sample2 Samples::draw(SampleUse use) const noexcept
+{
+    // The order of the points is shuffled for each use, so that the points of two uses do not go
+    // together.
+    const std::uint32_t seed = mixed(seed_ + 0x632BE5ABU * (static_cast<std::uint32_t>(use) + 1U));
+    const std::uint32_t number = reversed(scrambled(reversed(number_), seed));
+    return {share(scrambled(reversed(number), seed + 11U)),
+            share(scrambled(second_axis(number), seed + 23U))};
+}
+
+} // namespace picture

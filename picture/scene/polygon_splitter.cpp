@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include "picture/scene/polygon_splitter.h"
+
+#include <new>
+#include <tuple>
+
+#include <GL/glu.h>
+
+#include "picture/view/vectors.h"
+
+namespace picture {
+
+using mesh::Vec3;
+
+namespace {
+
+/// Whether a triangle looks to the same side as the polygon that it is a part of.
+bool faces(const Vec3& a, const Vec3& b, const Vec3& c, const Vec3& normal)
+{
+    return dot(cross(b - a, c - a), normal) > 0.0;
+}
+
+using Callback = void (*)();
+
+/// A number in the pointer's clothing in which the library hands back what it was given.
+void* as_handle(std::uint32_t number) { return reinterpret_cast<void*>(std::uintptr_t{number}); }
+
+std::uint32_t from_handle(const void* handle)
+{
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
+}
+
+} // namespace
+
+/// The library's tessellator, and what it says while it works. It calls back from C code: nothing
+/// may be thrown through it, so running out of memory is kept for later.
+struct PolygonSplitter::Tessellator {
+    explicit Tessellator(PolygonSplitter& owner) : splitter(owner), handle(gluNewTess())
+    {
+        if (handle == nullptr)
+            throw std::bad_alloc();
+        set(GLU_TESS_EDGE_FLAG_DATA, reinterpret_cast<Callback>(&edge_flag));
+        set(GLU_TESS_VERTEX_DATA, reinterpret_cast<Callback>(&vertex));
+        set(GLU_TESS_COMBINE_DATA, reinterpret_cast<Callback>(&combine));
+        set(GLU_TESS_ERROR_DATA, reinterpret_cast<Callback>(&fail));
+        gluTessProperty(handle, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
+    }
+    Tessellator(const Tessellator&) = delete;
+    Tessellator& operator=(const Tessellator&) = delete;
+    ~Tessellator() { gluDeleteTess(handle); }
+
+    void run(std::span<const Vec3> corners, const Vec3& normal)
+    {
+        corner_count = corners.size();
+        piece_corner = 0;
+        out_of_memory = false;
+        const Vec3 direction = normalized(normal);
+        gluTessNormal(handle, direction.x, direction.y, direction.z);
+        gluTessBeginPolygon(handle, this);
+        gluTessBeginContour(handle);
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            std::array<GLdouble, 3> place{corners[i].x, corners[i].y, corners[i].z};
+            gluTessVertex(handle, place.data(), as_handle(static_cast<std::uint32_t>(i)));
+        }
+        gluTessEndContour(handle);
+        gluTessEndPolygon(handle);
+        if (out_of_memory)
+            throw std::bad_alloc();
+    }
+
+    PolygonSplitter& splitter;
+    GLUtesselator* handle;
+    std::size_t corner_count = 0;
+    Piece piece;
+    std::size_t piece_corner = 0;
+    bool edge_begins = false;
+    bool out_of_memory = false;
+
+private:
+    void set(GLenum which, Callback callback) { gluTessCallback(handle, which, callback); }
+
+    static Tessellator& self(void* data) { return *static_cast<Tessellator*>(data); }
+
+    /// Tells of each corner whether an edge of the polygon begins there. It is asked for, so the
+    /// library gives separate triangles only.
+    static void edge_flag(GLboolean flag, void* data) noexcept
+    {
+        self(data).edge_begins = flag != GL_FALSE;
+    }
+
+    static void vertex(void* corner, void* data) noexcept
+    {
+        Tessellator& one = self(data);
+        one.piece.corners.at(one.piece_corner) = from_handle(corner);
+        if (one.edge_begins)
+            one.piece.edges = static_cast<std::uint8_t>(one.piece.edges | 1U << one.piece_corner);
+        if (++one.piece_corner < 3)
+            return;
+        one.piece_corner = 0;
+        try {
+            one.splitter.pieces_.push_back(one.piece);
+        } catch (const std::bad_alloc&) {
+            one.out_of_memory = true;
+        }
+        one.piece = {};
+    }
+
+    /// Two edges cross, or points fall together.
+    static void combine(GLdouble* /*place*/, void** corners, GLfloat* shares, void** result,
+                        void* data) noexcept
+    {
+        Tessellator& one = self(data);
+        *result = corners[0];
+        AddedPoint mixed;
+        for (std::size_t i = 0; i < 4; ++i)
+            if (shares[i] > 0.0F)
+                one.mix_in(mixed, from_handle(corners[i]), shares[i]);
+        try {
+            one.splitter.added_.push_back(mixed);
+        } catch (const std::bad_alloc&) {
+            one.out_of_memory = true;
+            return;
+        }
+        *result = as_handle(
+            static_cast<std::uint32_t>(one.corner_count + one.splitter.added_.size() - 1));
+    }
+
+    /// Adds a share of a corner, or of the corners of a point that was added before.
+    void mix_in(AddedPoint& mixed, std::uint32_t corner, float share) const noexcept
+    {
+        if (corner >= corner_count) {
+            const AddedPoint& earlier = splitter.added_[corner - corner_count];
+            for (std::size_t i = 0; i < 4; ++i)
+                if (earlier.shares.at(i) > 0.0F)
+                    mix_in(mixed, earlier.corners.at(i), share * earlier.shares.at(i));
+            return;
+        }
+        std::size_t least = 0;
+        for (std::size_t i = 0; i < 4; ++i) {
+            if (mixed.shares.at(i) > 0.0F && mixed.corners.at(i) == corner) {
+                mixed.shares.at(i) += share;
+                return;
+            }
+            if (mixed.shares.at(i) < mixed.shares.at(least))
+                least = i;
+        }
+        // Where many edges cross in one point there are more than four: the largest four count.
+        if (share > mixed.shares.at(least)) {
+            mixed.corners.at(least) = corner;
+            mixed.shares.at(least) = share;
+        }
+    }
+
+    /// The library has freed what it had; the triangles so far are kept.
+    static void fail(GLenum error, void* data) noexcept
+    {
+        if (error == GLU_OUT_OF_MEMORY)
+            self(data).out_of_memory = true;
+    }
+};
+
+Vec3 area_vector(std::span<const Vec3> corners) noexcept
+{
+    Vec3 sum;
+    for (std::size_t i = 2; i < corners.size(); ++i)
+        sum = sum + cross(corners[i - 1] - corners[0], corners[i] - corners[0]);
+    return sum;
+}
+
+PolygonSplitter::PolygonSplitter() : tessellator_(std::make_unique<Tessellator>(*this)) {}
+
+PolygonSplitter::~PolygonSplitter() = default;
+
+void PolygonSplitter::split(std::span<const Vec3> corners)
+{
+    pieces_.clear();
+    added_.clear();
+    if (corners.size() == 3) {
+        pieces_.push_back({{0, 1, 2}, 7});
+        return;
+    }
+    const Vec3 normal = area_vector(corners);
+    if (corners.size() == 4 ? split_quad(corners, normal) : split_as_fan(corners, normal))
+        return;
+    pieces_.clear();
+    tessellator_->run(corners, normal);
+}
+
+/// Splits a polygon whose first corner sees all others; false when it may not be so.
+bool PolygonSplitter::split_as_fan(std::span<const Vec3> corners, const Vec3& normal)
+{
+    const auto count = static_cast<std::uint32_t>(corners.size());
+    for (std::uint32_t i = 2; i < count; ++i) {
+        if (!faces(corners[0], corners[i - 1], corners[i], normal) ||
+            !faces(corners[0], corners[1], corners[i], normal))
+            return false;
+        // sides: from the first corner, between the two others, and back
+        unsigned edges = 2;
+        if (i == 2)
+            edges |= 1;
+        if (i + 1 == count)
+            edges |= 4;
+        pieces_.push_back({{0, i - 1, i}, static_cast<std::uint8_t>(edges)});
+    }
+    return true;
+}
+
+/// Splits along the diagonal that lies inside, or along the shorter one where both do; false for a
+/// quad that crosses itself.
+bool PolygonSplitter::split_quad(std::span<const Vec3> corners, const Vec3& normal)
+{
+    const auto& [a, b, c, d] = std::tie(corners[0], corners[1], corners[2], corners[3]);
+    const bool by_first = faces(a, b, c, normal) && faces(a, c, d, normal);
+    const bool by_second = faces(a, b, d, normal) && faces(b, c, d, normal);
+    if (!by_first && !by_second)
+        return false;
+    const bool first_is_shorter = dot(c - a, c - a) <= dot(d - b, d - b);
+    if (by_first && (first_is_shorter || !by_second)) {
+        pieces_.push_back({{0, 1, 2}, 3});
+        pieces_.push_back({{0, 2, 3}, 6});
+    } else {
+        pieces_.push_back({{0, 1, 3}, 5});
+        pieces_.push_back({{1, 2, 3}, 3});
+    }
+    return true;
+}
+
+} // namespace picture
