@@ -72,7 +72,9 @@ void draw_legend(Image& image, const MapValues& map, double scale)
     if (steps)
         title += fmt::format(": {} values, a colour each", map.steps.size());
     const std::string low = number(map.lowest);
-    const std::string high = number(fields != 0 ? map.steps[fields - 1] : map.highest);
+    std::string high = number(map.highest);
+    if (fields < map.steps.size()) // the bar shows a part of them
+        high = number(map.steps[fields - 1]) + " ... " + high;
 
     const int gap = pixels(10);
     const int line = pixels(20);

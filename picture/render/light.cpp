@@ -5,8 +5,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "picture/image/colour.h"
-
 namespace picture {
 
 namespace {
@@ -58,9 +56,9 @@ Float3 Light::towards_sky(const Float3& normal, Sample2 sample) noexcept
 
 Float3 Light::sky_colour(const Float3& direction) noexcept
 {
-    constexpr Float3 zenith{0.50F, 0.62F, 0.85F};
-    constexpr Float3 horizon{0.78F, 0.80F, 0.82F};
-    constexpr Float3 below{0.26F, 0.25F, 0.24F};
+    constexpr Float3 zenith{0.39F, 0.48F, 0.66F};
+    constexpr Float3 horizon{0.60F, 0.61F, 0.63F};
+    constexpr Float3 below{0.20F, 0.19F, 0.18F};
     if (direction.y >= 0.0F)
         return mix(horizon, zenith, std::sqrt(direction.y));
     return mix(horizon, below, std::min(1.0F, -4.0F * direction.y));
@@ -68,7 +66,9 @@ Float3 Light::sky_colour(const Float3& direction) noexcept
 
 Float3 backdrop(float share) noexcept
 {
-    return mix(linear_colour(0.93F, 0.94F, 0.95F), linear_colour(0.74F, 0.75F, 0.77F), share);
+    constexpr Float3 upper{0.85F, 0.87F, 0.89F};
+    constexpr Float3 lower{0.51F, 0.52F, 0.55F};
+    return mix(upper, lower, share);
 }
 
 } // namespace picture

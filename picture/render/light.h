@@ -19,13 +19,13 @@ public:
     /// A direction into the half space over a surface, the more often the nearer to the normal.
     [[nodiscard]] static Float3 towards_sky(const Float3& normal, Sample2 sample) noexcept;
 
-    [[nodiscard]] static Float3 sun_colour() noexcept { return {1.75F, 1.62F, 1.40F}; }
+    [[nodiscard]] static Float3 sun_colour() noexcept { return {1.36F, 1.26F, 1.09F}; }
 
     /// What comes from a direction in which nothing stands.
     [[nodiscard]] static Float3 sky_colour(const Float3& direction) noexcept;
 
     /// What comes from a direction in which something stands: a little light is everywhere.
-    [[nodiscard]] static Float3 blocked_colour() noexcept { return {0.055F, 0.058F, 0.065F}; }
+    [[nodiscard]] static Float3 blocked_colour() noexcept { return {0.040F, 0.042F, 0.047F}; }
 
 private:
     Float3 sun_;

@@ -25,30 +25,33 @@ constexpr std::uint32_t reversed(std::uint32_t bits) noexcept
     return ((bits & 0x55555555U) << 1U) | ((bits & 0xAAAAAAAAU) >> 1U);
 }
 
-/// Flips each bit or not, depending on the seed and the bits above it only. Numbers that begin with
-/// the same bits still do so afterwards: an even cover of the unit interval stays even (A. Owen,
-/// "Randomly permuted (t,m,s)-nets and (t,s)-sequences", 1995; in arithmetic on the reversed bits
-/// after S. Laine and T. Karras, "Stratified sampling for stochastic transparency", 2011). Steps
-/// that carry only upwards do the work: adding, and multiplying by odd numbers.
+/// Flips each bit or not, depending on the seed and the bits below it only. On numbers whose bits
+/// are reversed this keeps together what begins alike: an even cover of the unit interval stays
+/// even (A. Owen, "Randomly permuted (t,m,s)-nets and (t,s)-sequences", 1995; by arithmetic after
+/// S. Laine and T. Karras, "Stratified sampling for stochastic transparency", 2011). Adding,
+/// multiplying by odd numbers, and xor with even multiples carry upwards only.
 constexpr std::uint32_t scrambled(std::uint32_t bits, std::uint32_t seed) noexcept
 {
-    bits = reversed(bits);
     bits += seed;
-    bits *= mixed(seed) | 1U;
-    bits ^= bits * (mixed(seed + 1U) & ~1U);
-    bits ^= bits * (mixed(seed + 2U) & ~1U);
-    bits *= mixed(seed + 3U) | 1U;
-    return reversed(bits);
+    bits *= seed >> 16U | 1U;
+    bits ^= bits * 0x7A4D27B2U;
+    bits += seed >> 8U;
+    bits ^= bits * 0x5C9E1F46U;
+    bits *= seed << 1U | 1U;
+    bits ^= bits * 0x31B6A7DCU;
+    return bits;
 }
 
-/// The second axis of Sobol's sequence; the first one is the reversed number itself.
+/// The second axis of Sobol's sequence with its bits reversed; of the first axis that is the number
+/// itself. Bit i comes from all bits j of which i, as a set of bits, is a part.
 constexpr std::uint32_t second_axis(std::uint32_t number) noexcept
 {
-    std::uint32_t result = 0;
-    for (std::uint32_t column = 0x80000000U; number != 0; number >>= 1U, column ^= column >> 1U)
-        if ((number & 1U) != 0)
-            result ^= column;
-    return result;
+    number ^= number >> 16U;
+    number ^= number >> 8U & 0x00FF00FFU;
+    number ^= number >> 4U & 0x0F0F0F0FU;
+    number ^= number >> 2U & 0x33333333U;
+    number ^= number >> 1U & 0x55555555U;
+    return number;
 }
 
 /// The upper 24 bits: what single precision holds exactly below 1.
@@ -69,9 +72,9 @@ Sample2 Samples::draw(SampleUse use) const noexcept
     // The order of the points is shuffled for each use, so that the points of two uses do not go
     // together.
     const std::uint32_t seed = mixed(seed_ + 0x632BE5ABU * (static_cast<std::uint32_t>(use) + 1U));
-    const std::uint32_t number = reversed(scrambled(reversed(number_), seed));
-    return {share(scrambled(reversed(number), seed + 11U)),
-            share(scrambled(second_axis(number), seed + 23U))};
+    const std::uint32_t number = scrambled(number_, seed);
+    return {share(reversed(scrambled(number, mixed(seed + 1U)))),
+            share(reversed(scrambled(second_axis(number), mixed(seed + 2U))))};
 }
 
 } // namespace picture
