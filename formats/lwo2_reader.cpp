@@ -58,8 +58,8 @@ public:
 
 private:
     std::uint64_t read_form_header();
-    void read_chunk(Cursor body, std::byte pad);
-    void read_tags(Cursor body);
+    void read_chunk(Cursor& body, std::byte pad);
+    void read_tags(Cursor& body);
     void keep(FileChunk chunk);
     void close_layer();
     void move_tail();
@@ -82,7 +82,7 @@ std::uint64_t Reader::read_form_header()
                           fmt::format("a file of {} bytes is no object; it is empty, cut short, or "
                                       "of another format",
                                       size));
-    Cursor header(id_form, source_.read(0, form_start), 0);
+    Cursor header(id_form, source_, 0, form_start);
     if (const FourCC first = header.u4(); first != id_form)
         header.fail_at(0, fmt::format("found \"{}\" instead of FORM; this is no LWO2 object",
                                       mesh::to_text(first)));
@@ -113,7 +113,7 @@ mesh::Document Reader::read()
                               fmt::format("{} bytes are left, too few for a chunk; the file is "
                                           "damaged or cut short",
                                           end - at));
-        Cursor header(id_form, source_.read(at, header_size), at);
+        Cursor header(id_form, source_, at, header_size);
         const FourCC id = header.u4();
         const std::uint64_t size = header.u4();
         const std::uint64_t body = at + header_size;
@@ -125,11 +125,11 @@ mesh::Document Reader::read()
         at = body + size;
         const bool padded = size % 2 != 0;
         pad_missing = padded && at == end;
-        const std::size_t span = static_cast<std::size_t>(size) + (padded && at < end ? 1 : 0);
-        const auto bytes = source_.read(body, span);
-        const std::byte pad = span > size ? bytes.back() : std::byte{0};
-        read_chunk(Cursor(id, bytes.first(static_cast<std::size_t>(size)), body), pad);
-        at = body + span;
+        std::byte pad{0};
+        if (padded && at < end)
+            pad = source_.read(at++, 1).front();
+        Cursor cursor(id, source_, body, size);
+        read_chunk(cursor, pad);
     }
     if (stated_end > end && !pad_missing)
         throw FormatError("FORM", 4,
@@ -145,7 +145,7 @@ mesh::Document Reader::read()
     return std::move(document_);
 }
 
-void Reader::read_chunk(Cursor body, std::byte pad)
+void Reader::read_chunk(Cursor& body, std::byte pad)
 {
     const FourCC id = body.chunk();
     if (id == id_layr) {
@@ -167,11 +167,10 @@ void Reader::read_chunk(Cursor body, std::byte pad)
     }
     if (layer_ && layer_->take(body))
         return;
-    const auto bytes = body.rest();
-    keep({.id = id, .pad = pad, .body = {bytes.begin(), bytes.end()}});
+    keep({.id = id, .pad = pad, .body = body.rest()});
 }
 
-void Reader::read_tags(Cursor body)
+void Reader::read_tags(Cursor& body)
 {
     if (has_tags_) {
         reading_.warn(id_tags, body.offset() - header_size,

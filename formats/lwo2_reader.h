@@ -24,7 +24,7 @@ namespace formats {
 [[nodiscard]] mesh::Document read_lwo2(std::span<const std::byte> bytes,
                                        const WarningSink& warnings);
 
-/// Reads an LWO2 file (or a pipe). Takes memory for the document and the largest single chunk.
+/// Reads an LWO2 file. Takes hardly more memory than the document; a pipe is read whole first.
 /// @throws FileError when it cannot be opened or read; FormatError as `read_lwo2`, with the path
 ///         before the message.
 [[nodiscard]] mesh::Document read_lwo2_file(const std::filesystem::path& path,

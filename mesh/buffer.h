@@ -56,6 +56,14 @@ public:
             reallocate(count);
     }
 
+    /// The same for arrays that grow in small steps: now and then it makes room for half as much
+    /// again.
+    void reserve_more(std::size_t count)
+    {
+        if (count > capacity_)
+            grow(count);
+    }
+
     void push_back(T value)
     {
         if (size_ == capacity_)

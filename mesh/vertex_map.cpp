@@ -24,7 +24,7 @@ void VertexMap::set(std::uint32_t point, std::span<const float> value)
     // All that can fail comes first, so that a failure leaves the map as it was.
     if (word >= present_.size()) {
         const auto count = static_cast<std::uint32_t>(count_);
-        before_.reserve(word + 1);
+        before_.reserve_more(word + 1);
         present_.resize(word + 1, 0);
         before_.resize(word + 1, count);
     }
@@ -38,6 +38,29 @@ void VertexMap::set(std::uint32_t point, std::span<const float> value)
     for (std::size_t w = word + 1; w < before_.size(); ++w)
         ++before_[w];
     ++count_;
+}
+
+void VertexMap::append(std::span<const std::uint32_t> points, std::span<const float> values)
+{
+    if (points.empty())
+        return;
+    const std::size_t words = points.back() / 64u + std::size_t{1};
+    const std::size_t old_words = present_.size();
+    // All that can fail comes first, so that a failure leaves the map as it was.
+    before_.reserve_more(words);
+    present_.reserve_more(words);
+    values_.append(values.first(points.size() * dimension_));
+    present_.resize(words, 0);
+    auto count = static_cast<std::uint32_t>(count_);
+    std::size_t next_word = old_words;
+    for (const std::uint32_t point : points) {
+        for (; next_word <= point / 64u; ++next_word)
+            before_.push_back(count);
+        present_[point / 64u] |= std::uint64_t{1} << (point % 64u);
+        ++count;
+    }
+    count_ = count;
+    end_ = points.back() + 1;
 }
 
 void VertexMap::erase(std::uint32_t point) noexcept

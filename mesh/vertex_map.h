@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -67,6 +68,10 @@ public:
     /// Gives the point a value of `dimension` floats, in place of one it may have.
     void set(std::uint32_t point, std::span<const float> value);
 
+    /// Gives points their values in one go: the points ascend, the first of them behind all that
+    /// have a value; `values` are `dimension` floats for each, one after another.
+    void append(std::span<const std::uint32_t> points, std::span<const float> values);
+
     /// Takes the point's value away.
     void erase(std::uint32_t point) noexcept;
 
@@ -77,16 +82,30 @@ public:
     [[nodiscard]] std::span<const float> values() const noexcept { return values_.span(); }
 
     /// Calls `visit(point, value)` for each point that has a value, in ascending order.
-    template <typename Visit> void for_each(Visit visit) const
+    template <typename Visit> void for_each(Visit visit) const { for_each_in(0, end_, visit); }
+
+    /// The same for the points from `begin` on that lie before `end`, in time that does not grow
+    /// with the others.
+    template <typename Visit>
+    void for_each_in(std::uint32_t begin, std::uint32_t end, Visit visit) const
     {
-        std::size_t row = 0;
-        for (std::size_t word = 0; word < present_.size(); ++word) {
-            for (std::uint64_t bits = present_[word]; bits != 0; bits &= bits - 1) {
-                const auto bit = static_cast<std::uint32_t>(std::countr_zero(bits));
-                visit(static_cast<std::uint32_t>(word * 64u) + bit,
-                      std::span<const float>(values_.data() + row * dimension_, dimension_));
-                ++row;
+        end = std::min(end, end_);
+        if (begin >= end)
+            return;
+        std::size_t row = rank(begin);
+        std::uint64_t bits = present_[begin / 64u] & (~std::uint64_t{0} << (begin % 64u));
+        for (std::uint32_t first = begin - begin % 64u;;) {
+            for (; bits != 0; bits &= bits - 1, ++row) {
+                const std::uint32_t point =
+                    first + static_cast<std::uint32_t>(std::countr_zero(bits));
+                if (point >= end)
+                    return;
+                visit(point, std::span<const float>(values_.data() + row * dimension_, dimension_));
             }
+            if (end - first <= 64u)
+                return;
+            first += 64u;
+            bits = present_[first / 64u];
         }
     }
 

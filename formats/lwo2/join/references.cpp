@@ -9,6 +9,7 @@
 
 #include "formats/errors.h"
 #include "formats/lwo2/ids.h"
+#include "formats/lwo2/read/chunk_source.h"
 #include "formats/lwo2/read/cursor.h"
 
 namespace formats::lwo2 {
@@ -261,11 +262,12 @@ bool has_sub_chunk(std::span<const std::byte> at, FourCC wanted)
 std::optional<SurfaceHead> surface_head(std::span<const std::byte> body)
 {
     try {
-        Cursor cursor(id_surf, body, 0);
+        const auto source = memory_source(body);
+        Cursor cursor(id_surf, *source, 0, body.size());
         SurfaceHead head;
         head.name = cursor.text();
         head.source = cursor.text();
-        head.rest = cursor.rest();
+        head.rest = body.subspan(static_cast<std::size_t>(cursor.offset()));
         return head;
     } catch (const FormatError&) {
         return std::nullopt;

@@ -22,9 +22,9 @@ public:
 
     [[nodiscard]] std::uint64_t size() const noexcept override { return bytes_.size(); }
 
-    [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t count) override
+    [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t) override
     {
-        return bytes_.subspan(static_cast<std::size_t>(offset), count);
+        return bytes_.subspan(static_cast<std::size_t>(offset));
     }
 
 private:
@@ -56,42 +56,45 @@ public:
 
     [[nodiscard]] std::uint64_t size() const noexcept override { return size_; }
 
-    [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t count) override
+    [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t least) override
     {
-        if (offset < begin_ || offset + count > begin_ + window_.size())
-            fill(offset, count);
-        return {window_.data() + (offset - begin_), count};
+        if (offset < begin_ || offset + least > begin_ + size_at_hand_)
+            fill(offset, least);
+        const auto passed = static_cast<std::size_t>(offset - begin_);
+        return {window_.get() + passed, size_at_hand_ - passed};
     }
 
 private:
-    void fill(std::uint64_t offset, std::size_t count)
+    void fill(std::uint64_t offset, std::size_t least)
     {
-        // Small chunks come together, so that a file of many of them is not read in tiny steps.
-        constexpr std::uint64_t least = std::uint64_t{256} * 1024;
+        // a piece that stays in the processor's cache until it has been read
+        constexpr std::size_t usual = std::size_t{128} * 1024;
         const auto wanted = static_cast<std::size_t>(
-            std::min(std::max<std::uint64_t>(count, least), size_ - offset));
+            std::min<std::uint64_t>(std::max(least, usual), size_ - offset));
         begin_ = offset;
-        window_.truncate(0);
-        window_.resize(wanted);
-        std::size_t have = 0;
-        while (have < wanted) {
-            const ssize_t got = ::pread(file_.number(), window_.data() + have, wanted - have,
-                                        static_cast<off_t>(offset + have));
+        size_at_hand_ = 0;
+        while (size_at_hand_ < wanted) {
+            const ssize_t got =
+                ::pread(file_.number(), window_.get() + size_at_hand_, wanted - size_at_hand_,
+                        static_cast<off_t>(offset + size_at_hand_));
             if (got < 0 && errno == EINTR)
                 continue;
             if (got < 0)
                 throw FileError(path_, "cannot be read", errno);
             if (got == 0)
-                throw FileError(path_, "cannot be read", "it became shorter while it was read");
-            have += static_cast<std::size_t>(got);
+                break;
+            size_at_hand_ += static_cast<std::size_t>(got);
         }
+        if (size_at_hand_ < least)
+            throw FileError(path_, "cannot be read", "it became shorter while it was read");
     }
 
     std::filesystem::path path_;
     Descriptor file_;
     std::uint64_t size_;
-    std::uint64_t begin_ = 0;
-    mesh::Buffer<std::byte> window_;
+    std::uint64_t begin_ = 0; ///< where the window stands in the file
+    std::size_t size_at_hand_ = 0;
+    std::unique_ptr<std::byte[]> window_ = std::make_unique_for_overwrite<std::byte[]>(longest_run);
 };
 
 /// What could not be read in pieces, read whole.
@@ -101,9 +104,9 @@ public:
 
     [[nodiscard]] std::uint64_t size() const noexcept override { return bytes_.size(); }
 
-    [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t count) override
+    [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t) override
     {
-        return {bytes_.data() + offset, count};
+        return bytes_.span().subspan(static_cast<std::size_t>(offset));
     }
 
 private:

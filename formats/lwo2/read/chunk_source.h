@@ -9,9 +9,12 @@
 
 namespace formats::lwo2 {
 
-/// Where the reader takes its bytes from, a chunk at a time.
+/// Where the reader takes its bytes from, a piece at a time.
 class ChunkSource {
 public:
+    /// Most bytes that can be asked for at once: more than the longest value of any chunk.
+    static constexpr std::size_t longest_run = std::size_t{512} * 1024;
+
     ChunkSource() = default;
     ChunkSource(const ChunkSource&) = delete;
     ChunkSource& operator=(const ChunkSource&) = delete;
@@ -20,15 +23,16 @@ public:
     /// Size of the whole file in bytes.
     [[nodiscard]] virtual std::uint64_t size() const noexcept = 0;
 
-    /// The bytes from `offset` on, all of which lie within the size; valid until the next call.
+    /// The bytes from `offset` on that are at hand, at least `least` of them, all of which lie
+    /// within the size; valid until the next call.
     [[nodiscard]] virtual std::span<const std::byte> read(std::uint64_t offset,
-                                                          std::size_t count) = 0;
+                                                          std::size_t least) = 0;
 };
 
 /// Bytes in memory, which must outlive the source.
 [[nodiscard]] std::unique_ptr<ChunkSource> memory_source(std::span<const std::byte> bytes);
 
-/// A file, of which only the chunk being read is in memory; what is not an ordinary file, such as a
+/// A file, of which only the piece being read is in memory; what is not an ordinary file, such as a
 /// pipe, is read to its end first. @throws FileError here and in `read`.
 [[nodiscard]] std::unique_ptr<ChunkSource> file_source(const std::filesystem::path& path);
 

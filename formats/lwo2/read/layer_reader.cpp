@@ -5,6 +5,7 @@
 #include <array>
 #include <bit>
 
+#include "formats/lwo2/big_endian.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/single.h"
 
@@ -21,11 +22,6 @@ std::uint64_t chunk_start(const Cursor& body)
     return body.offset() - header;
 }
 
-std::vector<std::byte> copy(std::span<const std::byte> bytes)
-{
-    return {bytes.begin(), bytes.end()};
-}
-
 /// How many points a polygon has, out of the word before them.
 std::uint32_t corner_count(mesh::FourCC type, std::uint16_t word)
 {
@@ -40,9 +36,20 @@ std::uint8_t polygon_flags(mesh::FourCC type, std::uint16_t word)
     return static_cast<std::uint8_t>(type == mesh::polygon_curv ? flags & 3u : flags);
 }
 
+/// Reads one point for each of `points`.
+void widen_all(const std::byte* from, std::span<mesh::Vec3> points)
+{
+    for (mesh::Vec3& point : points) {
+        point.x = widen(read_u4(from));
+        point.y = widen(read_u4(from + 4));
+        point.z = widen(read_u4(from + 8));
+        from += 12;
+    }
+}
+
 } // namespace
 
-void LayerReader::open(Cursor body)
+void LayerReader::open(Cursor& body)
 {
     layer_.number = body.u2();
     layer_.flags = body.u2();
@@ -51,10 +58,9 @@ void LayerReader::open(Cursor body)
     layer_.pivot.z = widen(body.u4());
     layer_.name = body.text();
     FileChunk chunk{.id = id_layr, .role = ChunkRole::layer};
-    Cursor after_name = body;
-    chunk.body = copy(after_name.rest());
-    if (body.left() >= 2) {
-        const std::uint16_t parent = body.u2();
+    chunk.body = body.rest();
+    if (chunk.body.size() >= 2) {
+        const std::uint16_t parent = read_u2(chunk.body.data());
         if (parent != no_parent)
             layer_.parent = parent;
         std::fill_n(chunk.body.begin(), 2, std::byte{0}); // its place; the layer has its value
@@ -62,7 +68,7 @@ void LayerReader::open(Cursor body)
     keep(std::move(chunk));
 }
 
-bool LayerReader::take(Cursor body)
+bool LayerReader::take(Cursor& body)
 {
     switch (body.chunk()) {
     case id_pnts:
@@ -88,43 +94,40 @@ bool LayerReader::take(Cursor body)
     }
 }
 
-void LayerReader::points(Cursor body)
+void LayerReader::points(Cursor& body)
 {
     constexpr std::size_t point_size = 12;
     if (body.left() % point_size != 0)
         body.fail(fmt::format("a size of {} bytes holds no whole number of points; the file is "
                               "damaged",
                               body.left()));
-    const std::size_t count = body.left() / point_size;
+    const auto count = static_cast<std::size_t>(body.left() / point_size);
     points_.first = static_cast<std::uint32_t>(layer_.points.size());
     points_.count = static_cast<std::uint32_t>(count);
     ++point_blocks_;
     if (count > layer_.points.size() / 2) // else growth by halves is cheaper
         layer_.points.reserve(layer_.points.size() + count);
     std::array<mesh::Vec3, 256> run;
-    for (std::size_t left = count; left > 0;) {
-        const std::size_t now = std::min(left, run.size());
-        for (std::size_t i = 0; i < now; ++i) {
-            run[i].x = widen(body.u4());
-            run[i].y = widen(body.u4());
-            run[i].z = widen(body.u4());
-        }
+    while (body.left() > 0) {
+        const auto bytes = body.at_hand(point_size);
+        const std::size_t now = std::min(bytes.size() / point_size, run.size());
+        widen_all(bytes.data(), {run.data(), now});
         layer_.points.append({run.data(), now});
-        left -= now;
+        body.skip(now * point_size);
     }
     keep({.id = id_pnts,
           .role = ChunkRole::points,
           .end = static_cast<std::uint32_t>(layer_.points.size())});
 }
 
-void LayerReader::bounds(Cursor body)
+void LayerReader::bounds(Cursor& body)
 {
     constexpr std::size_t box_size = 24;
     if (body.left() != box_size)
         reading_.warn(
             id_bbox, chunk_start(body),
             fmt::format("a box has 24 bytes, not {}; it will be computed anew", body.left()));
-    keep({.id = id_bbox, .role = ChunkRole::bounds, .body = copy(body.rest())});
+    keep({.id = id_bbox, .role = ChunkRole::bounds, .body = body.rest()});
 }
 
 std::uint32_t LayerReader::point_index(Cursor& body) const
@@ -162,42 +165,64 @@ void LayerReader::note_kind(std::vector<mesh::FourCC>& kinds, mesh::FourCC kind,
     kinds.push_back(kind);
 }
 
-void LayerReader::reserve_polygons(Cursor body)
+/// Takes the polygons that are at hand whole and sound, up to the first that is not.
+void LayerReader::sound_polygons(Cursor& body, mesh::FourCC type)
 {
-    const mesh::FourCC type = body.u4();
-    std::size_t count = 0;
-    std::size_t corners = 0;
-    while (body.left() > 0) {
-        const std::uint32_t own = corner_count(type, body.u2());
-        for (std::uint32_t i = 0; i < own; ++i)
-            static_cast<void>(body.index());
-        ++count;
-        corners += own;
+    constexpr std::size_t longest = 2 + 4 * curve_point_limit;
+    static_assert(longest <= ChunkSource::longest_run);
+    const auto bytes = body.at_hand(longest);
+    const std::byte* const end = bytes.data() + bytes.size();
+    const std::byte* taken = bytes.data();
+    std::array<std::uint32_t, curve_point_limit> corners;
+    while (end - taken >= 2) {
+        const std::uint16_t word = read_u2(taken);
+        const std::uint32_t count = corner_count(type, word);
+        const std::byte* at = taken + 2;
+        if (count == 0 || end - at < std::ptrdiff_t{4} * count)
+            break;
+        std::uint32_t highest = 0;
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const std::uint32_t index = take_index(at);
+            highest = std::max(highest, index);
+            corners[i] = points_.first + index;
+        }
+        if (highest >= points_.count)
+            break;
+        add_polygon(type, word, {corners.data(), count});
+        taken = at;
     }
-    mesh::Polygons& polygons = layer_.polygons;
-    if (count > polygons.size() / 2 || corners > polygons.corner_count() / 2)
-        polygons.reserve(polygons.size() + count, polygons.corner_count() + corners);
+    body.skip(static_cast<std::size_t>(taken - bytes.data()));
 }
 
-void LayerReader::polygons(Cursor body)
+void LayerReader::add_polygon(mesh::FourCC type, std::uint16_t word,
+                              std::span<const std::uint32_t> corners)
 {
-    reserve_polygons(body);
+    layer_.polygons.add(type, corners);
+    if (const std::uint8_t flags = polygon_flags(type, word); flags != 0)
+        layer_.polygons.set_flags(layer_.polygons.size() - 1, flags);
+}
+
+void LayerReader::polygons(Cursor& body)
+{
     const mesh::FourCC type = body.u4();
     note_kind(polygon_kinds_, type, body, "types of polygons");
     polygons_.first = static_cast<std::uint32_t>(layer_.polygons.size());
-    std::array<std::uint32_t, curve_point_limit> corners{};
-    while (body.left() > 0) {
+    std::vector<std::uint32_t> corners;
+    for (;;) {
+        sound_polygons(body, type);
+        if (body.left() == 0)
+            break;
+        // one step at a time, which finds the fault if there is one
         const std::uint64_t offset = body.offset();
         const std::uint16_t word = body.u2();
         const std::uint32_t count = corner_count(type, word);
         if (count == 0)
             body.fail_at(offset, fmt::format("polygon {} has no points; the file is damaged",
                                              layer_.polygons.size() - polygons_.first));
+        corners.clear();
         for (std::uint32_t i = 0; i < count; ++i)
-            corners[i] = point_index(body);
-        layer_.polygons.add(type, {corners.data(), count});
-        if (const std::uint8_t flags = polygon_flags(type, word); flags != 0)
-            layer_.polygons.set_flags(layer_.polygons.size() - 1, flags);
+            corners.push_back(point_index(body));
+        add_polygon(type, word, corners);
     }
     polygons_.count = static_cast<std::uint32_t>(layer_.polygons.size()) - polygons_.first;
     block_tag_kinds_.clear();
@@ -207,11 +232,13 @@ void LayerReader::polygons(Cursor body)
           .end = static_cast<std::uint32_t>(layer_.polygons.size())});
 }
 
-void LayerReader::polygon_tags(Cursor body)
+void LayerReader::polygon_tags(Cursor& body)
 {
     const std::uint64_t start = chunk_start(body);
     const mesh::FourCC kind = body.u4();
     note_kind(tag_kinds_, kind, body, "kinds of polygon tags");
+    const bool surfaces = kind == mesh::tag_surf;
+    mesh::Polygons& polygons = layer_.polygons;
     std::size_t changed = 0;
     while (body.left() > 0) {
         const std::uint32_t polygon = polygon_index(body);
@@ -219,10 +246,14 @@ void LayerReader::polygon_tags(Cursor body)
         const std::uint16_t tag = body.u2();
         if (!highest_tag_.any || tag > highest_tag_.tag)
             highest_tag_ = {true, tag, offset};
-        const mesh::TagIndex before = layer_.polygons.tag(kind, polygon);
+        const mesh::TagIndex before =
+            surfaces ? polygons.surface(polygon) : polygons.tag(kind, polygon);
         if (before != mesh::no_tag && before != tag)
             ++changed;
-        layer_.polygons.set_tag(kind, polygon, tag);
+        if (surfaces)
+            polygons.set_surface(polygon, tag);
+        else
+            polygons.set_tag(kind, polygon, tag);
     }
     if (changed > 0)
         reading_.warn(id_ptag, start,
@@ -243,19 +274,50 @@ void LayerReader::drop_map_parameters()
         layer_.chunks.pop_back();
 }
 
-void LayerReader::map(Cursor body)
+/// Takes rows of a map that are at hand whole and sound, as many as `rows` has room for.
+void LayerReader::sound_rows(Cursor& body, Rows& rows) const
+{
+    const std::size_t size = rows.dimension * sizeof(float);
+    const std::size_t longest = 4 + size;
+    const auto bytes = body.at_hand(longest);
+    const std::byte* const end = bytes.data() + bytes.size();
+    const std::byte* taken = bytes.data();
+    std::uint32_t* points = rows.points.data();
+    float* values = rows.values.data();
+    rows.count = 0;
+    while (rows.count < rows.most && end - taken >= static_cast<std::ptrdiff_t>(longest)) {
+        const std::byte* at = taken;
+        const std::uint32_t index = take_index(at);
+        if (index >= points_.count)
+            break;
+        *points++ = points_.first + index;
+        taken = at + size;
+        for (; at != taken; at += 4)
+            *values++ = std::bit_cast<float>(read_u4(at));
+        ++rows.count;
+    }
+    body.skip(static_cast<std::size_t>(taken - bytes.data()));
+}
+
+void LayerReader::map(Cursor& body)
 {
     const std::uint64_t start = chunk_start(body);
     const mesh::FourCC type = body.u4();
     const std::uint16_t dimension = body.u2();
     const std::string name = body.text();
     const std::uint32_t number = maps_.number(type, name, dimension);
-    std::vector<float> value(dimension);
+    Rows rows(dimension);
     while (body.left() > 0) {
-        const std::uint32_t point = point_index(body);
-        for (float& component : value)
-            component = std::bit_cast<float>(body.u4());
-        maps_.set(number, point, value);
+        sound_rows(body, rows);
+        if (rows.count == 0) {
+            // one step at a time, which finds the fault if there is one
+            rows.count = 1;
+            rows.points[0] = point_index(body);
+            for (std::uint16_t i = 0; i < dimension; ++i)
+                rows.values[i] = std::bit_cast<float>(body.u4());
+        }
+        maps_.add(number, rows.points.span().first(rows.count),
+                  rows.values.span().first(rows.count * dimension));
     }
     maps_.account(number, start, body);
     if (number >= map_block_.size())
@@ -268,7 +330,7 @@ void LayerReader::map(Cursor body)
     keep({.id = id_vmap, .role = ChunkRole::map, .map = number});
 }
 
-void LayerReader::corner_values(Cursor body)
+void LayerReader::corner_values(Cursor& body)
 {
     const mesh::FourCC type = body.u4();
     const std::uint16_t dimension = body.u2();

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "formats/lwo2/read/map_builder.h"
 #include "formats/lwo2/read/reading.h"
+#include "mesh/buffer.h"
 #include "mesh/layer.h"
 
 namespace formats::lwo2 {
@@ -19,10 +22,10 @@ public:
 
     /// Takes the chunk that opens the layer; without it the layer is the unnamed one of data that
     /// stands before any.
-    void open(Cursor body);
+    void open(Cursor& body);
 
     /// Takes a chunk of the layer's data; false for a chunk that is not such, which is left alone.
-    [[nodiscard]] bool take(Cursor body);
+    [[nodiscard]] bool take(Cursor& body);
 
     /// Keeps a chunk as it is, in its place.
     void keep(mesh::FileChunk chunk) { layer_.chunks.push_back(std::move(chunk)); }
@@ -45,16 +48,33 @@ private:
         std::uint32_t count = 0;
     };
 
-    void points(Cursor body);
-    void bounds(Cursor body);
-    void polygons(Cursor body);
-    void polygon_tags(Cursor body);
-    void map(Cursor body);
-    void corner_values(Cursor body);
+    void points(Cursor& body);
+    void bounds(Cursor& body);
+    void polygons(Cursor& body);
+    void polygon_tags(Cursor& body);
+    void map(Cursor& body);
+    void corner_values(Cursor& body);
 
+    /// Room for some rows of a map, some thousand numbers in all.
+    struct Rows {
+        explicit Rows(std::size_t dimension_of_map)
+            : dimension(dimension_of_map), most(1 + 4096 / (dimension_of_map + 1))
+        {
+            points.resize(most);
+            values.resize(most * dimension);
+        }
+        std::size_t dimension;
+        std::size_t most;
+        std::size_t count = 0; ///< how many there are
+        mesh::Buffer<std::uint32_t> points;
+        mesh::Buffer<float> values;
+    };
+
+    void sound_polygons(Cursor& body, mesh::FourCC type);
+    void add_polygon(mesh::FourCC type, std::uint16_t word, std::span<const std::uint32_t> corners);
+    void sound_rows(Cursor& body, Rows& rows) const;
     [[nodiscard]] std::uint32_t point_index(Cursor& body) const;
     [[nodiscard]] std::uint32_t polygon_index(Cursor& body) const;
-    void reserve_polygons(Cursor body);
     void note_kind(std::vector<mesh::FourCC>& kinds, mesh::FourCC kind, const Cursor& body,
                    const char* what) const;
     void drop_map_parameters();

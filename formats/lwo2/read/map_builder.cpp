@@ -2,6 +2,7 @@
 #include "formats/lwo2/read/map_builder.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <utility>
 
@@ -22,6 +23,35 @@ std::uint32_t MapBuilder::number(mesh::FourCC type, const std::string& name,
     if (added)
         maps_.push_back({.map = mesh::VertexMap(type, name, dimension)});
     return found->second;
+}
+
+void MapBuilder::add(std::uint32_t map, std::span<const std::uint32_t> points,
+                     std::span<const float> values)
+{
+    if (points.empty())
+        return;
+    Entry& entry = maps_[map];
+    const bool in_order =
+        entry.late_points.empty() && points.front() >= entry.next &&
+        std::adjacent_find(points.begin(), points.end(), std::greater_equal<>()) == points.end();
+    if (in_order) {
+        entry.map.append(points, values);
+        entry.next = points.back() + 1;
+        return;
+    }
+    const std::size_t dimension = entry.map.dimension();
+    for (std::size_t row = 0; row < points.size(); ++row) {
+        const std::uint32_t point = points[row];
+        const auto value = values.subspan(row * dimension, dimension);
+        if (point >= entry.next && entry.late_points.empty()) {
+            entry.map.append({&point, 1}, value);
+            entry.next = point + 1;
+            continue;
+        }
+        entry.late_end = std::max(entry.late_end, point + 1);
+        entry.late_points.push_back(point);
+        entry.late_values.append(value);
+    }
 }
 
 void MapBuilder::account(std::uint32_t map, std::uint64_t offset, const Cursor& at)

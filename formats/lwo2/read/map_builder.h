@@ -26,19 +26,10 @@ public:
 
     [[nodiscard]] mesh::VertexMap& operator[](std::uint32_t map) { return maps_[map].map; }
 
-    /// Gives a point its value; where it comes again, the last one counts.
-    void set(std::uint32_t map, std::uint32_t point, std::span<const float> value)
-    {
-        Entry& entry = maps_[map];
-        if (point >= entry.next && entry.late_points.empty()) {
-            entry.map.set(point, value);
-            entry.next = point + 1;
-            return;
-        }
-        entry.late_end = std::max(entry.late_end, point + 1);
-        entry.late_points.push_back(point);
-        entry.late_values.append(value);
-    }
+    /// Gives points their values, one after another in `values`; where a point comes again, the
+    /// last value counts.
+    void add(std::uint32_t map, std::span<const std::uint32_t> points,
+             std::span<const float> values);
 
     /// Accounts for the memory of a map after the rows of the chunk at `offset` were added to it.
     /// @throws FormatError

@@ -64,9 +64,8 @@ struct MapSample {
     const char* name;
     std::size_t dimension;
 };
-constexpr std::array<MapSample, 3> map_samples{{{mesh::map_txuv, "Bark", 2},
-                                                {mesh::map_wght, "Bend", 1},
-                                                {mesh::map_wght, "DT_index", 1}}};
+constexpr std::array<MapSample, 3> map_samples{
+    {{mesh::map_txuv, "Bark", 2}, {mesh::map_wght, "Bend", 1}, {mesh::map_wght, "DT_index", 1}}};
 
 /// Puts the value of a point in a map into `value`.
 std::span<const float> map_value(std::size_t map, std::uint32_t point, std::uint32_t trees,

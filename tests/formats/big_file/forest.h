@@ -14,7 +14,8 @@ namespace big_file {
 [[nodiscard]] mesh::Document make_forest(std::uint32_t trees);
 
 /// The first difference between a document and the forest, whose points and polygons may stand in
-/// several layers one after another; empty when there is none. Every number is compared by its bits.
+/// several layers one after another; empty when there is none. Every number is compared by its
+/// bits.
 [[nodiscard]] std::string difference_from_forest(const mesh::Document& document,
                                                  std::uint32_t trees);
 
