@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "hostapi/types.h"
-#include "plugin/engine/node_memory.h"
+#include "plugin/engine/index/node_memory.h"
 #include "plugin/util/chain.h"
 
 namespace dastrel {

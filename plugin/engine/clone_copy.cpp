@@ -5,7 +5,7 @@
 
 #include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/clone.h"
-#include "plugin/engine/point_table.h"
+#include "plugin/engine/index/point_table.h"
 #include "plugin/engine/pos_typ.h"
 #include "plugin/geometry/turn.h"
 #include "plugin/host/run_state.h"

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 #include "plugin/engine/clone.h"
+#include "plugin/engine/index/column_axis.h"
+#include "plugin/engine/index/laid_polygons.h"
 #include "plugin/engine/pos_typ.h"
 #include "plugin/engine/position_list.h"
 #include "plugin/engine/progress_monitor.h"
@@ -15,7 +15,6 @@
 #include "plugin/geometry/area.h"
 #include "plugin/host/run_state.h"
 #include "plugin/random/LW6-random2.h"
-#include "plugin/random/flat_face.h"
 #include "plugin/settings/params.h"
 #include "plugin/weights/LW6-weight.h"
 
@@ -23,7 +22,6 @@ namespace dastrel {
 
 namespace {
 
-constexpr double pi = 3.141592653589793;
 constexpr double half_pi = 1.5707963267948966;
 /// Single-precision pi, widened: the bounds of a heading that is drawn.
 constexpr double float_pi = 3.1415927410125732;
@@ -45,9 +43,9 @@ class candidate_source {
 public:
     candidate_source(weight_map* wm, params_typ* settings, random& sampler, double spacing)
         : maps(wm), limits(settings), draws(sampler), widest(spacing),
-          flat(static_cast<std::size_t>(num_polys)),
+          polygons(poly_data, num_polys),
           density_name(wm != nullptr ? weight_map_name(*wm, settings->density_wg) : nullptr),
-          positions(spacing, settings->clone_num)
+          positions(spacing, settings->clone_num, column_axis(poly_data, num_polys))
     {}
 
     candidate_typ next()
@@ -74,6 +72,8 @@ public:
         return draws;
     }
 
+    const laid_polygon& laid(int poly) { return polygons[poly]; }
+
     /// Makes the accepted positions the list.
     void finish() { positions.finish(); }
 
@@ -88,6 +88,7 @@ private:
     {
         if (taken == drawn)
             draw_ahead();
+        positions.answers().turn_to(taken);
         const draw_typ& draw = ahead[taken++];
         candidate.poly = draw.poly;
         candidate.pos = draw.pos;
@@ -102,28 +103,34 @@ private:
     {
         taken = 0;
         drawn = 0;
-        do {
+        int poly = draw_polygon();
+        for (;;) {
             draw_typ& draw = ahead[drawn++];
-            draw.poly = draws.z_zakresu(0, num_polys - 1);
-            draw.pos = point_on(draw.poly);
+            draw.poly = poly;
+            draw.pos = point_on(poly);
             draw.end = draws.mti;
-            positions.prefetch(draw.pos, widest);
             // Not into the generator's next block: from there is no way back.
-        } while (drawn < most_ahead && draws.mti + most_draws <= generator_block);
+            const bool last = drawn == most_ahead || draws.mti + most_draws > generator_block;
+            if (draws.mti < generator_block) {
+                poly = draw_polygon();
+                polygons.prefetch(poly);
+            }
+            positions.answers().announce(drawn - 1, draw.pos, widest);
+            if (last) {
+                draws.mti = draw.end;
+                break;
+            }
+        }
         if (most_ahead < ahead.size())
             ++most_ahead;
     }
 
+    int draw_polygon() { return draws.z_zakresu(0, num_polys - 1); }
+
     /// What z_polygonu gives; each polygon is laid flat once.
     XYZ6_typ point_on(int poly)
     {
-        face6_typ& polygon = poly_data[poly];
-        if (plain_lists || polygon.points == nullptr || polygon.num_points < 3)
-            return draws.z_polygonu(&polygon);
-        std::unique_ptr<flat_face>& face = flat[static_cast<std::size_t>(poly)];
-        if (face == nullptr)
-            face = std::make_unique<flat_face>(polygon);
-        return face->draw(draws);
+        return plain_lists ? draws.z_polygonu(&poly_data[poly]) : polygons[poly].face.draw(draws);
     }
 
     static constexpr int most_draws = 3; ///< of one candidate: polygon, column, height
@@ -132,40 +139,24 @@ private:
     weight_map* maps;
     params_typ* limits;
     random& draws;
-    double widest;                                ///< the spacing before it shrinks from try to try
-    std::vector<std::unique_ptr<flat_face>> flat; ///< made when a polygon is first drawn
+    double widest; ///< the spacing before it shrinks from try to try
+    laid_polygons polygons;
     const char* density_name;
     position_setup positions;
     candidate_typ candidate;
-    std::array<draw_typ, 16> ahead;
+    std::array<draw_typ, position_index::most_announced> ahead;
     std::size_t drawn = 0;
     std::size_t taken = 0;
     std::size_t most_ahead = 2;
 };
 
-/// 0 for a normal straight up and, deliberately, for one straight down.
-double pitch_of(XYZ6_typ n) { return -1 < n.y() && n.y() < 1 ? std::acos(n.y()) : 0.0; }
-
-/// Draws only for a normal along the Y axis, which has no heading of its own.
-double heading_of(XYZ6_typ n, candidate_source& candidates)
-{
-    constexpr double tolerance = 0.001;
-    if (n.z() < -tolerance || n.z() > tolerance) {
-        const double h = std::acos(n.x() / std::sqrt(n.x() * n.x() + n.z() * n.z()));
-        return n.z() < 0 ? -h : h;
-    }
-    if (n.x() > tolerance)
-        return 0.0;
-    if (n.x() < -tolerance)
-        return pi;
-    return candidates.sampler().z_zakresu(-float_pi, float_pi);
-}
-
 void align(pos_typ& node, weight_map* wm, const params_typ& settings, candidate_source& candidates)
 {
     const face6_typ& polygon = poly_data[node.poly];
-    double p = pitch_of(polygon.normal);
-    const double h = heading_of(polygon.normal, candidates);
+    const laid_polygon& laid = candidates.laid(node.poly);
+    double p = laid.pitch;
+    const double h =
+        laid.any_heading ? candidates.sampler().z_zakresu(-float_pi, float_pi) : laid.heading;
     if (settings.p_angle_wg != 0 && wm != nullptr) {
         const char* const name = weight_map_name(*wm, settings.p_angle_wg);
         if (settings.p_absolute == 1)

@@ -5,7 +5,7 @@
 
 #include "plugin/engine/UV_typ.h"
 #include "plugin/engine/clone.h"
-#include "plugin/engine/node_memory.h"
+#include "plugin/engine/index/node_memory.h"
 #include "plugin/geometry/LW6-face.h"
 #include "plugin/host/run_state.h"
 #include "plugin/settings/params.h"

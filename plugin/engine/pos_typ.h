@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "plugin/engine/node_memory.h"
+#include "plugin/engine/index/node_memory.h"
 #include "plugin/geometry/LW6-XYZ.h"
 
 namespace dastrel {

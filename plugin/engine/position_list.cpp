@@ -60,8 +60,8 @@ bool too_close(const XYZ6_typ& pos, double d)
 
 } // namespace
 
-position_setup::position_setup(double spacing, int expected)
-    : store(spacing, expected > 0 ? static_cast<std::size_t>(expected) : 0)
+position_setup::position_setup(double spacing, int expected, int column_axis)
+    : store(spacing, expected > 0 ? static_cast<std::size_t>(expected) : 0, column_axis)
 {
     if (!plain_lists)
         placed = &store;
@@ -69,12 +69,10 @@ position_setup::position_setup(double spacing, int expected)
 
 position_setup::~position_setup() { placed = nullptr; }
 
-void position_setup::prefetch(const XYZ6_typ& pos, double d) const { store.prefetch(pos, d); }
-
 void position_setup::finish()
 {
     if (placed != nullptr)
-        pos_list = placed->link();
+        placed->link(pos_list);
     placed = nullptr;
 }
 
@@ -98,7 +96,7 @@ pos_typ* add_item(XYZ6_typ pos)
         if (pos_typ* const taken = placed->add(pos))
             return taken;
         // It has no place in the order of X: from here on the list itself decides.
-        pos_list = placed->link();
+        placed->link(pos_list);
         placed = nullptr;
     }
     pos_typ* const node = new pos_typ;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/engine/placed_positions.h"
+#include "plugin/engine/index/placed_positions.h"
 
 namespace dastrel {
 
@@ -9,14 +9,15 @@ namespace dastrel {
 /// them the list `pos_list`. With `plain_lists` they work on the list all the time.
 class position_setup {
 public:
-    /// `spacing`: the distance that will mostly be asked for; `expected`: how many positions.
-    position_setup(double spacing, int expected);
+    /// `spacing`: the distance that will mostly be asked for; `expected`: how many positions;
+    /// `column_axis`: along which the ground shows most of its area, or -1.
+    position_setup(double spacing, int expected, int column_axis);
     position_setup(const position_setup&) = delete;
     position_setup& operator=(const position_setup&) = delete;
     ~position_setup();
 
-    /// Has the memory fetched that `check_pos` of these will look at.
-    void prefetch(const XYZ6_typ& pos, double d) const;
+    /// To announce what `check_pos` will ask.
+    position_index& answers() { return store.answers(); }
 
     void finish();
 

@@ -17,7 +17,7 @@ namespace dastrel {
 class turn_typ {
 public:
     turn_typ() : turn_typ(0.0) {}
-    explicit turn_typ(double a) : none(a == 0.0), s(std::sin(-a)), c(std::cos(-a)) {}
+    explicit turn_typ(double a) : s(std::sin(-a)), c(std::cos(-a)) {}
 
     /// The formulas themselves, computed for an angle of 0, too.
     XYZ6_typ computed_X(const XYZ6_typ& p) const
@@ -34,12 +34,14 @@ public:
     }
 
     /// The turns: about X and Z an angle of 0 leaves a point alone; about Y it is computed.
-    XYZ6_typ about_X(const XYZ6_typ& p) const { return none ? p : computed_X(p); }
+    XYZ6_typ about_X(const XYZ6_typ& p) const { return none() ? p : computed_X(p); }
     XYZ6_typ about_Y(const XYZ6_typ& p) const { return computed_Y(p); }
-    XYZ6_typ about_Z(const XYZ6_typ& p) const { return none ? p : computed_Z(p); }
+    XYZ6_typ about_Z(const XYZ6_typ& p) const { return none() ? p : computed_Z(p); }
 
 private:
-    bool none;
+    /// Whether the angle is 0: no other angle has a sine that is exactly 0.
+    bool none() const { return s == 0.0; }
+
     double s;
     double c;
 };

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <utility>
+
 #include "plugin/geometry/LW6-XYZ.h"
 #include "plugin/random/rnd.h"
+#include "plugin/util/convert.h"
 
 namespace dastrel {
 
@@ -30,10 +33,24 @@ public:
     /// A whole number between a and b, both included and in any order. Each end is half as likely
     /// as a number between them (for numbers from 0 up; below 0 the rounding goes towards 0).
     /// Layouts depend on this unevenness. Equal bounds are returned without a draw.
-    int z_zakresu(int a, int b);
+    int z_zakresu(int a, int b)
+    {
+        if (a == b)
+            return a;
+        if (a > b)
+            std::swap(a, b);
+        return to_int(a + wrapping_difference(b, a) * get() + 0.5);
+    }
 
     /// A real between a and b, both included and in any order. Equal bounds draw nothing.
-    double z_zakresu(double a, double b);
+    double z_zakresu(double a, double b)
+    {
+        if (a == b)
+            return a;
+        if (a > b)
+            std::swap(a, b);
+        return (b - a) * get() + a;
+    }
 
     /// A point of the polygon: a column drawn evenly over its width in its own plane, then a height
     /// drawn evenly within the column, so narrow parts get as many points for each unit of width

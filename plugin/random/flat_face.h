@@ -2,7 +2,8 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <memory_resource>
+#include <span>
 
 #include "plugin/geometry/LW6-XYZ.h"
 #include "plugin/geometry/turn.h"
@@ -16,18 +17,27 @@ class random;
 /// first edge runs along +X, its normal along +Y.
 class flat_face {
 public:
-    /// `poly` has at least three points.
-    explicit flat_face(const face6_typ& poly);
+    /// `memory` holds the corners and must live as long.
+    flat_face(const face6_typ& poly, std::pmr::memory_resource& memory);
 
     /// A point of the polygon, as random::z_polygonu tells.
     XYZ6_typ draw(random& sampler) const;
 
 private:
+    /// A corner in the frame, in its X-Z plane, as far as all corners lie in one.
+    struct corner_typ {
+        double x, z;
+    };
+
+    /// Height at which the line X = u crosses the edge from `a` to `b`. An edge that lies in that
+    /// line has no one crossing; its first point is taken.
+    static double crossing_height(const corner_typ& a, const corner_typ& b, double u);
+
     XYZ6_typ origin;  ///< the polygon's first point
     turn_typ turn[3]; ///< back out of the plane, about Y, Z and X
-    double min_x;
-    double max_x;
-    std::vector<XYZ6_typ> points; ///< in the frame; in its X-Z plane, as far as they lie in one
+    double min_x = 0.0;
+    double max_x = 0.0;
+    std::span<const corner_typ> corners; ///< none for fewer than three
 };
 
 } // namespace dastrel

@@ -48,18 +48,4 @@ void CRandom::regenerate()
     mti = 0;
 }
 
-double CRandom::get()
-{
-    if (mti >= N)
-        regenerate();
-    std::uint64_t y = mt[mti];
-    mti = mti + 1;
-    y ^= y >> 11;
-    y ^= (y << 7) & 0x9d2c5680;
-    y ^= (y << 15) & 0xefc60000;
-    y ^= y >> 18;
-    // the double nearest to 1 / (2^32 - 1): both ends of [0, 1] can be reached
-    return static_cast<double>(y) * 2.3283064370807974e-10;
-}
-
 } // namespace dastrel

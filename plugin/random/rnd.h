@@ -20,7 +20,19 @@ public:
     void randomize(std::uint64_t seed);
 
     /// The next output. A generator never seeded gives the sequence of 4357.
-    double get();
+    double get()
+    {
+        if (mti >= 624)
+            regenerate();
+        std::uint64_t y = mt[mti];
+        mti = mti + 1;
+        y ^= y >> 11;
+        y ^= (y << 7) & 0x9d2c5680;
+        y ^= (y << 15) & 0xefc60000;
+        y ^= y >> 18;
+        // the double nearest to 1 / (2^32 - 1): both ends of [0, 1] can be reached
+        return static_cast<double>(y) * 2.3283064370807974e-10;
+    }
 
     std::uint64_t* mt; ///< owned array of 624 words; the upper 32 bits of each are 0
     std::int32_t mti;  ///< next word to output; 624: regenerate first; 625: never seeded

@@ -2,7 +2,7 @@
 #include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/UV_typ.h"
 #include "plugin/engine/clone.h"
-#include "plugin/engine/node_memory.h"
+#include "plugin/engine/index/node_memory.h"
 #include "plugin/engine/pos_typ.h"
 #include "plugin/weights/LW6-weight.h"
 #include "tests/plugin/module_test.h"

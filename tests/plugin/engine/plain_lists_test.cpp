@@ -5,8 +5,8 @@
 #include <random>
 
 #include "plugin/engine/clone.h"
-#include "plugin/engine/point_table.h"
-#include "plugin/engine/position_index.h"
+#include "plugin/engine/index/point_table.h"
+#include "plugin/engine/index/position_index.h"
 #include "tests/plugin/module_test.h"
 
 namespace dastrel {
@@ -61,8 +61,11 @@ TEST_P(PositionIndex, AnswersAsTheWalkDoes)
     int apart = 0;
     for (unsigned seed = 0; seed < 30; ++seed) {
         Dice dice(seed);
-        position_index index(cloud.scale * dice.real(0.0, 0.2), dice.one_in(2) ? 0 : 3000);
+        position_index index(cloud.scale * dice.real(0.0, 0.2), dice.one_in(2) ? 0 : 3000,
+                             dice.below(4) - 1);
         std::vector<XYZ6_typ> placed;
+        placed.reserve(1200); // the index goes on looking at them where they are
+        std::size_t asked = 0;
         const auto coordinate = [&] {
             double c = dice.real(-cloud.scale, cloud.scale);
             if (cloud.grid > 0)
@@ -89,13 +92,18 @@ TEST_P(PositionIndex, AnswersAsTheWalkDoes)
             const XYZ6_typ pos(coordinate(), dice.one_in(3) ? cloud.offset : coordinate(),
                                coordinate());
             const double d = distance();
-            index.prefetch(pos, d);
+            // Announced as the largest, as a smaller one, late, or not at all.
+            const std::size_t number = asked++ % position_index::most_announced;
+            if (!dice.one_in(4))
+                index.announce(number, pos, dice.one_in(2) ? d : d * dice.real(0.5, 2.0));
+            if (!dice.one_in(8))
+                index.turn_to(number);
             const bool expected = walk_too_close(placed, pos, d);
             ASSERT_EQ(index.too_close(pos, d), expected)
                 << "seed " << seed << ", " << text(pos) << ", distance " << d;
             ++(expected ? close : apart);
-            index.insert(pos);
             placed.push_back(pos);
+            index.insert(placed.back());
         }
     }
     // Both answers were put to the test, but where squares overflow and nothing is ever near.

@@ -1,32 +1,26 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/placed_positions.h"
+#include "plugin/engine/index/placed_positions.h"
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
+#include <new>
 
 #include "plugin/engine/pos_typ.h"
 
 namespace dastrel {
 
-placed_positions::~placed_positions()
-{
-    for (pos_typ* node : nodes)
-        delete node;
-}
-
 pos_typ* placed_positions::add(const XYZ6_typ& pos)
 {
     if (std::isnan(pos.x()))
         return nullptr;
-    index.insert(pos);
-    auto node = std::make_unique<pos_typ>();
+    pos_typ* const node = ::new (memory.take()) pos_typ;
     node->pos = pos;
-    nodes.push_back(node.get());
-    return node.release();
+    nodes.push_back(node);
+    index.insert(node->pos);
+    return node;
 }
 
-pos_typ* placed_positions::link()
+void placed_positions::link(pos_typ*& list)
 {
     struct key_typ {
         double x;
@@ -39,14 +33,15 @@ pos_typ* placed_positions::link()
     std::sort(keys.begin(), keys.end(), [](const key_typ& a, const key_typ& b) {
         return a.x < b.x || (a.x == b.x && a.arrival < b.arrival);
     });
-    pos_typ* head = nullptr;
-    for (std::size_t i = keys.size(); i-- > 0;) {
-        pos_typ* const node = nodes[keys[i].arrival];
-        node->next = head;
-        head = node;
+    // New nodes, made in the order of the list, so that who walks along it walks along in memory.
+    constexpr std::size_t ahead = 16;
+    pos_typ** end = &list;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (i + ahead < keys.size())
+            __builtin_prefetch(nodes[keys[i + ahead].arrival]);
+        *end = new pos_typ(*nodes[keys[i].arrival]);
+        end = &(*end)->next;
     }
-    nodes.clear();
-    return head;
 }
 
 } // namespace dastrel

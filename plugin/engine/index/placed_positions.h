@@ -4,12 +4,12 @@
 #include <cstddef>
 #include <vector>
 
-#include "plugin/engine/position_index.h"
+#include "plugin/engine/index/position_index.h"
+#include "plugin/engine/pos_typ.h"
 #include "plugin/geometry/LW6-XYZ.h"
+#include "plugin/util/node_pool.h"
 
 namespace dastrel {
-
-class pos_typ;
 
 /// The positions of a run while they are found: an index answers for the list which of them are
 /// near, and the list is linked in one go at the end, in the order that adding them one by one
@@ -18,28 +18,31 @@ class pos_typ;
 /// list itself.
 class placed_positions {
 public:
-    placed_positions(double spacing, std::size_t expected) : index(spacing, expected) {}
+    placed_positions(double spacing, std::size_t expected, int column_axis)
+        : index(spacing, expected, column_axis)
+    {}
     placed_positions(const placed_positions&) = delete;
     placed_positions& operator=(const placed_positions&) = delete;
-    /// Frees what has not been linked.
-    ~placed_positions();
 
-    /// Takes a new position. Null, and nothing is taken, where it cannot be sorted.
+    /// Takes a new position, and gives its node, to be filled in before `link`. Null, and nothing
+    /// is taken, where it cannot be sorted.
     pos_typ* add(const XYZ6_typ& pos);
 
     /// Whether any position stands closer to `pos` than `d`.
     bool too_close(const XYZ6_typ& pos, double d) { return index.too_close(pos, d); }
 
-    /// Has the memory fetched that `too_close` of these will look at.
-    void prefetch(const XYZ6_typ& pos, double d) const { index.prefetch(pos, d); }
+    /// The index that answers, for announcing questions to it.
+    position_index& answers() { return index; }
 
-    /// Gives the head of the list of all positions, in ascending X, those of equal X in the order
-    /// in which they came. The caller owns it; this object is empty afterwards.
-    pos_typ* link();
+    /// Makes the list of all positions, in ascending X, those of equal X in the order in which
+    /// they came. `list` is null before; it is the caller's at every moment, also when memory ends
+    /// on the way.
+    void link(pos_typ*& list);
 
 private:
     position_index index;
-    std::vector<pos_typ*> nodes; ///< owned, in order of arrival
+    node_pool<sizeof(pos_typ)> memory;
+    std::vector<pos_typ*> nodes; ///< in `memory`, in order of arrival
 };
 
 } // namespace dastrel

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/node_memory.h"
+#include "plugin/engine/index/node_memory.h"
 
 #include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/pos_typ.h"

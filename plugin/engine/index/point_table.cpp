@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/point_table.h"
+#include "plugin/engine/index/point_table.h"
 
 #include <utility>
 
