@@ -13,6 +13,7 @@
 #include "cli/commands/dump.h"
 #include "cli/commands/info.h"
 #include "cli/commands/modules.h"
+#include "cli/commands/render.h"
 #include "cli/commands/scatter.h"
 #include "cli/commands/settings.h"
 #include "cli/console/interrupt.h"
@@ -35,8 +36,9 @@ struct VerbEntry {
 
 template <typename Made> std::unique_ptr<Verb> make() { return std::make_unique<Made>(); }
 
-constexpr std::array<VerbEntry, 5> verbs{{
+constexpr std::array<VerbEntry, 6> verbs{{
     {"scatter", "scatter clones of a model over a ground", make<ScatterVerb>},
+    {"render", "make a picture of object files", make<RenderVerb>},
     {"settings", "list all settings with units and defaults", make<SettingsVerb>},
     {"info", "tell what is in object files", make<InfoVerb>},
     {"dump", "print a whole mesh as text", make<DumpVerb>},
@@ -55,6 +57,7 @@ std::string main_help()
             "examples\n"
             "  dastrel scatter terrain.lwo tree.lwo -o forest.lwo --clone-num 500\n"
             "  dastrel info forest.lwo\n"
+            "  dastrel render forest.lwo -o forest.png\n"
             "  dastrel help scatter\n";
     return text;
 }

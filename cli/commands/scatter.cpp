@@ -17,6 +17,7 @@
 #include "cli/console/console_front_end.h"
 #include "cli/files.h"
 #include "cli/module_finder.h"
+#include "cli/pictures/picture_maker.h"
 #include "formats/errors.h"
 #include "formats/merge.h"
 #include "modeler/modeler.h"
@@ -159,6 +160,8 @@ modeler::Module judge(const ScatterRequest& request)
     for (const std::string& input : request.inputs)
         judge_input(input);
     judge_output(request.output);
+    if (!request.picture.empty())
+        judge_picture(request.picture);
     modeler::Module module = load_module(request.module);
     if (module.find(modeler::mesh_edit_class, command) == nullptr)
         throw Failure(ExitStatus::host,
@@ -177,6 +180,7 @@ ExitStatus ScatterVerb::run(Console& console)
         console.set_quiet();
     ScatterReport report;
     report.output = request.output;
+    report.picture = request.picture;
     report.clock = fix_clock(request.clock);
     modeler::Module module = judge(request);
     report.module = module.file();
@@ -211,6 +215,10 @@ ExitStatus ScatterVerb::run(Console& console)
                           document.layers.end());
     write_document(document, request.output, console);
     report.seconds.write = stopwatch.lap();
+    if (!request.picture.empty()) {
+        make_picture({&document, 1}, {}, request.picture, console);
+        report.seconds.picture = stopwatch.lap();
+    }
 
     if (request.json)
         write_stdout(summary_json(report, console.warnings()));

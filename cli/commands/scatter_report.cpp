@@ -19,7 +19,7 @@ constexpr int schema = 1;
 
 double total(const ScatterReport::Seconds& seconds)
 {
-    return seconds.read + seconds.scatter + seconds.write;
+    return seconds.read + seconds.scatter + seconds.write + seconds.picture;
 }
 
 Json inputs_json(const ScatterReport& report)
@@ -64,8 +64,9 @@ std::string summary_line(const ScatterReport& report)
         else
             inputs += " + " + short_name(input.name);
     }
-    return fmt::format("{} -> {} ({} clones, {} points, {} polygons, clock {}, {:.2f} s)", inputs,
-                       short_name(report.output), report.clones,
+    const std::string picture = report.picture.empty() ? "" : " and " + short_name(report.picture);
+    return fmt::format("{} -> {}{} ({} clones, {} points, {} polygons, clock {}, {:.2f} s)", inputs,
+                       short_name(report.output), picture, report.clones,
                        grouped(report.result.points_added), grouped(report.result.polygons_added),
                        report.clock, total(report.seconds));
 }
@@ -91,6 +92,10 @@ std::string summary_json(const ScatterReport& report, std::span<const std::strin
           {"write", report.seconds.write},
           {"total", total(report.seconds)}}},
     };
+    if (!report.picture.empty()) {
+        summary["picture"] = report.picture;
+        summary["seconds"]["picture"] = report.seconds.picture;
+    }
     // Names in files need not be UTF-8, and JSON must be.
     return summary.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

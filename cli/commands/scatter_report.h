@@ -26,10 +26,12 @@ struct ScatterReport {
         double read = 0.0;
         double scatter = 0.0;
         double write = 0.0;
+        double picture = 0.0;
     };
 
     std::vector<Input> inputs;
     std::string output;
+    std::string picture; ///< empty: none was made
     std::filesystem::path module;
     std::int64_t clock = 0;
     std::vector<settings::UsedSetting> settings;

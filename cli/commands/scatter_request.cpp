@@ -55,6 +55,9 @@ ScatterArguments::ScatterArguments()
 {
     line_.add_positionals(inputs_);
     line_.add_value("-o,--output", output_, "OUT", "file to write; - is standard output", "files");
+    line_.add_value("--picture", picture_, "FILE.png",
+                    "make a picture of the result, too; dastrel render has more options for it",
+                    "files");
     line_.add_value("--foreground", foreground_, "LAYERS",
                     "layers of SCENE that are the ground, numbered from 1: 1,3 or 2-4", "files");
     line_.add_value("--background", background_, "LAYERS",
@@ -119,6 +122,16 @@ std::vector<settings::GivenSetting> ScatterArguments::given_settings() const
     }
 }
 
+void ScatterArguments::judge_picture_name(const ScatterRequest& request) const
+{
+    if (request.picture.empty())
+        throw UsageError("--picture: names no file");
+    if (request.picture == request.output)
+        throw UsageError("--picture: is the same file as the output");
+    if (request.json && request.picture == standard_stream)
+        throw UsageError("--json: the summary and the picture cannot both go to standard output");
+}
+
 void ScatterArguments::judge_inputs(ScatterRequest& request) const
 {
     request.scene = !foreground_.empty();
@@ -137,6 +150,8 @@ void ScatterArguments::judge_inputs(ScatterRequest& request) const
         throw UsageError("-: standard input can be read only once");
     if (request.json && request.output == standard_stream)
         throw UsageError("--json: the summary and the output cannot both go to standard output");
+    if (line_.was_given("--picture"))
+        judge_picture_name(request);
     if (!request.scene)
         return;
     request.foreground = parse_layer_list("--foreground", foreground_);
@@ -156,6 +171,7 @@ ScatterRequest ScatterArguments::request() const
     ScatterRequest request;
     request.inputs = inputs_;
     request.output = output_;
+    request.picture = picture_;
     request.select_surfaces = select_surfaces_;
     request.clock = clock_;
     request.module = module_;

@@ -15,6 +15,7 @@ namespace cli {
 struct ScatterRequest {
     std::vector<std::string> inputs; ///< ground and models, or one scene
     std::string output;
+    std::string picture;                 ///< empty: none is made
     bool scene = false;                  ///< one file whose layers are ground and model
     std::vector<std::size_t> foreground; ///< layers of the scene, from 1
     std::vector<std::size_t> background; ///< the same; empty: all others
@@ -39,11 +40,13 @@ public:
 private:
     void add_settings();
     void judge_inputs(ScatterRequest& request) const;
+    void judge_picture_name(const ScatterRequest& request) const;
     [[nodiscard]] std::vector<settings::GivenSetting> given_settings() const;
 
     CommandLine line_;
     std::vector<std::string> inputs_;
     std::string output_;
+    std::string picture_;
     std::string foreground_;
     std::string background_;
     std::vector<std::string> select_surfaces_;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "cli/console/console_front_end.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -27,22 +26,13 @@ public:
     {
         done_ += steps;
         if (total_ > 0 && console_.shows_progress())
-            show();
+            console_.show_progress(progress_bar(caption_, static_cast<double>(done_) / total_));
         return false;
     }
 
     void finish() override { console_.clear_progress(); }
 
 private:
-    void show()
-    {
-        constexpr int bar_width = 30;
-        const double share = std::clamp(static_cast<double>(done_) / total_, 0.0, 1.0);
-        const auto filled = static_cast<std::size_t>(share * bar_width);
-        console_.show_progress(fmt::format("{} [{:<{}}] {:3.0f} %", caption_,
-                                           std::string(filled, '#'), bar_width, share * 100.0));
-    }
-
     Console& console_;
     std::string caption_;
     int total_ = 0;

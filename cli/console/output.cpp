@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/console/output.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
@@ -54,6 +55,15 @@ std::string grouped(std::uint64_t number)
     for (std::size_t i = digits.size(); i > 3; i -= 3)
         digits.insert(i - 3, ",");
     return digits;
+}
+
+std::string progress_bar(std::string_view caption, double share)
+{
+    constexpr int width = 30;
+    const double shown = std::clamp(share, 0.0, 1.0);
+    const auto filled = static_cast<std::size_t>(shown * width);
+    return fmt::format("{} [{:<{}}] {:3.0f} %", caption, std::string(filled, '#'), width,
+                       shown * 100.0);
 }
 
 void Console::say(std::string_view text)

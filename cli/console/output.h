@@ -17,6 +17,9 @@ void write_stdout(std::string_view text);
 /// 1234567 as 1,234,567.
 [[nodiscard]] std::string grouped(std::uint64_t number);
 
+/// A line that shows how far some work is: `share` runs from 0 to 1.
+[[nodiscard]] std::string progress_bar(std::string_view caption, double share);
+
 /// Standard error: everything that is said beside the results. Keeps one line of progress at the
 /// bottom when standard error is a terminal, and takes it away before anything else is said.
 class Console {

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/pictures/picture_request.h"
+#include "cli/verbs.h"
+
+namespace cli {
+
+/// `dastrel render`: a picture of what is in object files.
+class RenderVerb : public Verb {
+public:
+    RenderVerb();
+
+    [[nodiscard]] CommandLine& command_line() noexcept override { return line_; }
+    ExitStatus run(Console& console) override;
+
+private:
+    CommandLine line_;
+    PictureArguments picture_;
+    std::vector<std::string> files_;
+    std::string output_;
+    bool quiet_ = false;
+};
+
+} // namespace cli

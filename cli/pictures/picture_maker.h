@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+#include "cli/console/output.h"
+#include "cli/pictures/picture_request.h"
+#include "mesh/document.h"
+
+namespace cli {
+
+/// Judges whether the picture can be written. @throws Failure (output)
+void judge_picture(const std::string& name);
+
+/// Makes a picture of the documents in one scene and writes it, whole or not at all, or to standard
+/// output. Returns the number of triangles traced.
+/// @throws UsageError for a map that no document has, Failure (output)
+std::size_t make_picture(std::span<const mesh::Document> documents, const PictureRequest& request,
+                         const std::string& name, Console& console);
+
+} // namespace cli
