@@ -103,7 +103,7 @@ void Plan::add_layers()
     for (std::size_t i = 0; i < document_.layers.size(); ++i) {
         const mesh::Layer& layer = document_.layers[i];
         const std::string title = layer_title(document_, i);
-        layouts_.emplace_back(layer, map_parameters);
+        layouts_.emplace_back(whole(layer), map_parameters);
         check_blocks(layouts_.back(), title);
         Part part{{document_, &layer, &layouts_.back()}, {}};
         measure(part, title);
@@ -125,11 +125,11 @@ void Plan::measure(const Part& part, const std::string& title)
 /// have had its reasons.
 void Plan::find_plain_surfaces()
 {
-    std::vector<bool> used(document_.tags.size(), false);
+    std::vector<std::uint8_t> used(document_.tags.size(), 0);
     for (const mesh::Layer& layer : document_.layers)
         for (std::size_t p = 0; p < layer.polygons.size(); ++p)
             if (const mesh::TagIndex tag = layer.polygons.surface(p); tag != mesh::no_tag)
-                used[tag] = true;
+                used[tag] = 1;
     std::unordered_set<std::string_view> described;
     for_each_chunk(document_, [&](const FileChunk& chunk) {
         if (chunk.id == id_surf)
@@ -137,7 +137,7 @@ void Plan::find_plain_surfaces()
     });
     for (std::size_t i = document_.file_tags; i < used.size(); ++i) {
         const std::string& name = document_.tags[static_cast<mesh::TagIndex>(i)];
-        if (!used[i] || !described.insert(name).second)
+        if (used[i] == 0 || !described.insert(name).second)
             continue;
         plain_surfaces_.push_back(name);
         const std::uint64_t size = plain_surface_size(name);
@@ -164,7 +164,7 @@ void Plan::warn_of_outgrown_chunks(const WarningSink& warnings) const
 
 void Plan::write(ByteSink& sink) const
 {
-    Encoder out(sink, file_size());
+    Encoder out(sink);
     out.u4(id_form);
     out.u4(static_cast<std::uint32_t>(form_size_));
     out.u4(id_lwo2);

@@ -1,34 +1,55 @@
 // SPDX-License-Identifier: MIT
 #include "mesh/bounds.h"
 
-#include <cmath>
 #include <limits>
 
 namespace mesh {
 
 namespace {
 
-void widen(double& low, double& high, double value) noexcept
-{
-    // fmin and fmax take the other argument where one is not a number
-    low = std::fmin(low, value);
-    high = std::fmax(high, value);
-}
+/// The lowest and the highest of the numbers seen so far.
+struct Extent {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
+
+    void widen(double value) noexcept
+    {
+        // a comparison with what is not a number is false: it changes nothing
+        low = value < low ? value : low;
+        high = value > high ? value : high;
+    }
+
+    /// Where there was no number, there is none to tell either.
+    void settle() noexcept
+    {
+        if (low > high)
+            low = high = std::numeric_limits<double>::quiet_NaN();
+    }
+};
 
 } // namespace
 
+std::optional<Bounds> bounds_of(std::span<const Vec3> points) noexcept
+{
+    if (points.empty())
+        return std::nullopt;
+    Extent x;
+    Extent y;
+    Extent z;
+    for (const Vec3& point : points) {
+        x.widen(point.x);
+        y.widen(point.y);
+        z.widen(point.z);
+    }
+    x.settle();
+    y.settle();
+    z.settle();
+    return Bounds{{x.low, y.low, z.low}, {x.high, y.high, z.high}};
+}
+
 std::optional<Bounds> layer_bounds(const Layer& layer) noexcept
 {
-    if (layer.points.empty())
-        return std::nullopt;
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    Bounds bounds{{nan, nan, nan}, {nan, nan, nan}};
-    for (const Vec3& p : layer.points) {
-        widen(bounds.min.x, bounds.max.x, p.x);
-        widen(bounds.min.y, bounds.max.y, p.y);
-        widen(bounds.min.z, bounds.max.z, p.z);
-    }
-    return bounds;
+    return bounds_of(layer.points.span());
 }
 
 } // namespace mesh

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
 #include "mesh/layer.h"
+#include "mesh/vec3.h"
 
 namespace mesh {
 
@@ -12,6 +14,10 @@ struct Bounds {
     Vec3 min;
     Vec3 max;
 };
+
+/// Box around these points; none where there are none. Coordinates that are not numbers are passed
+/// over.
+[[nodiscard]] std::optional<Bounds> bounds_of(std::span<const Vec3> points) noexcept;
 
 /// Box around all points of a layer; none for a layer without points. Coordinates that are not
 /// numbers are passed over.

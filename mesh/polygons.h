@@ -43,6 +43,16 @@ public:
         return {corners_.data() + start, end - start};
     }
 
+    /// The points of all polygons from `begin` on that lie before `end`, one polygon behind the other.
+    [[nodiscard]] std::span<const std::uint32_t> corners(std::size_t begin,
+                                                         std::size_t end) const noexcept
+    {
+        const auto start_of = [this](std::size_t polygon) {
+            return polygon < starts_.size() ? starts_[polygon] : corners_.size();
+        };
+        return corners_.span().subspan(start_of(begin), start_of(end) - start_of(begin));
+    }
+
     /// The six bits that the file keeps beside the point count; their meaning is the type's.
     [[nodiscard]] std::uint8_t flags(std::size_t polygon) const noexcept { return flags_[polygon]; }
     void set_flags(std::size_t polygon, std::uint8_t flags) noexcept { flags_[polygon] = flags; }

@@ -56,6 +56,14 @@ public:
         return word < present_.size() && ((present_[word] >> (point % 64u)) & 1u) != 0;
     }
 
+    /// How many of the points from `begin` on that lie before `end` have a value, in constant time.
+    [[nodiscard]] std::size_t count_in(std::uint32_t begin, std::uint32_t end) const noexcept
+    {
+        const std::size_t before_end = end < end_ ? rank(end) : count_;
+        const std::size_t before_begin = begin < end_ ? rank(begin) : count_;
+        return before_end > before_begin ? before_end - before_begin : 0;
+    }
+
     /// The point's value, `dimension` floats, valid until the map changes; empty when it has none
     /// (`has` tells the two apart where the dimension is 0).
     [[nodiscard]] std::span<const float> find(std::uint32_t point) const noexcept
@@ -66,7 +74,20 @@ public:
     }
 
     /// Gives the point a value of `dimension` floats, in place of one it may have.
-    void set(std::uint32_t point, std::span<const float> value);
+    void set(std::uint32_t point, std::span<const float> value)
+    {
+        // Behind all others, and the tables reach so far: the way to write many points in order.
+        if (point >= end_ && point / 64u + 1u == present_.size()) {
+            float* const stored = values_.extend(dimension_);
+            for (std::size_t i = 0; i < dimension_; ++i)
+                stored[i] = value[i];
+            present_.back() |= std::uint64_t{1} << (point % 64u);
+            end_ = point + 1;
+            ++count_;
+            return;
+        }
+        set_anywhere(point, value);
+    }
 
     /// Gives points their values in one go: the points ascend, the first of them behind all that
     /// have a value; `values` are `dimension` floats for each, one after another.
@@ -113,7 +134,13 @@ public:
     CornerValues corners;
 
 private:
-    [[nodiscard]] std::size_t rank(std::uint32_t point) const noexcept;
+    /// Number of points before `point`, which lies before `end_`, that have a value.
+    [[nodiscard]] std::size_t rank(std::uint32_t point) const noexcept
+    {
+        return count_ == end_ ? point : sparse_rank(point);
+    }
+    [[nodiscard]] std::size_t sparse_rank(std::uint32_t point) const noexcept;
+    void set_anywhere(std::uint32_t point, std::span<const float> value);
 
     FourCC type_;
     std::string name_;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "formats/lwo2/write/bodies.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 
@@ -18,14 +19,15 @@ template <typename Out> void put_tags(const mesh::TagList& tags, Out& out)
         out.text(tags[static_cast<mesh::TagIndex>(i)]);
 }
 
-template <typename Out> void put_layer(const mesh::Layer& layer, const Step& step, Out& out)
+template <typename Out> void put_layer(const LayerPart& part, const Step& step, Out& out)
 {
-    out.u2(layer.number);
+    const mesh::Layer& layer = *part.layer;
+    out.u2(part.number);
     out.u2(layer.flags);
     out.single(layer.pivot.x);
     out.single(layer.pivot.y);
     out.single(layer.pivot.z);
-    out.text(layer.name);
+    out.text(part.name);
     std::span<const std::byte> rest;
     if (step.chunk != nullptr)
         rest = step.chunk->body;
@@ -37,13 +39,21 @@ template <typename Out> void put_layer(const mesh::Layer& layer, const Step& ste
         out.bytes(rest.subspan(had_parent ? 2 : 0));
 }
 
-template <typename Out> void put_points(const mesh::Layer& layer, const PointBlock& block, Out& out)
+constexpr std::size_t point_size = 12;
+
+void put_points(std::span<const mesh::Vec3> points, Encoder& out)
 {
-    for (std::uint32_t i = block.begin; i < block.end; ++i) {
-        const mesh::Vec3& point = layer.points[i];
-        out.single(point.x);
-        out.single(point.y);
-        out.single(point.z);
+    constexpr std::size_t most = 1024;
+    while (!points.empty()) {
+        const auto run = points.first(std::min(most, points.size()));
+        std::byte* to = out.room(run.size() * point_size);
+        for (const mesh::Vec3& point : run) {
+            to = put_u4(to, narrow(point.x));
+            to = put_u4(to, narrow(point.y));
+            to = put_u4(to, narrow(point.z));
+        }
+        out.written(to);
+        points = points.subspan(run.size());
     }
 }
 
@@ -63,9 +73,9 @@ bool is_still_right(std::span<const std::byte> body, const std::array<double, 6>
     return true;
 }
 
-template <typename Out> void put_bounds(const mesh::Layer& layer, const Step& step, Out& out)
+void put_bounds(std::span<const mesh::Vec3> points, const Step& step, Encoder& out)
 {
-    const auto bounds = mesh::layer_bounds(layer);
+    const auto bounds = mesh::bounds_of(points);
     const bool from_file = step.chunk != nullptr && step.chunk->body.size() == box_size;
     std::array<double, 6> box{};
     if (bounds)
@@ -80,12 +90,34 @@ template <typename Out> void put_bounds(const mesh::Layer& layer, const Step& st
         out.single(value + 0.0);
 }
 
-template <typename Out>
-void put_polygons(const mesh::Layer& layer, const Layout& layout, const Step& step, Out& out)
+/// The point that the indices of a block of polygons count from.
+std::uint32_t first_point(const Layout& layout, const PolygonBlock& block)
+{
+    return block.points == no_block ? 0 : layout.point_block(block.points).begin;
+}
+
+std::uint64_t polygons_size(const mesh::Layer& layer, const Layout& layout, const Step& step)
+{
+    constexpr unsigned type_size = 4;
+    constexpr unsigned count_size = 2;
+    const PolygonBlock& block = layout.polygon_block(step.polygons);
+    const std::uint32_t first_long = first_point(layout, block) + first_long_index;
+    std::uint64_t size = type_size;
+    for (const std::uint32_t number : block.runs) {
+        const PolygonRun& run = layout.run(number);
+        const auto corners = layer.polygons.corners(run.begin, run.end);
+        std::size_t longs = 0;
+        for (const std::uint32_t point : corners)
+            longs += point >= first_long ? 1u : 0u;
+        size += std::uint64_t{count_size} * (run.end - run.begin) + 2 * (corners.size() + longs);
+    }
+    return size;
+}
+
+void put_polygons(const mesh::Layer& layer, const Layout& layout, const Step& step, Encoder& out)
 {
     const PolygonBlock& block = layout.polygon_block(step.polygons);
-    const std::uint32_t first_point =
-        block.points == no_block ? 0 : layout.point_block(block.points).begin;
+    const std::uint32_t first = first_point(layout, block);
     const bool curve = block.type == mesh::polygon_curv;
     out.u4(block.type);
     for (const std::uint32_t number : block.runs) {
@@ -97,9 +129,10 @@ void put_polygons(const mesh::Layer& layer, const Layout& layout, const Step& st
             std::uint32_t word = (count & polygon_point_limit) | flags << 10u;
             if (curve)
                 word = (word & 0x0FFFu) | count >> 10u << 12u;
-            out.u2(word);
+            std::byte* to = put_u2(out.room(2 + 4 * points.size()), word);
             for (const std::uint32_t point : points)
-                out.index(point - first_point);
+                to = put_index(to, point - first);
+            out.written(to);
         }
     }
 }
@@ -110,10 +143,12 @@ void put_polygon_tags(const mesh::Layer& layer, const Layout& layout, const Step
     out.u4(step.kind);
     if (step.polygons == no_block)
         return;
+    const mesh::Polygons& polygons = layer.polygons;
+    const bool surfaces = step.kind == mesh::tag_surf;
     for (const std::uint32_t number : layout.polygon_block(step.polygons).runs) {
         const PolygonRun& run = layout.run(number);
         for (std::uint32_t p = run.begin; p < run.end; ++p) {
-            const mesh::TagIndex tag = layer.polygons.tag(step.kind, p);
+            const mesh::TagIndex tag = surfaces ? polygons.surface(p) : polygons.tag(step.kind, p);
             if (tag == mesh::no_tag)
                 continue;
             out.index(run.first + (p - run.begin));
@@ -129,28 +164,34 @@ template <typename Out> void put_map_head(const mesh::VertexMap& map, Out& out)
     out.text(map.name());
 }
 
-template <typename Out>
-void put_map(const mesh::VertexMap& map, const Layout& layout, const Step& step, Out& out)
+std::uint64_t map_size(const mesh::VertexMap& map, const Layout& layout, const Step& step)
+{
+    ByteCounter head;
+    put_map_head(map, head);
+    if (step.points == no_block)
+        return head.size();
+    const PointBlock& block = layout.point_block(step.points);
+    const std::uint64_t rows = map.count_in(block.begin, block.end);
+    const std::uint64_t shorts =
+        map.count_in(block.begin, block.begin + std::min(block.size(), first_long_index));
+    return head.size() + rows * (index_size(first_long_index) + map.dimension() * sizeof(float)) -
+           shorts * (index_size(first_long_index) - index_size(0));
+}
+
+void put_map(const mesh::VertexMap& map, const Layout& layout, const Step& step, Encoder& out)
 {
     put_map_head(map, out);
     if (step.points == no_block)
         return;
     const PointBlock& block = layout.point_block(step.points);
-    const auto put_row = [&](std::uint32_t point, std::span<const float> value) {
-        out.index(point - block.begin);
-        for (const float component : value)
-            out.u4(std::bit_cast<std::uint32_t>(component));
-    };
-    if (block.begin == 0) {
-        map.for_each([&](std::uint32_t point, std::span<const float> value) {
-            if (point < block.end)
-                put_row(point, value);
-        });
-        return;
-    }
-    for (std::uint32_t point = block.begin; point < block.end; ++point)
-        if (map.has(point))
-            put_row(point, map.find(point));
+    const std::size_t longest = 4 + map.dimension() * sizeof(float);
+    map.for_each_in(block.begin, block.end,
+                    [&](std::uint32_t point, std::span<const float> value) {
+                        std::byte* to = put_index(out.room(longest), point - block.begin);
+                        for (const float component : value)
+                            to = put_u4(to, std::bit_cast<std::uint32_t>(component));
+                        out.written(to);
+                    });
 }
 
 template <typename Out>
@@ -159,14 +200,13 @@ void put_corner_row(const BodySource& source, const Step& step, std::uint32_t ro
     const mesh::VertexMap& map = source.layer->maps[step.map];
     const std::uint32_t point = map.corners.points[row];
     const std::uint32_t polygon = map.corners.polygons[row];
-    if (polygon >= source.layer->polygons.size())
-        return; // what it stood for is gone
     const PointBlock& points = source.layout->point_block(step.points);
-    const PolygonRun& run = source.layout->run_of(polygon);
-    if (run.block != step.polygons || point < points.begin || point >= points.end)
+    const PolygonRun* const run = source.layout->run_of(polygon);
+    if (run == nullptr || run->block != step.polygons || point < points.begin ||
+        point >= points.end)
         return;
     out.index(point - points.begin);
-    out.index(run.first + (polygon - run.begin));
+    out.index(run->first + (polygon - run->begin));
     const std::size_t dimension = map.dimension();
     for (std::size_t i = 0; i < dimension; ++i)
         out.u4(std::bit_cast<std::uint32_t>(map.corners.values[row * dimension + i]));
@@ -181,11 +221,20 @@ template <typename Out> void put_corner_values(const BodySource& source, const S
     const auto size = static_cast<std::uint32_t>(map.corners.size());
     for (std::uint32_t row = step.begin; row < step.end && row < size; ++row)
         put_corner_row(source, step, row, out);
-    for (const std::uint32_t row : step.rows)
-        put_corner_row(source, step, row, out);
+    for (const Range& rows : step.rows)
+        for (std::uint32_t row = rows.begin; row < rows.end; ++row)
+            put_corner_row(source, step, row, out);
 }
 
-template <typename Out> void put_body(const BodySource& source, const Step& step, Out& out)
+/// The points that the source's layer or part has.
+std::span<const mesh::Vec3> points_of(const BodySource& source)
+{
+    const Range& range = source.layout->part().points;
+    return source.layer->points.span().subspan(range.begin, range.size());
+}
+
+/// The bodies that are measured by being put into a counter.
+template <typename Out> void put_small_body(const BodySource& source, const Step& step, Out& out)
 {
     switch (step.role) {
     case ChunkRole::opaque:
@@ -195,25 +244,18 @@ template <typename Out> void put_body(const BodySource& source, const Step& step
         put_tags(source.document.tags, out);
         break;
     case ChunkRole::layer:
-        put_layer(*source.layer, step, out);
-        break;
-    case ChunkRole::points:
-        put_points(*source.layer, source.layout->point_block(step.points), out);
-        break;
-    case ChunkRole::bounds:
-        put_bounds(*source.layer, step, out);
-        break;
-    case ChunkRole::polygons:
-        put_polygons(*source.layer, *source.layout, step, out);
+        put_layer(source.layout->part(), step, out);
         break;
     case ChunkRole::polygon_tags:
         put_polygon_tags(*source.layer, *source.layout, step, out);
         break;
-    case ChunkRole::map:
-        put_map(source.layer->maps[step.map], *source.layout, step, out);
-        break;
     case ChunkRole::corner_values:
         put_corner_values(source, step, out);
+        break;
+    case ChunkRole::points:
+    case ChunkRole::bounds:
+    case ChunkRole::polygons:
+    case ChunkRole::map:
         break;
     }
 }
@@ -264,20 +306,42 @@ mesh::FourCC step_id(const Step& step) noexcept
 
 std::uint64_t body_size(const BodySource& source, const Step& step)
 {
-    if (step.role == ChunkRole::points) {
-        const PointBlock& block = source.layout->point_block(step.points);
-        return std::uint64_t{12} * (block.end - block.begin);
-    }
-    if (step.role == ChunkRole::bounds)
+    switch (step.role) {
+    case ChunkRole::points:
+        return std::uint64_t{point_size} * source.layout->point_block(step.points).size();
+    case ChunkRole::bounds:
         return box_size;
-    ByteCounter counter;
-    put_body(source, step, counter);
-    return counter.size();
+    case ChunkRole::polygons:
+        return polygons_size(*source.layer, *source.layout, step);
+    case ChunkRole::map:
+        return map_size(source.layer->maps[step.map], *source.layout, step);
+    default:
+        ByteCounter counter;
+        put_small_body(source, step, counter);
+        return counter.size();
+    }
 }
 
 void write_body(const BodySource& source, const Step& step, Encoder& out)
 {
-    put_body(source, step, out);
+    switch (step.role) {
+    case ChunkRole::points: {
+        const PointBlock& block = source.layout->point_block(step.points);
+        put_points(source.layer->points.span().subspan(block.begin, block.size()), out);
+        break;
+    }
+    case ChunkRole::bounds:
+        put_bounds(points_of(source), step, out);
+        break;
+    case ChunkRole::polygons:
+        put_polygons(*source.layer, *source.layout, step, out);
+        break;
+    case ChunkRole::map:
+        put_map(source.layer->maps[step.map], *source.layout, step, out);
+        break;
+    default:
+        put_small_body(source, step, out);
+    }
 }
 
 std::uint64_t plain_surface_size(const std::string& name)

@@ -15,7 +15,7 @@ namespace formats::lwo2 {
 struct BodySource {
     const mesh::Document& document;
     const mesh::Layer* layer = nullptr;
-    const Layout* layout = nullptr;
+    const Layout* layout = nullptr; ///< of the layer, or of a part of it
 };
 
 /// The four characters of a step's chunk.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -9,6 +8,7 @@
 #include <span>
 #include <string_view>
 
+#include "formats/lwo2/big_endian.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/single.h"
 
@@ -30,46 +30,44 @@ constexpr unsigned index_size(std::uint32_t index) noexcept
     return index < first_long_index ? 2 : 4;
 }
 
+/// Writes an index of two or four bytes and returns the place behind it.
+inline std::byte* put_index(std::byte* to, std::uint32_t value) noexcept
+{
+    return value < first_long_index ? put_u2(to, value) : put_u4(to, 0xFF000000u | value);
+}
+
 /// Writes big-endian values.
 class Encoder {
 public:
-    /// @param expected  about how many bytes will be written, for the size of the runs
-    Encoder(ByteSink& sink, std::uint64_t expected)
-        : sink_(sink), capacity_(static_cast<std::size_t>(std::clamp(expected, least, most))),
-          buffer_(std::make_unique_for_overwrite<std::byte[]>(capacity_))
+    explicit Encoder(ByteSink& sink)
+        : sink_(sink), buffer_(std::make_unique_for_overwrite<std::byte[]>(capacity_))
     {}
+
+    /// Room for `count` bytes at least, for values that are written many at a time. What was
+    /// written there is told to `written`.
+    [[nodiscard]] std::byte* room(std::size_t count)
+    {
+        if (capacity_ - size_ < count)
+            make_room(count);
+        return buffer_.get() + size_;
+    }
+
+    /// Takes what stands between the room last given and `end`.
+    void written(const std::byte* end) noexcept
+    {
+        size_ = static_cast<std::size_t>(end - buffer_.get());
+    }
 
     void u1(std::uint32_t value)
     {
-        need(1);
-        put(value);
+        std::byte* const to = room(1);
+        *to = static_cast<std::byte>(value);
+        written(to + 1);
     }
-
-    void u2(std::uint32_t value)
-    {
-        need(2);
-        put(value >> 8u);
-        put(value);
-    }
-
-    void u4(std::uint32_t value)
-    {
-        need(4);
-        put(value >> 24u);
-        put(value >> 16u);
-        put(value >> 8u);
-        put(value);
-    }
-
+    void u2(std::uint32_t value) { written(put_u2(room(2), value)); }
+    void u4(std::uint32_t value) { written(put_u4(room(4), value)); }
     void single(double value) { u4(narrow(value)); }
-
-    void index(std::uint32_t value)
-    {
-        if (value < first_long_index)
-            u2(value);
-        else
-            u4(0xFF000000u | value);
-    }
+    void index(std::uint32_t value) { written(put_index(room(4), value)); }
 
     void bytes(std::span<const std::byte> run)
     {
@@ -99,19 +97,18 @@ public:
     }
 
 private:
-    static constexpr std::uint64_t least = 64;
-    static constexpr std::uint64_t most = std::uint64_t{1} << 20u;
-
-    void need(std::size_t count)
+    void make_room(std::size_t count)
     {
-        if (capacity_ - size_ < count)
-            flush();
+        flush();
+        if (count <= capacity_)
+            return;
+        buffer_ = std::make_unique_for_overwrite<std::byte[]>(count);
+        capacity_ = count;
     }
 
-    void put(std::uint32_t value) noexcept { buffer_[size_++] = static_cast<std::byte>(value); }
-
     ByteSink& sink_;
-    std::size_t capacity_;
+    // large enough for few calls to the system, and small enough to stay in the processor's cache
+    std::size_t capacity_ = std::size_t{256} * 1024;
     std::unique_ptr<std::byte[]> buffer_;
     std::size_t size_ = 0;
 };

@@ -28,14 +28,6 @@ const std::array<FileChunk, 3> usual_chunks{{{.id = id_layr, .role = ChunkRole::
                                              {.id = id_pnts, .role = ChunkRole::points},
                                              {.id = id_bbox, .role = ChunkRole::bounds}}};
 
-std::span<const FileChunk> chunks_of(const mesh::Layer& layer)
-{
-    if (!layer.chunks.empty())
-        return layer.chunks;
-    // no points, no box
-    return std::span(usual_chunks).first(layer.points.empty() ? 2 : 3);
-}
-
 std::uint64_t pair_key(std::uint32_t a, std::uint32_t b)
 {
     return static_cast<std::uint64_t>(a) << 32u | b;
@@ -45,11 +37,21 @@ std::uint32_t size32(std::size_t size) { return static_cast<std::uint32_t>(size)
 
 } // namespace
 
-Layout::Layout(const mesh::Layer& layer, bool map_parameters) : layer_(layer)
+Layout::Layout(LayerPart part, bool map_parameters)
+    : part_(std::move(part)), layer_(*part_.layer)
 {
     // with one block of points everything can be said
     if (!build(false, map_parameters))
         static_cast<void>(build(true, map_parameters));
+}
+
+/// The chunks of the layer's file; the usual ones for what has none.
+std::span<const FileChunk> Layout::chunks() const noexcept
+{
+    if (part_.is_first && !layer_.chunks.empty())
+        return layer_.chunks;
+    // no points, no box
+    return std::span(usual_chunks).first(part_.points.size() == 0 ? 2 : 3);
 }
 
 bool Layout::build(bool one_point_block, bool map_parameters)
@@ -74,24 +76,24 @@ bool Layout::build(bool one_point_block, bool map_parameters)
 
 void Layout::follow_file(bool one_point_block)
 {
-    const auto chunks = chunks_of(layer_);
-    const bool has_points = std::any_of(chunks.begin(), chunks.end(), [](const FileChunk& chunk) {
+    const auto all = chunks();
+    const bool has_points = std::any_of(all.begin(), all.end(), [](const FileChunk& chunk) {
         return chunk.role == ChunkRole::points;
     });
-    const bool opens_layer = chunks.front().role == ChunkRole::layer;
-    const bool lacks_points = !has_points && !layer_.points.empty();
+    const bool opens_layer = all.front().role == ChunkRole::layer;
+    const bool lacks_points = !has_points && part_.points.size() > 0;
     if (lacks_points && !opens_layer)
         follow_chunk(usual_chunks[1], one_point_block);
-    for (const FileChunk& chunk : chunks) {
+    for (const FileChunk& chunk : all) {
         follow_chunk(chunk, one_point_block);
         if (lacks_points && chunk.role == ChunkRole::layer)
             follow_chunk(usual_chunks[1], one_point_block);
     }
-    grown_ = !layer_.chunks.empty() &&
+    grown_ = part_.is_first && !layer_.chunks.empty() &&
              ((points_.empty() ? 0 : points_.back().end) < layer_.points.size() ||
               (file_ends_.empty() ? 0 : file_ends_.back()) < layer_.polygons.size());
     if (!points_.empty())
-        points_.back().end = size32(layer_.points.size());
+        points_.back().end = part_.points.end;
     end_of_data_ = -1;
     for (std::size_t i = 0; i < steps_.size(); ++i)
         if (steps_[i].role != ChunkRole::opaque && steps_[i].role != ChunkRole::tags)
@@ -111,8 +113,8 @@ void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
     };
     switch (chunk.role) {
     case ChunkRole::points: {
-        const std::uint32_t begin = points_.empty() ? 0 : points_.back().end;
-        const std::uint32_t end = std::min(chunk.end, size32(layer_.points.size()));
+        const std::uint32_t begin = points_.empty() ? part_.points.begin : points_.back().end;
+        const std::uint32_t end = std::min(chunk.end, part_.points.end);
         if (one_point_block && !points_.empty()) {
             points_.back().end = std::max(begin, end);
             return;
@@ -151,23 +153,26 @@ void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
 void Layout::place_polygons()
 {
     const mesh::Polygons& polygons = layer_.polygons;
-    const std::uint32_t count = size32(polygons.size());
     const auto file_blocks = size32(file_ends_.size());
     std::uint32_t block = 0;
-    for (std::uint32_t begin = 0; begin < count;) {
-        while (block < file_blocks && begin >= file_ends_[block])
-            ++block;
-        const mesh::FourCC type = polygons.type(begin);
-        const std::uint32_t limit = block < file_blocks ? file_ends_[block] : count;
-        std::uint32_t end = begin + 1;
-        while (end < limit && polygons.type(end) == type)
-            ++end;
-        const bool at_home = block < file_blocks && polygons_[block].type == type;
-        extend(at_home ? block : block_for(type), begin, end);
-        begin = end;
+    for (const Range& range : part_.polygons) {
+        for (std::uint32_t begin = range.begin; begin < range.end;) {
+            while (block < file_blocks && begin >= file_ends_[block])
+                ++block;
+            const mesh::FourCC type = polygons.type(begin);
+            const std::uint32_t limit =
+                block < file_blocks ? std::min(file_ends_[block], range.end) : range.end;
+            std::uint32_t end = begin + 1;
+            while (end < limit && polygons.type(end) == type)
+                ++end;
+            const bool at_home = block < file_blocks && polygons_[block].type == type;
+            extend(at_home ? block : block_for(type), begin, end);
+            begin = end;
+        }
     }
     // readers expect polygons in every layer, if only none
-    if (layer_.chunks.empty() && count == 0)
+    const bool from_file = part_.is_first && !layer_.chunks.empty();
+    if (!from_file && part_.polygons.empty())
         static_cast<void>(block_for(mesh::polygon_face));
 }
 
@@ -257,31 +262,17 @@ void Layout::complete_tags()
     }
 }
 
-/// The blocks of points in which a map has values, in order.
-std::vector<std::uint32_t> Layout::blocks_with_values(const mesh::VertexMap& map) const
+/// Adds the parameters that stand before a map's chunk: those that the map has elsewhere in the
+/// layer, else the usual ones.
+void Layout::add_parameters(ChunkRole role, std::uint32_t map, std::ptrdiff_t after,
+                            std::uint32_t order)
 {
-    std::vector<std::uint32_t> blocks;
-    if (points_.size() == 1) {
-        if (map.size() > 0)
-            blocks.push_back(0);
-        return blocks;
-    }
-    std::uint32_t block = 0;
-    map.for_each([&](std::uint32_t point, std::span<const float>) {
-        while (block < points_.size() && point >= points_[block].end)
-            ++block;
-        if (block < points_.size() && (blocks.empty() || blocks.back() != block))
-            blocks.push_back(block);
-    });
-    return blocks;
-}
-
-void Layout::add_map(std::uint32_t map, std::uint32_t block, std::ptrdiff_t after, bool parameters)
-{
-    if (parameters)
-        additions_.push_back(
-            {after, 0, {.role = ChunkRole::opaque, .chunk = &usual_map_parameters}});
-    additions_.push_back({after, 0, {.role = ChunkRole::map, .points = block, .map = map}});
+    const FileChunk* parameters = &usual_map_parameters;
+    const std::vector<FileChunk>& own = layer_.chunks;
+    for (std::size_t i = 1; i < own.size(); ++i)
+        if (own[i].role == role && own[i].map == map && own[i - 1].id == id_vmpa)
+            parameters = &own[i - 1];
+    additions_.push_back({after, order, {.role = ChunkRole::opaque, .chunk = parameters}});
 }
 
 void Layout::complete_maps(bool map_parameters)
@@ -299,10 +290,18 @@ void Layout::complete_maps(bool map_parameters)
         if (step.role == ChunkRole::map || step.role == ChunkRole::points || box_of_points)
             place[step.points] = at;
     }
-    for (std::uint32_t map = 0; map < layer_.maps.size(); ++map)
-        for (const std::uint32_t block : blocks_with_values(layer_.maps[map]))
-            if (!present.contains(pair_key(map, block)))
-                add_map(map, block, place[block], map_parameters);
+    for (std::uint32_t map = 0; map < layer_.maps.size(); ++map) {
+        for (std::uint32_t block = 0; block < points_.size(); ++block) {
+            const PointBlock& points = points_[block];
+            if (layer_.maps[map].count_in(points.begin, points.end) == 0 ||
+                present.contains(pair_key(map, block)))
+                continue;
+            if (map_parameters)
+                add_parameters(ChunkRole::map, map, place[block], 0);
+            additions_.push_back(
+                {place[block], 0, {.role = ChunkRole::map, .points = block, .map = map}});
+        }
+    }
 }
 
 bool Layout::complete_corner_values(bool map_parameters)
@@ -325,7 +324,10 @@ bool Layout::complete_corner_values(bool map_parameters)
             const std::uint32_t point = corners.points[row];
             if (point >= layer_.points.size() || corners.polygons[row] >= layer_.polygons.size())
                 continue; // what it stood for is gone
-            const std::uint32_t block = run_of(corners.polygons[row]).block;
+            const PolygonRun* const run = run_of(corners.polygons[row]);
+            if (run == nullptr)
+                continue; // of another part
+            const std::uint32_t block = run->block;
             const std::uint32_t points = polygons_[block].points;
             if (point < points_[points].begin || point >= points_[points].end)
                 return false;
@@ -334,10 +336,7 @@ bool Layout::complete_corner_values(bool map_parameters)
             if (made) {
                 const std::uint32_t order = block >= file_ends_.size() ? block + 1 : 0;
                 if (map_parameters)
-                    additions_.push_back(
-                        {place[block],
-                         order,
-                         {.role = ChunkRole::opaque, .chunk = &usual_map_parameters}});
+                    add_parameters(ChunkRole::corner_values, map, place[block], order);
                 additions_.push_back({place[block],
                                       order,
                                       {.role = ChunkRole::corner_values,
@@ -345,7 +344,7 @@ bool Layout::complete_corner_values(bool map_parameters)
                                        .polygons = block,
                                        .map = map}});
             }
-            additions_[found->second].step.rows.push_back(row);
+            append(additions_[found->second].step.rows, row);
         }
     }
     return true;
@@ -372,12 +371,24 @@ void Layout::merge_additions()
     additions_.clear();
 }
 
-const PolygonRun& Layout::run_of(std::uint32_t polygon) const
+const PolygonRun* Layout::run_of(std::uint32_t polygon) const
 {
     const auto behind =
         std::upper_bound(runs_.begin(), runs_.end(), polygon,
                          [](std::uint32_t p, const PolygonRun& run) { return p < run.begin; });
-    return *(behind - 1);
+    if (behind == runs_.begin() || polygon >= (behind - 1)->end)
+        return nullptr;
+    return &*(behind - 1);
+}
+
+std::uint32_t Layout::largest_block() const noexcept
+{
+    std::uint32_t largest = 0;
+    for (const PointBlock& block : points_)
+        largest = std::max(largest, block.size());
+    for (const PolygonBlock& block : polygons_)
+        largest = std::max(largest, block.size);
+    return largest;
 }
 
 } // namespace formats::lwo2

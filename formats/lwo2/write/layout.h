@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
+#include "formats/lwo2/write/layer_part.h"
 #include "mesh/file_chunk.h"
 #include "mesh/layer.h"
 
@@ -14,10 +16,7 @@ namespace formats::lwo2 {
 constexpr std::uint32_t no_block = 0xFFFFFFFFu;
 
 /// Points of a layer that one chunk holds: indices in the chunks behind it count from `begin`.
-struct PointBlock {
-    std::uint32_t begin = 0;
-    std::uint32_t end = 0;
-};
+using PointBlock = Range;
 
 /// Polygons that stand side by side in the layer and in one block of the file.
 struct PolygonRun {
@@ -44,11 +43,11 @@ struct Step {
     std::uint32_t map = 0;             ///< number of the map
     std::uint32_t begin = 0;           ///< rows of corner values
     std::uint32_t end = 0;
-    std::vector<std::uint32_t> rows = {};   ///< further rows of corner values
+    std::vector<Range> rows = {};           ///< further rows of corner values
     const mesh::FileChunk* chunk = nullptr; ///< what the file had here, if it had anything
 };
 
-/// How a layer is laid out in a file: its chunks in order, and which points and polygons stand in
+/// How a layer, or a part of one, is laid out in a file: its chunks in order, and which points and polygons stand in
 /// which of them.
 ///
 /// A layer that came from a file keeps that file's chunks. Added points join the last block of
@@ -59,7 +58,9 @@ struct Step {
 class Layout {
 public:
     /// @param map_parameters  whether a new map is preceded by its parameters
-    Layout(const mesh::Layer& layer, bool map_parameters);
+    Layout(LayerPart part, bool map_parameters);
+
+    [[nodiscard]] const LayerPart& part() const noexcept { return part_; }
 
     [[nodiscard]] const std::vector<Step>& steps() const noexcept { return steps_; }
     [[nodiscard]] const PointBlock& point_block(std::uint32_t number) const
@@ -72,8 +73,11 @@ public:
     }
     [[nodiscard]] const PolygonRun& run(std::uint32_t number) const { return runs_[number]; }
 
-    /// The run that holds a polygon of the layer.
-    [[nodiscard]] const PolygonRun& run_of(std::uint32_t polygon) const;
+    /// The run that holds a polygon of the layer; null for one that is not of this part.
+    [[nodiscard]] const PolygonRun* run_of(std::uint32_t polygon) const;
+
+    /// Most points or polygons that one chunk has.
+    [[nodiscard]] std::uint32_t largest_block() const noexcept;
 
     /// Whether the layer has points or polygons that its file did not have.
     [[nodiscard]] bool grown() const noexcept { return grown_; }
@@ -96,11 +100,14 @@ private:
     [[nodiscard]] bool polygons_are_sayable() const;
     void complete_tags();
     void complete_maps(bool map_parameters);
-    void add_map(std::uint32_t map, std::uint32_t block, std::ptrdiff_t after, bool parameters);
+    void add_parameters(mesh::ChunkRole role, std::uint32_t map, std::ptrdiff_t after,
+                        std::uint32_t order);
     [[nodiscard]] bool complete_corner_values(bool map_parameters);
-    [[nodiscard]] std::vector<std::uint32_t> blocks_with_values(const mesh::VertexMap& map) const;
     void merge_additions();
 
+    [[nodiscard]] std::span<const mesh::FileChunk> chunks() const noexcept;
+
+    LayerPart part_;
     const mesh::Layer& layer_;
     std::vector<Step> steps_;
     std::vector<Addition> additions_;

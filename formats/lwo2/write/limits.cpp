@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "formats/lwo2/write/limits.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -35,12 +36,19 @@ void check_text(const std::string& text, const std::string& where, const char* w
 
 bool fits_single(double value)
 {
-    return !std::isfinite(value) || std::isfinite(static_cast<float>(value));
+    // half a step above the greatest single: rounded, it and all beyond it would be infinite
+    constexpr double limit = 0x1.ffffffp127;
+    const double size = std::abs(value);
+    return !(size >= limit) || size == std::numeric_limits<double>::infinity();
 }
 
 bool fits_single(const mesh::Vec3& value)
 {
-    return fits_single(value.x) && fits_single(value.y) && fits_single(value.z);
+    // not a chain of decisions: for millions of points, that is the slower way
+    const bool x = fits_single(value.x);
+    const bool y = fits_single(value.y);
+    const bool z = fits_single(value.z);
+    return x & y & z;
 }
 
 void check_tags(const mesh::TagList& tags)
@@ -79,10 +87,12 @@ void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::
         if (points.size() > most)
             refuse(title, "polygon {} has {} points, more than the {} that LWO2 can hold; split it",
                    p, points.size(), most);
-        for (const std::uint32_t point : points)
-            if (point >= layer.points.size())
-                refuse(title, "polygon {} names point {} of {}; remove it", p, point,
-                       layer.points.size());
+        const auto bad_point =
+            std::find_if(points.begin(), points.end(),
+                         [&](std::uint32_t point) { return point >= layer.points.size(); });
+        if (bad_point != points.end())
+            refuse(title, "polygon {} names point {} of {}; remove it", p, *bad_point,
+                   layer.points.size());
         const auto is_bad = [&](mesh::TagIndex tag) {
             return tag != mesh::no_tag && tag >= tag_count;
         };
