@@ -54,6 +54,7 @@ void Modeler::replace(mesh::Document document, std::vector<LayerRole> roles)
     check_idle(document_);
     check_roles(document, roles);
     undo_.clear();
+    redo_.clear();
     document_ = std::move(document);
     roles_ = std::move(roles);
 }
@@ -62,6 +63,7 @@ mesh::Document Modeler::release()
 {
     check_idle(document_);
     undo_.clear();
+    redo_.clear();
     roles_.clear();
     return std::exchange(document_, mesh::Document());
 }
@@ -102,6 +104,8 @@ RunResult Modeler::run(Module& module, std::string_view server, FrontEnd& front_
         activation.rethrow();
         RunResult result = activation.take_result();
         undo_.reserve(undo_.size() + activation.finished_edits());
+        if (result.applied)
+            redo_.clear();
         for (UndoStep& step : activation.accept())
             undo_.push_back(std::move(step));
         return result;
@@ -115,8 +119,21 @@ void Modeler::undo()
     check_idle(document_);
     if (undo_.empty())
         throw std::logic_error("there is no edit to take back");
+    redo_.reserve(redo_.size() + 1);
+    redo_.emplace_back(document_, undo_.back());
     undo_.back().take_back(document_);
     undo_.pop_back();
+}
+
+void Modeler::redo()
+{
+    check_idle(document_);
+    if (redo_.empty())
+        throw std::logic_error("there is no edit to make again");
+    undo_.reserve(undo_.size() + 1);
+    redo_.back().apply(document_);
+    undo_.push_back(redo_.back().take_undo());
+    redo_.pop_back();
 }
 
 } // namespace modeler

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "mesh/document.h"
+#include "modeler/edit/redo_step.h"
 #include "modeler/edit/undo_step.h"
 #include "modeler/errors.h"
 #include "modeler/front_end.h"
@@ -97,13 +98,25 @@ public:
     [[nodiscard]] bool can_undo() const noexcept { return !undo_.empty(); }
 
     /// Takes the last edit back: the mesh is then exactly as it was before.
-    /// @throws std::logic_error when there is nothing to undo.
+    /// Out of memory for what `redo` needs, nothing is changed.
+    /// @throws std::logic_error when there is nothing to undo; std::bad_alloc
     void undo();
+
+    /// Number of edits that were taken back and can be made again. A run that changes the document
+    /// forgets them.
+    [[nodiscard]] std::size_t redo_steps() const noexcept { return redo_.size(); }
+    [[nodiscard]] bool can_redo() const noexcept { return !redo_.empty(); }
+
+    /// Makes the edit that was taken back last again: the mesh is then exactly as it was before the
+    /// undo. Out of memory, nothing is changed.
+    /// @throws std::logic_error when there is nothing to redo; std::bad_alloc
+    void redo();
 
 private:
     mesh::Document document_;
     std::vector<LayerRole> roles_;
     std::vector<UndoStep> undo_;
+    std::vector<RedoStep> redo_;
 };
 
 } // namespace modeler

@@ -24,6 +24,16 @@ public:
     }
     [[nodiscard]] std::size_t maps(std::size_t layer) const { return layers_[layer].maps; }
 
+    [[nodiscard]] std::size_t layers() const noexcept { return layers_.size(); }
+    [[nodiscard]] std::size_t tags() const noexcept { return tags_; }
+
+    /// Calls `visit(layer, map, point)` for each value that was kept, in the order of keeping.
+    template <typename Visit> void for_each_kept(Visit visit) const
+    {
+        for (const OldValue& old : old_)
+            visit(old.layer, old.map, old.point);
+    }
+
     /// Keeps the value that a map has at a point, or that it has none, before it is changed. Only
     /// what lies before the mark is kept; the rest is cut off anyway.
     void keep(const mesh::Document& document, std::size_t layer, std::size_t map,

@@ -110,6 +110,32 @@ RC_GTEST_PROP(UndoLaw, EveryUndoGivesTheStageBefore, ())
     }
 }
 
+RC_GTEST_PROP(UndoLaw, RedoGivesTheStagesAfterUndo, ())
+{
+    const auto runs =
+        *rc::gen::container<std::vector<Steps>>(rc::gen::container<Steps>(any_step()));
+    modeler::Modeler host = session::sample_host();
+    std::vector<mesh::Document> stages;
+    stages.push_back(support::copy_of(host.document()));
+    for (const Steps& steps : runs)
+        if (session::run(host, random_command(steps, EDERR_NONE)).applied)
+            stages.push_back(support::copy_of(host.document()));
+    while (host.can_undo())
+        host.undo();
+    RC_ASSERT(host.redo_steps() + 1 == stages.size());
+    for (std::size_t i = 1; i < stages.size(); ++i) {
+        host.redo();
+        RC_ASSERT(support::first_difference(host.document(), stages[i]) == "");
+    }
+    RC_ASSERT(host.undo_steps() + 1 == stages.size());
+    for (std::size_t i = stages.size() - 1; i > 0; --i) {
+        host.undo();
+        RC_ASSERT(support::first_difference(host.document(), stages[i - 1]) == "");
+    }
+    RC_ASSERT(session::run(host, random_command({{0, 0, 1.0F, false}}, EDERR_NONE)).applied);
+    RC_ASSERT(!host.can_redo());
+}
+
 RC_GTEST_PROP(UndoLaw, AnEditFinishedWithAnErrorLeavesNothing, ())
 {
     const auto kept = *rc::gen::container<Steps>(any_step());

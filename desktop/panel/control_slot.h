@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QWidget>
+
+#include "desktop/panel/control_editor.h"
+
+namespace desktop {
+
+/// The place of one control in a form: its editor with the sign of its unit. While a rule disables
+/// the control the editor is greyed, and the slot takes clicks and the keyboard's focus in its
+/// place, so that trying the control can be answered.
+class ControlSlot : public QWidget {
+public:
+    /// @param tried  told the rule's message when a person tries the disabled control
+    ControlSlot(modeler::FormPanel& panel, const modeler::Control& control,
+                ControlEditor::Edited edited, std::function<void(const QString&)> tried,
+                QWidget* parent);
+    ControlSlot(const ControlSlot&) = delete;
+    ControlSlot& operator=(const ControlSlot&) = delete;
+    ~ControlSlot() override;
+
+    [[nodiscard]] modeler::ControlId id() const noexcept { return id_; }
+    [[nodiscard]] ControlEditor& editor() noexcept { return *editor_; }
+
+    /// Shows the panel's value and whether the control is enabled.
+    void refresh();
+    /// Sets the keyboard on the control.
+    void focus();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void answer();
+
+    modeler::FormPanel& panel_;
+    modeler::ControlId id_;
+    std::function<void(const QString&)> tried_;
+    std::unique_ptr<ControlEditor> editor_;
+};
+
+} // namespace desktop

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/panel/number_editor.h"
+
+#include <utility>
+
+#include <QLineEdit>
+#include <QPalette>
+
+#include "desktop/panel/control_text.h"
+#include "desktop/text.h"
+#include "modeler/errors.h"
+#include "settings/values.h"
+
+namespace desktop {
+
+NumberEditor::NumberEditor(modeler::FormPanel& panel, const modeler::Control& control,
+                           Edited edited, QWidget* parent)
+    : panel_(panel), id_(control.id), kind_(control.kind), edited_(std::move(edited)),
+      field_(new QLineEdit(parent))
+{
+    field_->setAlignment(Qt::AlignRight);
+    QObject::connect(field_, &QLineEdit::textEdited, field_,
+                     [this](const QString& text) { take_text(text); });
+}
+
+QWidget* NumberEditor::widget() const { return field_; }
+
+void NumberEditor::refresh()
+{
+    const modeler::ControlValue& value = panel_.find(id_)->value;
+    if (shown_ == value && problem_.isEmpty())
+        return;
+    shown_ = value;
+    given_ = value;
+    given_text_ = to_qt(std::string_view(shown_text(kind_, value)));
+    field_->setText(given_text_);
+    mark({});
+}
+
+void NumberEditor::take_text(const QString& text)
+{
+    QString problem;
+    try {
+        // The text that was there at first stands for the value that was there at first, which may
+        // have more digits than it shows.
+        const modeler::ControlValue value =
+            text == given_text_ ? given_ : typed_value(kind_, from_qt(text));
+        panel_.set(id_, value);
+        shown_ = value;
+    } catch (const settings::ValueError& error) {
+        problem = to_qt(std::string_view(error.what()));
+    } catch (const modeler::PanelRefusal& refusal) {
+        problem = to_qt(std::string_view(refusal.what()));
+    }
+    mark(problem);
+    edited_(problem);
+}
+
+void NumberEditor::mark(const QString& problem)
+{
+    problem_ = problem;
+    // Not by colour alone, and in the colours of whatever palette the desktop has.
+    QFont font = field_->font();
+    font.setUnderline(!problem.isEmpty());
+    field_->setFont(font);
+    QPalette palette = field_->parentWidget()->palette();
+    if (!problem.isEmpty())
+        palette.setColor(QPalette::Text, palette.color(QPalette::LinkVisited));
+    field_->setPalette(palette);
+    field_->setAccessibleDescription(problem);
+}
+
+} // namespace desktop

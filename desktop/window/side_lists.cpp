@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/window/side_lists.h"
+
+#include <algorithm>
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "desktop/text.h"
+#include "mesh/vertex_map.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr int text_role = Qt::UserRole; ///< bytes of a name, which need not be UTF-8
+
+QString number(std::size_t count) { return QLocale().toString(static_cast<qulonglong>(count)); }
+
+QTreeWidget* add_list(QSplitter& splitter, const QString& title, const QStringList& columns)
+{
+    auto* const part = new QWidget(&splitter);
+    auto* const column = new QVBoxLayout(part);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* const label = new QLabel(title, part);
+    auto* const list = new QTreeWidget(part);
+    label->setBuddy(list);
+    list->setAccessibleName(QString(title).remove('&'));
+    list->setObjectName(QString(title).remove('&'));
+    list->setHeaderLabels(columns);
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->header()->setStretchLastSection(false);
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    column->addWidget(label);
+    column->addWidget(list);
+    return list;
+}
+
+QTreeWidgetItem* add_row(QTreeWidget& list, const std::string& name, const QString& shown,
+                         const QStringList& more)
+{
+    auto* const item = new QTreeWidgetItem(&list, QStringList(shown) + more);
+    item->setData(0, text_role, QByteArray::fromStdString(name));
+    item->setToolTip(0, shown);
+    for (int i = 1; i <= more.size(); ++i)
+        item->setTextAlignment(i, Qt::AlignRight | Qt::AlignVCenter);
+    return item;
+}
+
+std::string name_of(const QTreeWidgetItem* item)
+{
+    return item != nullptr ? item->data(0, text_role).toByteArray().toStdString() : std::string();
+}
+
+void choose(QTreeWidget& list, const std::string& name)
+{
+    for (int i = 0; i < list.topLevelItemCount(); ++i)
+        if (name_of(list.topLevelItem(i)) == name)
+            return list.setCurrentItem(list.topLevelItem(i));
+}
+
+QString kind_of(const mesh::VertexMap& map)
+{
+    switch (map.type()) {
+    case mesh::map_wght:
+        return SideLists::tr("weight");
+    case mesh::map_txuv:
+        return SideLists::tr("texture");
+    case mesh::map_morf:
+    case mesh::map_spot:
+        return SideLists::tr("morph");
+    case mesh::map_mnvw:
+        return SideLists::tr("subpatch weight");
+    default:
+        return to_qt(std::string_view(mesh::to_text(map.type())));
+    }
+}
+
+} // namespace
+
+SideLists::SideLists(QWidget* parent) : QWidget(parent)
+{
+    auto* const splitter = new QSplitter(Qt::Vertical, this);
+    layers_ =
+        add_list(*splitter, tr("&Layers"), {tr("Name"), tr("Role"), tr("Points"), tr("Polygons")});
+    surfaces_ = add_list(*splitter, tr("S&urfaces"), {tr("Name"), tr("Polygons")});
+    maps_ = add_list(*splitter, tr("Vertex &maps"), {tr("Name"), tr("Kind"), tr("Points")});
+    layers_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    layers_->setToolTip(tr("Commands work on foreground layers, and look at background layers"));
+    surfaces_->setToolTip(tr("Double-click selects the polygons with a surface"));
+    maps_->setToolTip(tr("Choose a weight map to colour the view by it"));
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(4, 4, 4, 4);
+    column->addWidget(splitter);
+    connect(maps_, &QTreeWidget::currentItemChanged, this, &SideLists::map_chosen);
+    connect(surfaces_, &QTreeWidget::itemActivated, this, &SideLists::surface_activated);
+}
+
+void SideLists::show_scene(const Workspace& workspace)
+{
+    show_layers(workspace);
+    show_surfaces(workspace.session().document());
+    show_maps(workspace.session().document());
+}
+
+void SideLists::show_layers(const Workspace& workspace)
+{
+    const std::vector<std::size_t> chosen = chosen_layers();
+    layers_->clear();
+    const std::vector<mesh::Layer>& layers = workspace.session().document().layers;
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        const QString file = to_qt(workspace.file_of(i).stem());
+        const QString name = layers[i].name.empty()
+                                 ? file
+                                 : to_qt(std::string_view(layers[i].name)) + " (" + file + ")";
+        QTreeWidgetItem* const item =
+            add_row(*layers_, layers[i].name, name,
+                    {{}, number(layers[i].points.size()), number(layers[i].polygons.size())});
+        item->setToolTip(0, to_qt(workspace.file_of(i)));
+        auto* const roles = new QComboBox(layers_);
+        roles->addItems({tr("foreground"), tr("background"), tr("hidden")});
+        roles->setCurrentIndex(static_cast<int>(workspace.session().roles()[i]));
+        roles->setAccessibleName(tr("Role of layer %1").arg(name));
+        connect(roles, &QComboBox::activated, this, [this, i](int index) {
+            emit role_chosen(i, static_cast<modeler::LayerRole>(index));
+        });
+        layers_->setItemWidget(item, 1, roles);
+        if (std::find(chosen.begin(), chosen.end(), i) != chosen.end())
+            item->setSelected(true);
+    }
+}
+
+void SideLists::show_surfaces(const mesh::Document& document)
+{
+    const std::string chosen = chosen_surface();
+    std::vector<std::size_t> counts(document.tags.size());
+    for (const mesh::Layer& layer : document.layers)
+        for (std::size_t i = 0; i < layer.polygons.size(); ++i)
+            if (layer.polygons.surface(i) != mesh::no_tag)
+                ++counts[layer.polygons.surface(i)];
+    surfaces_->clear();
+    for (std::size_t tag = 0; tag < counts.size(); ++tag) {
+        const std::string& name = document.tags[static_cast<mesh::TagIndex>(tag)];
+        if (counts[tag] > 0)
+            add_row(*surfaces_, name, to_qt(std::string_view(name)), {number(counts[tag])});
+    }
+    choose(*surfaces_, chosen);
+}
+
+void SideLists::show_maps(const mesh::Document& document)
+{
+    const std::string chosen = chosen_map();
+    {
+        const QSignalBlocker quiet(maps_);
+        maps_->clear();
+        add_row(*maps_, {}, tr("(colours of the surfaces)"), {{}, {}});
+        std::vector<std::pair<mesh::FourCC, std::string>> seen;
+        for (const mesh::Layer& layer : document.layers) {
+            for (const mesh::VertexMap& map : layer.maps) {
+                if (std::find(seen.begin(), seen.end(), std::pair(map.type(), map.name())) !=
+                    seen.end())
+                    continue;
+                seen.emplace_back(map.type(), map.name());
+                std::size_t points = 0;
+                for (const mesh::Layer& other : document.layers)
+                    if (const mesh::VertexMap* same = other.find_map(map.type(), map.name()))
+                        points += same->size();
+                // Maps that no colour can tell are listed, and colour nothing.
+                QTreeWidgetItem* const item =
+                    add_row(*maps_, map.name(), to_qt(std::string_view(map.name())),
+                            {kind_of(map), number(points)});
+                if (map.dimension() != 1)
+                    item->setFlags(item->flags() & ~Qt::ItemIsSelectable & ~Qt::ItemIsEnabled);
+            }
+        }
+        choose(*maps_, chosen);
+    }
+    if (chosen_map() != chosen)
+        emit map_chosen();
+}
+
+std::vector<std::size_t> SideLists::chosen_layers() const
+{
+    std::vector<std::size_t> chosen;
+    for (int i = 0; i < layers_->topLevelItemCount(); ++i)
+        if (layers_->topLevelItem(i)->isSelected())
+            chosen.push_back(static_cast<std::size_t>(i));
+    return chosen;
+}
+
+std::string SideLists::chosen_surface() const { return name_of(surfaces_->currentItem()); }
+
+std::string SideLists::chosen_map() const { return name_of(maps_->currentItem()); }
+
+} // namespace desktop

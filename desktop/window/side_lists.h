@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <QWidget>
+
+#include "desktop/window/workspace.h"
+
+class QTreeWidget;
+
+namespace desktop {
+
+/// The lists beside the view: layers with their roles, surfaces, vertex maps.
+class SideLists : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SideLists(QWidget* parent);
+
+    /// Shows what is in the scene; keeps what was chosen where it is still there.
+    void show_scene(const Workspace& workspace);
+
+    /// Positions of the chosen layers.
+    [[nodiscard]] std::vector<std::size_t> chosen_layers() const;
+    /// The chosen surface; empty when there is none.
+    [[nodiscard]] std::string chosen_surface() const;
+    /// The map that colours the view; empty: none.
+    [[nodiscard]] std::string chosen_map() const;
+
+    [[nodiscard]] QTreeWidget& layers() noexcept { return *layers_; }
+    [[nodiscard]] QTreeWidget& surfaces() noexcept { return *surfaces_; }
+    [[nodiscard]] QTreeWidget& maps() noexcept { return *maps_; }
+
+signals:
+    void role_chosen(std::size_t layer, modeler::LayerRole role);
+    void map_chosen();
+    /// A surface was chosen with Enter or a double click.
+    void surface_activated();
+
+private:
+    void show_layers(const Workspace& workspace);
+    void show_surfaces(const mesh::Document& document);
+    void show_maps(const mesh::Document& document);
+
+    QTreeWidget* layers_;
+    QTreeWidget* surfaces_;
+    QTreeWidget* maps_;
+};
+
+} // namespace desktop

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "mesh/document.h"
+#include "modeler/edit/undo_step.h"
+
+namespace modeler {
+
+/// What an undo takes away: everything behind the marks of one step, and the newer ones of the
+/// values that it puts back. Holds that part of the mesh, and nothing of the rest.
+class RedoStep {
+public:
+    /// Remembers what `undo` is about to take back from the document.
+    RedoStep(const mesh::Document& document, UndoStep undo);
+
+    [[nodiscard]] const UndoStep& undo() const noexcept { return undo_; }
+
+    /// Brings the document, which must be as it was right after the undo, to what it was before.
+    /// Memory that ends on the way leaves it as it was right after the undo.
+    /// @throws std::bad_alloc
+    void apply(mesh::Document& document) const;
+
+    /// The step that takes it back again.
+    [[nodiscard]] UndoStep take_undo() { return std::move(undo_); }
+
+private:
+    /// Values of one map, of points in ascending order.
+    struct MapTail {
+        mesh::Buffer<std::uint32_t> points;
+        mesh::Buffer<float> values;
+    };
+    struct TagTail {
+        mesh::FourCC kind = 0;
+        mesh::Buffer<mesh::TagIndex> of_polygon;
+    };
+    struct LayerTail {
+        mesh::Buffer<mesh::Vec3> points;
+        mesh::Buffer<mesh::FourCC> types;
+        mesh::Buffer<std::uint32_t> corner_counts;
+        mesh::Buffer<std::uint32_t> corners;
+        mesh::Buffer<mesh::TagIndex> surfaces;
+        mesh::Buffer<std::uint8_t> flags;
+        mesh::Buffer<std::uint8_t> selected;
+        std::vector<TagTail> tags;
+        std::vector<MapTail> old_maps; ///< for each map that was there: values of new points
+        std::vector<mesh::VertexMap> new_maps;
+    };
+    /// The newer value of an old point.
+    struct NewValue {
+        std::size_t layer = 0;
+        std::size_t map = 0;
+        std::uint32_t point = 0;
+        std::vector<float> value;
+        bool has = false;
+    };
+
+    [[nodiscard]] LayerTail tail_of(const mesh::Document& document, std::size_t layer) const;
+    void add_to(mesh::Layer& layer, const LayerTail& tail) const;
+
+    UndoStep undo_;
+    std::vector<LayerTail> tails_;
+    std::vector<NewValue> values_;
+    std::vector<std::string> texts_; ///< new tags
+};
+
+} // namespace modeler
