@@ -11,7 +11,7 @@ namespace picture {
 
 namespace {
 
-constexpr double margin = 1.06; ///< how much larger the picture is than what it has to show
+constexpr double margin = 1.1; ///< how much larger the picture is than what it has to show
 
 double radians(double degrees) { return degrees * (std::numbers::pi / 180.0); }
 
