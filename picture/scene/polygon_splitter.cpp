@@ -2,6 +2,7 @@
 #include "picture/scene/polygon_splitter.h"
 
 #include <new>
+#include <numeric>
 #include <tuple>
 
 #include <GL/glu.h>
@@ -106,15 +107,17 @@ private:
     }
 
     /// Two edges cross, or points fall together.
-    static void combine(GLdouble* /*place*/, void** corners, GLfloat* shares, void** result,
+    static void combine(GLdouble* place, void** corners, GLfloat* shares, void** result,
                         void* data) noexcept
     {
         Tessellator& one = self(data);
         *result = corners[0];
         AddedPoint mixed;
+        mixed.place = {place[0], place[1], place[2]};
         for (std::size_t i = 0; i < 4; ++i)
             if (shares[i] > 0.0F)
                 one.mix_in(mixed, from_handle(corners[i]), shares[i]);
+        even_out(mixed);
         try {
             one.splitter.added_.push_back(mixed);
         } catch (const std::bad_alloc&) {
@@ -144,11 +147,18 @@ private:
             if (mixed.shares.at(i) < mixed.shares.at(least))
                 least = i;
         }
-        // Where many edges cross in one point there are more than four: the largest four count.
         if (share > mixed.shares.at(least)) {
             mixed.corners.at(least) = corner;
             mixed.shares.at(least) = share;
         }
+    }
+
+    /// Makes the sum of the shares 1 again where some were dropped.
+    static void even_out(AddedPoint& mixed) noexcept
+    {
+        const float sum = std::accumulate(mixed.shares.begin(), mixed.shares.end(), 0.0F);
+        for (float& share : mixed.shares)
+            share /= sum;
     }
 
     /// The library has freed what it had; the triangles so far are kept.

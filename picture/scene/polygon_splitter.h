@@ -20,9 +20,11 @@ struct Piece {
     std::uint8_t edges = 0;
 };
 
-/// A point that splitting had to add, where edges of a polygon cross each other: a mixture of up to
-/// four of the polygon's corners.
+/// A point that splitting had to add, where edges of a polygon cross each other.
 struct AddedPoint {
+    mesh::Vec3 place;
+    /// Corners between which it lies, for what else corners have. Where many edges cross in one
+    /// place, the four nearest count.
     std::array<std::uint32_t, 4> corners{};
     std::array<float, 4> shares{}; ///< sum 1; 0 for a corner that has no part in it
 };

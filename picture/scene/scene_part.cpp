@@ -125,13 +125,9 @@ private:
         const auto first_added = static_cast<std::uint32_t>(part_.points.size());
         const auto count = static_cast<std::uint32_t>(points.size());
         for (AddedPoint added : splitter_.added_points()) {
-            mesh::Vec3 place;
-            for (std::size_t i = 0; i < added.corners.size(); ++i) {
-                place =
-                    place + corners_[added.corners.at(i)] * static_cast<double>(added.shares.at(i));
-                added.corners.at(i) = points[added.corners.at(i)];
-            }
-            part_.points.push_back(to_single(place));
+            for (std::uint32_t& corner : added.corners)
+                corner = points[corner];
+            part_.points.push_back(to_single(added.place));
             part_.added.push_back(added);
         }
         for (const Piece& piece : splitter_.pieces()) {
