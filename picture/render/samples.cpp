@@ -70,9 +70,9 @@ Samples::Samples(int x, int y, std::uint32_t number) noexcept
 Sample2 Samples::draw(SampleUse use) const noexcept
 {
     // The order of the points is shuffled for each use, so that the points of two uses do not go
-    // together.
+    // together. Whole runs of 2, 4, 8... points change places: each stays even by itself.
     const std::uint32_t seed = mixed(seed_ + 0x632BE5ABU * (static_cast<std::uint32_t>(use) + 1U));
-    const std::uint32_t number = scrambled(number_, seed);
+    const std::uint32_t number = reversed(scrambled(reversed(number_), seed));
     return {share(reversed(scrambled(number, mixed(seed + 1U)))),
             share(reversed(scrambled(second_axis(number), mixed(seed + 2U))))};
 }

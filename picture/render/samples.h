@@ -16,7 +16,8 @@ enum class SampleUse : std::uint32_t { pixel, sun, sky };
 
 /// The draws of one sample of one pixel. They depend on nothing but the pixel and the sample's
 /// number: whoever makes a pixel, and whenever, draws the same. Over the samples of a pixel the
-/// draws of one use cover the unit square evenly.
+/// draws of one use cover the unit square evenly: of any 2^n from a multiple of it on, one lies in
+/// each of 2^n equal boxes, however these divide the square along its two sides.
 class Samples {
 public:
     Samples(int x, int y, std::uint32_t number) noexcept;

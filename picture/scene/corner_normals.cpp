@@ -65,8 +65,7 @@ CornerNormals::CornerNormals(const SceneLayer& layer, double scale)
         return;
     areas_.resize(end_ - first_);
     for (std::size_t polygon = first_; polygon < end_; ++polygon)
-        if (cosine_of(polygon) < flat)
-            areas_[polygon - first_] = area_of(layer_, polygon, scale);
+        areas_[polygon - first_] = area_of(layer_, polygon, scale);
     find_neighbours();
 }
 

@@ -154,6 +154,17 @@ TEST(Light, ShadesSmoothlyOverEdgesBelowTheSmoothingAngleOnly)
     EXPECT_LT(step(roof(0.8)), 8.0);  // 46 degrees
 }
 
+TEST(Light, LeavesFlatSurfacesBesideSmoothOnesAsTheyAre)
+{
+    Model model;
+    model.look("Smooth", 0.8F, 0.8F, 0.8F, 1.5);
+    model.floor(0.0, 0.0, 0.0, 2.0);
+    const double alone = shown(model, {0.5, 0.0, 0.0});
+    model.floor(3.0, -0.01, 0.0, 1.0, "Smooth");
+    EXPECT_NEAR(shown(model, {0.5, 0.0, 0.0}), alone, 1.0);
+    EXPECT_NEAR(shown(model, {2.5, 0.0, 0.0}), alone, 5.0);
+}
+
 TEST(Light, DrawsEdgesOfPolygonsButNotOfTheirTriangles)
 {
     Model model;
