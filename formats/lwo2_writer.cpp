@@ -2,6 +2,7 @@
 #include "formats/lwo2_writer.h"
 
 #include <algorithm>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -11,11 +12,13 @@
 
 #include "formats/file_writer.h"
 #include "formats/lwo2/chunks.h"
+#include "formats/lwo2/divide/division.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/write/bodies.h"
 #include "formats/lwo2/write/encoder.h"
 #include "formats/lwo2/write/layout.h"
 #include "formats/lwo2/write/limits.h"
+#include "formats/lwo2/write/writer.h"
 
 namespace formats {
 
@@ -41,7 +44,7 @@ std::string_view surface_name(const FileChunk& chunk)
 /// first byte.
 class Plan {
 public:
-    explicit Plan(const mesh::Document& document);
+    Plan(const mesh::Document& document, const Limits& limits);
 
     [[nodiscard]] std::uint64_t file_size() const noexcept { return header_size + form_size_; }
     void warn_of_outgrown_chunks(const WarningSink& warnings) const;
@@ -59,18 +62,21 @@ private:
 
     void add_outer(const std::vector<FileChunk>& chunks, bool with_tags);
     void add_layers();
+    void add_layer(const std::string& title);
     void find_plain_surfaces();
     void measure(const Part& part, const std::string& title);
 
     const mesh::Document& document_;
-    std::vector<Layout> layouts_;
+    Limits limits_;
+    std::deque<Layout> layouts_; ///< the parts point into it
     std::vector<Part> parts_;
     std::vector<std::uint64_t> sizes_; ///< of the bodies of all steps, in order
     std::vector<std::string> plain_surfaces_;
     std::uint64_t form_size_ = 4;
 };
 
-Plan::Plan(const mesh::Document& document) : document_(document)
+Plan::Plan(const mesh::Document& document, const Limits& limits)
+    : document_(document), limits_(limits)
 {
     check_contents(document);
     bool has_tags = false;
@@ -80,7 +86,7 @@ Plan::Plan(const mesh::Document& document) : document_(document)
     add_layers();
     add_outer(document.tail, false);
     find_plain_surfaces();
-    check_file_size(form_size_);
+    check_file_size(form_size_, limits_);
 }
 
 void Plan::add_outer(const std::vector<FileChunk>& chunks, bool with_tags)
@@ -99,16 +105,32 @@ void Plan::add_layers()
     bool map_parameters = false;
     for_each_chunk(document_,
                    [&](const FileChunk& chunk) { map_parameters |= chunk.id == id_vmpa; });
-    layouts_.reserve(document_.layers.size()); // the parts point into it
+    PartNames names(document_);
     for (std::size_t i = 0; i < document_.layers.size(); ++i) {
-        const mesh::Layer& layer = document_.layers[i];
         const std::string title = layer_title(document_, i);
-        layouts_.emplace_back(whole(layer), map_parameters);
-        check_blocks(layouts_.back(), title);
-        Part part{{document_, &layer, &layouts_.back()}, {}};
-        measure(part, title);
-        parts_.push_back(std::move(part));
+        layouts_.emplace_back(whole(document_.layers[i]), map_parameters);
+        if (layouts_.back().largest_block() <= limits_.layer) {
+            add_layer(title);
+            continue;
+        }
+        auto parts = divide(layouts_.back(), limits_.layer, title);
+        layouts_.pop_back();
+        names.name(parts, title);
+        for (LayerPart& part : parts) {
+            layouts_.emplace_back(std::move(part), map_parameters);
+            add_layer(title);
+        }
     }
+}
+
+/// Adds the layer of the last layout.
+void Plan::add_layer(const std::string& title)
+{
+    const Layout& layout = layouts_.back();
+    check_blocks(layout, limits_, title);
+    Part part{{document_, layout.part().layer, &layout}, {}};
+    measure(part, title);
+    parts_.push_back(std::move(part));
 }
 
 void Plan::measure(const Part& part, const std::string& title)
@@ -150,15 +172,16 @@ void Plan::warn_of_outgrown_chunks(const WarningSink& warnings) const
 {
     if (!warnings)
         return;
-    for (std::size_t i = 0; i < layouts_.size(); ++i) {
-        if (!layouts_[i].grown())
+    for (const Layout& layout : layouts_) {
+        if (!layout.grown())
             continue;
-        for (const FileChunk& chunk : document_.layers[i].chunks)
+        const auto layer = static_cast<std::size_t>(layout.part().layer - document_.layers.data());
+        for (const FileChunk& chunk : document_.layers[layer].chunks)
             if (chunk.role == ChunkRole::opaque && chunk.id != id_vmpa &&
                 !is_of_whole_file(chunk.id))
                 warnings(fmt::format("{}: chunk {} is kept as it was; what it says of single "
                                      "points or polygons does not cover the added ones",
-                                     layer_title(document_, i), mesh::to_text(chunk.id)));
+                                     layer_title(document_, layer), mesh::to_text(chunk.id)));
     }
 }
 
@@ -208,26 +231,42 @@ private:
 
 } // namespace
 
-void check_writable(const mesh::Document& document) { static_cast<void>(Plan(document)); }
+namespace lwo2 {
 
-std::vector<std::byte> write_lwo2(const mesh::Document& document, const WarningSink& warnings)
+std::vector<std::byte> write_bytes(const mesh::Document& document, const WarningSink& warnings,
+                                   const Limits& limits)
 {
-    const Plan plan(document);
+    const Plan plan(document, limits);
     plan.warn_of_outgrown_chunks(warnings);
     VectorSink sink(static_cast<std::size_t>(plan.file_size()));
     plan.write(sink);
     return std::move(sink.bytes);
 }
 
-void write_lwo2_file(const mesh::Document& document, const std::filesystem::path& path,
-                     const WarningSink& warnings)
+void write_file(const mesh::Document& document, const std::filesystem::path& path,
+                const WarningSink& warnings, const Limits& limits)
 {
-    const Plan plan(document);
+    const Plan plan(document, limits);
     plan.warn_of_outgrown_chunks(warnings);
     FileWriter file(path);
     FileSink sink(file);
     plan.write(sink);
     file.commit();
+}
+
+} // namespace lwo2
+
+void check_writable(const mesh::Document& document) { static_cast<void>(Plan(document, Limits{})); }
+
+std::vector<std::byte> write_lwo2(const mesh::Document& document, const WarningSink& warnings)
+{
+    return write_bytes(document, warnings, {});
+}
+
+void write_lwo2_file(const mesh::Document& document, const std::filesystem::path& path,
+                     const WarningSink& warnings)
+{
+    write_file(document, path, warnings, {});
 }
 
 } // namespace formats

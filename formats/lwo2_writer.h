@@ -10,8 +10,9 @@
 
 namespace formats {
 
-/// Judges whether a document fits into LWO2: points of a polygon, points and polygons of a layer,
-/// tags, layer numbers, numbers within single precision, names, sizes of chunks and of the file.
+/// Judges whether a document fits into LWO2: points of a polygon, points and polygons of a layer
+/// that cannot be divided, tags, layer numbers, numbers within single precision, names, sizes of
+/// chunks and of the file.
 /// @throws LimitError naming the layer, the limit, and what to do.
 void check_writable(const mesh::Document& document);
 
@@ -21,6 +22,12 @@ void check_writable(const mesh::Document& document);
 /// in the blocks they came in; what was added stands at the end of the block of its kind. Boxes are
 /// computed anew. A surface that a polygon uses and that neither the file nor a chunk describes
 /// gets a plain description.
+///
+/// A layer of more points or polygons than LWO2 can number in one (16,777,216) becomes several,
+/// which stand one behind the other: the points are divided where no polygon is cut, in their
+/// order, and polygons, tags and map values go with them. What came from a file stays in the first.
+/// The further ones are named after it ("Trees", "Trees (2)", ...), have its flags, pivot and
+/// parent, and free numbers of their own.
 ///
 /// @param warnings  told of kept chunks that may no longer fit a layer that has grown
 /// @throws LimitError as `check_writable`.

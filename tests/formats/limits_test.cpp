@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "formats/lwo2/write/limits.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <numeric>
 
 #include "formats/errors.h"
 #include "formats/lwo2/ids.h"
+#include "formats/lwo2/write/writer.h"
 #include "formats/lwo2_writer.h"
 #include "tests/formats/support/reading.h"
 #include "tests/formats/support/samples.h"
@@ -79,21 +82,50 @@ TEST(Limits, WriteThePolygonsThatJustFit)
 TEST(Limits, LetALayerHave16777216PointsAndPolygons)
 {
     using formats::lwo2::check_count;
-    EXPECT_EQ(refusal([] { check_count(16777216, "points", "layer 2"); }), "");
+    EXPECT_EQ(refusal([] { check_count(16777216, "points", {}, "layer 2"); }), "");
     EXPECT_EQ(
-        refusal([] { check_count(16777217, "points", "layer 2"); }),
+        refusal([] { check_count(16777217, "points", {}, "layer 2"); }),
         "layer 2: 16777217 points are more than the 16777216 that LWO2 can number; make fewer "
         "clones, or spread them over several layers or files");
 }
 
-TEST(Limits, OfPointsAreCheckedForADocument)
+TEST(Limits, OfPointsDivideADocumentsLayer)
 {
     mesh::Document document = one_layer();
     document.layers[0].points.resize(16777217);
-    EXPECT_THAT(refusal_of(document), StartsWith("layer 1 \"Trees\": 16777217 points are more"));
-    document.layers[0].points.truncate(16777216);
-    document.layers[0].polygons.add(mesh::polygon_face, std::vector<std::uint32_t>{0, 16777215});
+    document.layers[0].polygons.add(mesh::polygon_face, std::vector<std::uint32_t>{1, 16777216});
     EXPECT_EQ(refusal([&] { formats::check_writable(document); }), "");
+    document.layers[0].polygons.add(mesh::polygon_face, std::vector<std::uint32_t>{0, 16777215});
+    EXPECT_THAT(refusal_of(document),
+                StartsWith("layer 1 \"Trees\": points 0 to 16777216 and their polygons are more"));
+    document.layers[0].polygons.truncate(0);
+    const auto again = test::read_clean(formats::write_lwo2(document));
+    ASSERT_EQ(again.layers.size(), 2u);
+    EXPECT_EQ(again.layers[0].points.size(), 16777216u);
+    EXPECT_EQ(again.layers[1].points.size(), 1u);
+    EXPECT_EQ(again.layers[1].name, "Trees (2)");
+}
+
+TEST(Limits, OfTheFilesSizeAreCheckedBeforeTheFileIsTouched)
+{
+    const mesh::Document document = one_layer();
+    const auto size = formats::write_lwo2(document).size() - 8;
+    const auto path = std::filesystem::path(testing::TempDir()) / "limits_of_size.lwo";
+    std::filesystem::remove(path);
+    EXPECT_EQ(
+        refusal([&] { formats::lwo2::write_file(document, path, {}, {.file_size = size - 1}); }),
+        fmt::format("document: the file would take {} bytes, more than the {} that LWO2 can "
+                    "hold; make fewer clones, or spread them over several files",
+                    size, size - 1));
+    EXPECT_FALSE(std::filesystem::exists(path));
+    formats::lwo2::write_file(document, path, {}, {.file_size = size});
+    const auto written = std::filesystem::last_write_time(path);
+    EXPECT_NE(
+        refusal([&] { formats::lwo2::write_file(document, path, {}, {.file_size = size - 1}); }),
+        "");
+    EXPECT_EQ(std::filesystem::last_write_time(path), written);
+    EXPECT_EQ(std::filesystem::file_size(path), size + 8);
+    std::filesystem::remove(path);
 }
 
 TEST(Limits, OfSizesAreCheckedIn64Bits)
@@ -102,8 +134,8 @@ TEST(Limits, OfSizesAreCheckedIn64Bits)
     EXPECT_EQ(refusal([] { check_chunk_size(0xFFFFFFFF, id_pnts, "layer 1"); }), "");
     EXPECT_THAT(refusal([] { check_chunk_size(0x100000000, id_pnts, "layer 1"); }),
                 StartsWith("layer 1: chunk PNTS would take 4294967296 bytes"));
-    EXPECT_EQ(refusal([] { check_file_size(0xFFFFFFFF); }), "");
-    EXPECT_THAT(refusal([] { check_file_size(0x100000000); }),
+    EXPECT_EQ(refusal([] { check_file_size(0xFFFFFFFF, {}); }), "");
+    EXPECT_THAT(refusal([] { check_file_size(0x100000000, {}); }),
                 StartsWith("document: the file would take 4294967296 bytes"));
 }
 

@@ -185,13 +185,12 @@ void put_map(const mesh::VertexMap& map, const Layout& layout, const Step& step,
         return;
     const PointBlock& block = layout.point_block(step.points);
     const std::size_t longest = 4 + map.dimension() * sizeof(float);
-    map.for_each_in(block.begin, block.end,
-                    [&](std::uint32_t point, std::span<const float> value) {
-                        std::byte* to = put_index(out.room(longest), point - block.begin);
-                        for (const float component : value)
-                            to = put_u4(to, std::bit_cast<std::uint32_t>(component));
-                        out.written(to);
-                    });
+    map.for_each_in(block.begin, block.end, [&](std::uint32_t point, std::span<const float> value) {
+        std::byte* to = put_index(out.room(longest), point - block.begin);
+        for (const float component : value)
+            to = put_u4(to, std::bit_cast<std::uint32_t>(component));
+        out.written(to);
+    });
 }
 
 template <typename Out>

@@ -37,8 +37,7 @@ std::uint32_t size32(std::size_t size) { return static_cast<std::uint32_t>(size)
 
 } // namespace
 
-Layout::Layout(LayerPart part, bool map_parameters)
-    : part_(std::move(part)), layer_(*part_.layer)
+Layout::Layout(LayerPart part, bool map_parameters) : part_(std::move(part)), layer_(*part_.layer)
 {
     // with one block of points everything can be said
     if (!build(false, map_parameters))

@@ -47,8 +47,8 @@ struct Step {
     const mesh::FileChunk* chunk = nullptr; ///< what the file had here, if it had anything
 };
 
-/// How a layer, or a part of one, is laid out in a file: its chunks in order, and which points and polygons stand in
-/// which of them.
+/// How a layer, or a part of one, is laid out in a file: its chunks in order, and which points and
+/// polygons stand in which of them.
 ///
 /// A layer that came from a file keeps that file's chunks. Added points join the last block of
 /// points, added polygons the last block of their type (one is made when there is none), and tags

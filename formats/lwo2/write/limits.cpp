@@ -87,9 +87,9 @@ void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::
         if (points.size() > most)
             refuse(title, "polygon {} has {} points, more than the {} that LWO2 can hold; split it",
                    p, points.size(), most);
-        const auto bad_point =
-            std::find_if(points.begin(), points.end(),
-                         [&](std::uint32_t point) { return point >= layer.points.size(); });
+        const auto bad_point = std::find_if(points.begin(), points.end(), [&](std::uint32_t point) {
+            return point >= layer.points.size();
+        });
         if (bad_point != points.end())
             refuse(title, "polygon {} names point {} of {}; remove it", p, *bad_point,
                    layer.points.size());
@@ -145,25 +145,26 @@ void check_contents(const mesh::Document& document)
         check_layer(document.layers[i], document.tags.size(), layer_title(document, i));
 }
 
-void check_blocks(const Layout& layout, const std::string& title)
+void check_blocks(const Layout& layout, const Limits& limits, const std::string& title)
 {
     for (const Step& step : layout.steps()) {
         if (step.role == mesh::ChunkRole::points) {
             const PointBlock& block = layout.point_block(step.points);
-            check_count(block.end - block.begin, "points", title);
+            check_count(block.size(), "points", limits, title);
         } else if (step.role == mesh::ChunkRole::polygons) {
-            check_count(layout.polygon_block(step.polygons).size, "polygons", title);
+            check_count(layout.polygon_block(step.polygons).size, "polygons", limits, title);
         }
     }
 }
 
-void check_count(std::uint64_t count, const char* what, const std::string& title)
+void check_count(std::uint64_t count, const char* what, const Limits& limits,
+                 const std::string& title)
 {
-    if (count > index_limit)
+    if (count > limits.layer)
         refuse(title,
                "{} {} are more than the {} that LWO2 can number; make fewer clones, or "
                "spread them over several layers or files",
-               count, what, index_limit);
+               count, what, limits.layer);
 }
 
 void check_chunk_size(std::uint64_t size, mesh::FourCC id, const std::string& title)
@@ -175,13 +176,13 @@ void check_chunk_size(std::uint64_t size, mesh::FourCC id, const std::string& ti
                mesh::to_text(id), size, size_limit);
 }
 
-void check_file_size(std::uint64_t size)
+void check_file_size(std::uint64_t size, const Limits& limits)
 {
-    if (size > size_limit)
+    if (size > limits.file_size)
         refuse("document",
                "the file would take {} bytes, more than the {} that LWO2 can hold; "
                "make fewer clones, or spread them over several files",
-               size, size_limit);
+               size, limits.file_size);
 }
 
 } // namespace formats::lwo2

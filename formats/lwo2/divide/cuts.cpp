@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "formats/lwo2/divide/cuts.h"
+
+#include <algorithm>
+
+namespace formats::lwo2 {
+
+namespace {
+
+/// Places that a long join closes in one step.
+constexpr std::uint32_t stretch = 4096;
+
+} // namespace
+
+Cuts::Cuts(std::uint32_t points)
+    : closed_(std::size_t{points} / 64 + 1, 0), long_joins_(std::size_t{points} / stretch + 2, 0)
+{}
+
+void Cuts::join(std::uint32_t first, std::uint32_t last)
+{
+    const std::uint32_t begin = std::min(first, last) + 1;
+    const std::uint32_t end = std::max(first, last) + 1;
+    const std::uint32_t first_stretch = begin / stretch + 1;
+    const std::uint32_t last_stretch = end / stretch;
+    if (first_stretch >= last_stretch) {
+        close(begin, end);
+        return;
+    }
+    close(begin, first_stretch * stretch);
+    ++long_joins_[first_stretch];
+    --long_joins_[last_stretch];
+    close(last_stretch * stretch, end);
+}
+
+void Cuts::close(std::uint32_t begin, std::uint32_t end)
+{
+    while (begin < end) {
+        const std::uint32_t bit = begin % 64u;
+        const std::uint32_t count = std::min(64u - bit, end - begin);
+        closed_[begin / 64u] |= (~std::uint64_t{0} >> (64u - count)) << bit;
+        begin += count;
+    }
+}
+
+void Cuts::settle()
+{
+    std::int32_t joins = 0;
+    for (std::uint32_t i = 0; i < long_joins_.size(); ++i) {
+        joins += long_joins_[i];
+        if (joins > 0)
+            close(i * stretch, (i + 1) * stretch);
+    }
+}
+
+std::optional<std::uint32_t> Cuts::last_in(Range places) const
+{
+    for (std::uint32_t place = places.end; place > places.begin; --place)
+        if (is_free(place - 1))
+            return place - 1;
+    return std::nullopt;
+}
+
+} // namespace formats::lwo2
