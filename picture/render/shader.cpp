@@ -103,7 +103,7 @@ Float3 Shader::lit(const TracedScene& scene, const Hit& hit, const Float3& colou
     Float3 light;
     const Float3 sun = light_.towards_sun(samples.draw(SampleUse::sun));
     const float slant = dot(normal, sun);
-    if (slant > 0.0F && dot(hit.normal, sun) > 0.0F && !scene.is_blocked(place, hit.normal, sun))
+    if (slant > 0.0F && !scene.is_blocked(place, hit.normal, sun))
         light = Light::sun_colour() * slant;
     const Float3 sky = Light::towards_sky(normal, samples.draw(SampleUse::sky));
     const bool blocked = dot(hit.normal, sky) <= 0.0F || scene.is_blocked(place, hit.normal, sky);
