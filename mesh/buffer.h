@@ -71,6 +71,15 @@ public:
         data_[size_++] = value;
     }
 
+    /// Lengthens by `count` values, to be set through the pointer that is returned.
+    [[nodiscard]] T* extend(std::size_t count)
+    {
+        if (count > capacity_ - size_)
+            grow(size_ + count);
+        size_ += count;
+        return data_ + size_ - count;
+    }
+
     /// Appends a run of values that does not lie in this array.
     void append(std::span<const T> values)
     {

@@ -43,7 +43,8 @@ public:
         return {corners_.data() + start, end - start};
     }
 
-    /// The points of all polygons from `begin` on that lie before `end`, one polygon behind the other.
+    /// The points of all polygons from `begin` on that lie before `end`, one polygon behind the
+    /// other.
     [[nodiscard]] std::span<const std::uint32_t> corners(std::size_t begin,
                                                          std::size_t end) const noexcept
     {

@@ -5,14 +5,14 @@
 
 namespace mesh {
 
-std::size_t VertexMap::rank(std::uint32_t point) const noexcept
+std::size_t VertexMap::sparse_rank(std::uint32_t point) const noexcept
 {
     const std::size_t word = point / 64u;
     const std::uint64_t below = (std::uint64_t{1} << (point % 64u)) - 1u;
     return before_[word] + static_cast<std::size_t>(std::popcount(present_[word] & below));
 }
 
-void VertexMap::set(std::uint32_t point, std::span<const float> value)
+void VertexMap::set_anywhere(std::uint32_t point, std::span<const float> value)
 {
     const std::size_t word = point / 64u;
     if (has(point)) {

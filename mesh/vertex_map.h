@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "mesh/buffer.h"
+#include "mesh/floats.h"
 #include "mesh/fourcc.h"
 
 namespace mesh {
@@ -78,9 +79,7 @@ public:
     {
         // Behind all others, and the tables reach so far: the way to write many points in order.
         if (point >= end_ && point / 64u + 1u == present_.size()) {
-            float* const stored = values_.extend(dimension_);
-            for (std::size_t i = 0; i < dimension_; ++i)
-                stored[i] = value[i];
+            copy_floats(value.data(), values_.extend(dimension_), dimension_);
             present_.back() |= std::uint64_t{1} << (point % 64u);
             end_ = point + 1;
             ++count_;
