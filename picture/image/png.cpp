@@ -24,9 +24,12 @@ void check(unsigned error)
 
 std::vector<std::byte> encode_png(const Image& image)
 {
+    lodepng::State state; // as it stands, it takes RGBA
+    state.encoder.auto_convert = 0;
+    state.info_png.color.colortype = LCT_RGB;
     std::vector<unsigned char> encoded;
     check(lodepng::encode(encoded, image.rgba, static_cast<unsigned>(image.width),
-                          static_cast<unsigned>(image.height)));
+                          static_cast<unsigned>(image.height), state));
     const auto* const bytes = reinterpret_cast<const std::byte*>(encoded.data());
     return {bytes, bytes + encoded.size()};
 }

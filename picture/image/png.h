@@ -16,7 +16,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// The bytes of a PNG file. The same picture always gives the same bytes.
+/// The bytes of a PNG file of 8 bits for each of red, green and blue. The same picture always gives
+/// the same bytes.
 [[nodiscard]] std::vector<std::byte> encode_png(const Image& image);
 
 /// Reads a PNG file of any kind into 8-bit RGBA. @throws PngError

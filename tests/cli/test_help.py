@@ -3,7 +3,7 @@ import re
 
 import pytest
 
-VERBS = ["scatter", "settings", "info", "dump", "modules"]
+VERBS = ["scatter", "render", "settings", "info", "dump", "modules"]
 
 
 def test_a_bare_call_shows_the_verbs(dastrel):
