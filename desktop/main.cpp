@@ -8,7 +8,8 @@
 int main(int count, char** arguments)
 {
     const QApplication application(count, arguments);
-    QApplication::setApplicationName("dastrel-modeler");
+    QApplication::setOrganizationName("dastrel");
+    QApplication::setApplicationName("modeler");
     QApplication::setApplicationDisplayName("Dastrel Modeler");
     QApplication::setApplicationVersion(DASTREL_VERSION);
     QCommandLineParser parser;

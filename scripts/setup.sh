@@ -3,22 +3,28 @@
 # Installs what Dastrel is built with, from Debian's packages. As root, or through sudo.
 #
 #   scripts/setup.sh            to build and run the programs
+#   scripts/setup.sh --desktop  also to build and run the window
 #   scripts/setup.sh --tests    also to run the tests
+#   scripts/setup.sh --bench    also to build and run the benchmarks
 #   scripts/setup.sh --checks   also what CI runs beside the tests: clang, its tools and fuzzer
 set -euo pipefail
 
 build=(g++ cmake ninja-build libc6-dev libcli11-dev nlohmann-json3-dev libfmt-dev
        libembree-dev libfreetype-dev libglu1-mesa-dev liblodepng-dev fonts-dejavu-core)
+desktop=(qt6-base-dev)
 tests=(libgtest-dev libgmock-dev librapidcheck-dev python3 python3-pytest binutils)
+bench=(libbenchmark-dev python3 python3-matplotlib)
 checks=(clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 git)
 
 wanted=("${build[@]}")
 for option in "$@"; do
     case $option in
+        --desktop) wanted+=("${desktop[@]}") ;;
         --tests) wanted+=("${tests[@]}") ;;
+        --bench) wanted+=("${bench[@]}") ;;
         --checks) wanted+=("${tests[@]}" "${checks[@]}") ;;
         *)
-            echo "setup.sh: unknown option '$option'; known are --tests and --checks" >&2
+            echo "setup.sh: unknown option '$option'; known are --desktop, --tests, --bench and --checks" >&2
             exit 2
             ;;
     esac

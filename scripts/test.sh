@@ -7,9 +7,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 echo "test: 1/3 set up"
-scripts/setup.sh --tests
+scripts/setup.sh --tests --desktop
 echo "test: 2/3 build"
 # In CI a warning is an error; at home the build is the demo's, and goes on from there.
-scripts/build.sh -DDASTREL_TESTS=ON -DDASTREL_WERROR="$([ -n "${CI-}" ] && echo ON || echo OFF)"
+scripts/build.sh -DDASTREL_TESTS=ON -DDASTREL_DESKTOP=ON \
+    -DDASTREL_WERROR="$([ -n "${CI-}" ] && echo ON || echo OFF)"
 echo "test: 3/3 run"
 ctest --test-dir build --output-on-failure --no-tests=error -j "$(nproc)" "$@"

@@ -49,7 +49,7 @@ public:
 
     [[nodiscard]] QWidget* widget() const override { return box_; }
 
-    void refresh() override
+    void refresh(bool /*keep_typed*/) override
     {
         const QSignalBlocker quiet(box_);
         box_->setChecked(whole(panel_.find(id_)->value) != 0);
@@ -74,7 +74,7 @@ public:
 
     [[nodiscard]] QWidget* widget() const override { return list_; }
 
-    void refresh() override
+    void refresh(bool /*keep_typed*/) override
     {
         // A place that the list does not have (a map that is there no more) shows as no entry, and
         // stays what it is unless another one is chosen.
@@ -108,7 +108,7 @@ public:
     }
 
     [[nodiscard]] QWidget* widget() const override { return button_; }
-    void refresh() override {}
+    void refresh(bool /*keep_typed*/) override {}
 
 private:
     QPushButton* button_;
@@ -134,7 +134,7 @@ std::unique_ptr<ControlEditor> make_editor(FormPanel& panel, const Control& cont
         editor = std::make_unique<NumberEditor>(panel, control, std::move(edited), parent);
         break;
     }
-    editor->refresh();
+    editor->refresh(false);
     return editor;
 }
 

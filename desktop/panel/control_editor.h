@@ -27,8 +27,9 @@ public:
 
     /// Belongs to the parent that it was made with.
     [[nodiscard]] virtual QWidget* widget() const = 0;
-    /// Shows the panel's value, unless it is the one that is shown already.
-    virtual void refresh() = 0;
+    /// Shows the panel's value, unless it is the one that is shown already. Wrong text that stands
+    /// in the field stays there with `keep_typed`, and gives way to the value without.
+    virtual void refresh(bool keep_typed) = 0;
     /// What is wrong with what stands in the field, or empty.
     [[nodiscard]] virtual QString problem() const { return {}; }
 };

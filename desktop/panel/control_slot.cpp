@@ -40,9 +40,9 @@ ControlSlot::ControlSlot(modeler::FormPanel& panel, const modeler::Control& cont
 
 ControlSlot::~ControlSlot() = default;
 
-void ControlSlot::refresh()
+void ControlSlot::refresh(bool keep_typed)
 {
-    editor_->refresh();
+    editor_->refresh(keep_typed);
     const bool enabled = panel_.enabled(id_);
     const QString message = to_qt(panel_.disabled_message(id_));
     QWidget* const widget = editor_->widget();

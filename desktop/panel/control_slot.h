@@ -14,6 +14,8 @@ namespace desktop {
 /// the control the editor is greyed, and the slot takes clicks and the keyboard's focus in its
 /// place, so that trying the control can be answered.
 class ControlSlot : public QWidget {
+    Q_OBJECT
+
 public:
     /// @param tried  told the rule's message when a person tries the disabled control
     ControlSlot(modeler::FormPanel& panel, const modeler::Control& control,
@@ -26,8 +28,8 @@ public:
     [[nodiscard]] modeler::ControlId id() const noexcept { return id_; }
     [[nodiscard]] ControlEditor& editor() noexcept { return *editor_; }
 
-    /// Shows the panel's value and whether the control is enabled.
-    void refresh();
+    /// Shows the panel's value (see ControlEditor) and whether the control is enabled.
+    void refresh(bool keep_typed);
     /// Sets the keyboard on the control.
     void focus();
 

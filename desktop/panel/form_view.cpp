@@ -109,8 +109,10 @@ void FormView::add_outside(QBoxLayout& column)
 
 ControlSlot* FormView::make_slot(const modeler::Control& control, QWidget* parent)
 {
-    const auto edited = [this](const QString& problem) {
-        refresh();
+    // A button may set any value, and what stands in the fields gives way to it.
+    const bool is_button = control.kind == modeler::ControlKind::button;
+    const auto edited = [this, is_button](const QString& problem) {
+        refresh(!is_button);
         emit told(problem);
         emit changed();
     };
@@ -119,10 +121,10 @@ ControlSlot* FormView::make_slot(const modeler::Control& control, QWidget* paren
     return slots_.back();
 }
 
-void FormView::refresh()
+void FormView::refresh(bool keep_typed)
 {
     for (ControlSlot* const slot : slots_)
-        slot->refresh();
+        slot->refresh(keep_typed);
 }
 
 ControlSlot* FormView::slot_of(modeler::ControlId id) const noexcept

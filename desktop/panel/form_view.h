@@ -25,7 +25,7 @@ public:
     FormView(modeler::FormPanel& panel, QWidget* parent);
 
     /// Shows the values and rules of the moment, after something else than this view changed them.
-    void refresh();
+    void refresh() { refresh(false); }
 
     /// The slot of a control, or null.
     [[nodiscard]] ControlSlot* slot_of(modeler::ControlId id) const noexcept;
@@ -43,6 +43,7 @@ signals:
     void told(const QString& sentence);
 
 private:
+    void refresh(bool keep_typed);
     [[nodiscard]] QWidget* make_group(const modeler::ControlGroup& group);
     void add_control(QFormLayout& rows, const modeler::Control& control);
     [[nodiscard]] ControlSlot* make_slot(const modeler::Control& control, QWidget* parent);

@@ -25,10 +25,10 @@ NumberEditor::NumberEditor(modeler::FormPanel& panel, const modeler::Control& co
 
 QWidget* NumberEditor::widget() const { return field_; }
 
-void NumberEditor::refresh()
+void NumberEditor::refresh(bool keep_typed)
 {
     const modeler::ControlValue& value = panel_.find(id_)->value;
-    if (shown_ == value && problem_.isEmpty())
+    if (shown_ == value && (keep_typed || problem_.isEmpty()))
         return;
     shown_ = value;
     given_ = value;

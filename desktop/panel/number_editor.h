@@ -16,7 +16,7 @@ public:
                  QWidget* parent);
 
     [[nodiscard]] QWidget* widget() const override;
-    void refresh() override;
+    void refresh(bool keep_typed) override;
     [[nodiscard]] QString problem() const override { return problem_; }
 
 private:

@@ -156,6 +156,12 @@ ShownScene Tracer::shown() const
     return drawing_.shown;
 }
 
+unsigned Tracer::passes() const
+{
+    const std::lock_guard lock(mutex_);
+    return wanted_ == drawn_ ? passes_.load() : 0;
+}
+
 picture::Look Tracer::look() const
 {
     const std::lock_guard lock(mutex_);
@@ -203,6 +209,8 @@ void Tracer::draw(std::unique_lock<std::mutex>& lock)
     const Drawing drawing = drawing_;
     drawn_ = wanted_;
     cancel_ = false;
+    if (anew)
+        passes_ = 0;
     lock.unlock();
     try {
         if (anew)
@@ -219,7 +227,6 @@ void Tracer::draw(std::unique_lock<std::mutex>& lock)
 void Tracer::begin_picture(const Drawing& drawing)
 {
     const DrawingOptions& options = drawing.options;
-    passes_ = 0;
     picture_ = std::make_unique<picture::Progressive>(
         drawing.shown.scene, picture::View(options.camera, options.width, options.height),
         drawing.look);

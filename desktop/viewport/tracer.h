@@ -81,8 +81,8 @@ public:
     [[nodiscard]] ShownScene shown() const;
     /// How things are shown at the moment, for a picture of their own.
     [[nodiscard]] picture::Look look() const;
-    /// Finished passes over the picture of the moment.
-    [[nodiscard]] unsigned passes() const noexcept { return passes_; }
+    /// Finished passes over what is asked for at the moment.
+    [[nodiscard]] unsigned passes() const;
 
 signals:
     void image_ready(const QImage& image);

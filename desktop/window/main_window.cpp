@@ -13,6 +13,7 @@
 #include <QStatusBar>
 
 #include "desktop/text.h"
+#include "desktop/window/aside.h"
 
 namespace desktop {
 
@@ -45,10 +46,7 @@ MainWindow::MainWindow()
             viewport_->fit();
         show_selection();
     });
-    connect(&tracer_, &Tracer::at_rest, this, [this] {
-        for (const auto& work : std::exchange(waiting_, {}))
-            work();
-    });
+    connect(&tracer_, &Tracer::at_rest, this, &MainWindow::do_waiting);
     connect(&preview_, &Preview::shown, this, [this](std::shared_ptr<const PreviewMesh> mesh) {
         tracer_.show_ghost(std::move(mesh));
     });
@@ -124,10 +122,32 @@ void MainWindow::update_state()
 /// Does what changes the document as soon as nobody reads it: mostly at once.
 void MainWindow::when_free(std::function<void()> work)
 {
-    if (!tracer_.reading())
-        return work();
-    statusBar()->showMessage(tr("Waiting for the picture to be prepared..."), 2000);
     waiting_.push_back(std::move(work));
+    do_waiting();
+    if (!waiting_.empty())
+        statusBar()->showMessage(tr("Waiting for the picture to be prepared..."), 2000);
+}
+
+/// One piece of work may have the document read anew, and then the next one waits again.
+void MainWindow::do_waiting()
+{
+    while (!waiting_.empty() && !running_ && !aside_ && !tracer_.reading()) {
+        const std::function<void()> work = std::move(waiting_.front());
+        waiting_.pop_front();
+        work();
+    }
+}
+
+void MainWindow::do_aside(const std::function<void()>& work)
+{
+    aside_ = true;
+    try {
+        work_aside(work);
+    } catch (...) {
+        aside_ = false;
+        throw;
+    }
+    aside_ = false;
 }
 
 void MainWindow::report(const std::string& problem)
@@ -151,8 +171,6 @@ void MainWindow::panel_is_open(bool open)
     panel_open_ = open;
     lists_->setEnabled(!open);
     viewport_->set_selecting(!open);
-    if (!open)
-        tracer_.show_ghost(nullptr);
     update_actions();
 }
 

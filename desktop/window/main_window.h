@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -80,6 +81,8 @@ private:
     void show_selection();
     void update_state();
     void when_free(std::function<void()> work);
+    void do_waiting();
+    void do_aside(const std::function<void()>& work);
     void report(const std::string& problem);
     void panel_is_open(bool open);
 
@@ -120,10 +123,11 @@ private:
     QLabel* counts_;
     std::array<QAction*, action_count> actions_{};
     std::vector<QAction*> commands_;
-    std::vector<std::function<void()>> waiting_; ///< for the document to be read
+    std::deque<std::function<void()>> waiting_; ///< for the document to be read
     QString last_command_;
     bool panel_open_ = false;
     bool running_ = false;
+    bool aside_ = false;    ///< another thread works on the document, and input waits
     bool fit_next_ = false; ///< the next scene that comes is the first of its document
 };
 

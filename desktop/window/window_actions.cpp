@@ -55,7 +55,7 @@ void MainWindow::build_recent_menu(QMenu& menu)
         for (const QString& file : QSettings().value("recent").toStringList())
             menu.addAction(file, this, [this, file] {
                 if (let_go())
-                    open({to_path(file)});
+                    when_free([this, file] { open({to_path(file)}); });
             });
         menu.setToolTipsVisible(true);
         if (menu.isEmpty())

@@ -16,14 +16,13 @@ namespace desktop {
 
 void MainWindow::run_command(const std::string& server)
 {
-    if (!running_)
-        when_free([this, server] { run_now(server); });
+    when_free([this, server] { run_now(server); });
 }
 
 void MainWindow::run_now(const std::string& server)
 {
     modeler::Module* const module = workspace_.module();
-    if (module == nullptr || running_)
+    if (module == nullptr)
         return;
     const modeler::Server* const known = module->find(modeler::mesh_edit_class, server);
     last_command_ = to_qt(std::string_view(known != nullptr ? known->user_name : server));
@@ -53,6 +52,7 @@ void MainWindow::run_now(const std::string& server)
     if (!problem.empty())
         report(problem);
     if (!result.applied) {
+        tracer_.show_ghost(nullptr);
         update_state();
         return;
     }
@@ -150,7 +150,7 @@ void MainWindow::choose_role(modeler::LayerRole role)
 void MainWindow::set_role(std::size_t layer, modeler::LayerRole role)
 {
     when_free([this, layer, role] {
-        if (layer >= workspace_.session().roles().size() || panel_open_ || running_)
+        if (layer >= workspace_.session().roles().size())
             return;
         workspace_.session().set_role(layer, role);
         show_document();

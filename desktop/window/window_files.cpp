@@ -14,7 +14,6 @@
 #include <QUrl>
 
 #include "desktop/text.h"
-#include "desktop/window/aside.h"
 #include "desktop/window/main_window.h"
 #include "formats/file_writer.h"
 #include "picture/image/png.h"
@@ -71,7 +70,7 @@ bool MainWindow::read_files(const Paths& files)
     for (const std::filesystem::path& path : files) {
         try {
             Workspace::ReadFile file;
-            work_aside([&] { file = Workspace::read(path); });
+            do_aside([&] { file = Workspace::read(path); });
             workspace_.add(std::move(file), warnings);
             remember(path);
         } catch (const std::bad_alloc&) {
@@ -115,7 +114,7 @@ void MainWindow::ask_and_open(bool adding)
 bool MainWindow::save_to(const std::filesystem::path& file, bool foreground_only)
 {
     try {
-        work_aside([&] { workspace_.write(file, foreground_only); });
+        do_aside([&] { workspace_.write(file, foreground_only); });
     } catch (const std::bad_alloc&) {
         report(fmt::format("{}: cannot be written: there is too little memory", file.string()));
         return false;
@@ -168,7 +167,7 @@ void MainWindow::export_picture_to(const std::filesystem::path& file, unsigned p
     const picture::View view = viewport_->view();
     const double scale = viewport_->devicePixelRatioF();
     try {
-        work_aside([&] {
+        do_aside([&] {
             formats::check_output_path(file);
             picture::Progressive picture(scene, view, look);
             while (picture.passes() < passes)

@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: MIT
+// What the preview shows is what OK gives; what is exported gives the same on the command line.
+#include <cstring>
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QTest>
+
+#include "desktop/panel/control_slot.h"
+#include "desktop/presets/preset_bar.h"
+#include "desktop/window/main_window.h"
+#include "tests/desktop/support.h"
+#include "tests/support/mesh_compare.h"
+
+namespace {
+
+using desktop::MainWindow;
+using desktop::PanelDialog;
+using desktop::PreviewMesh;
+using support::example;
+using support::wait_until;
+
+QWidget* field(PanelDialog& dialog, const QString& label)
+{
+    return dynamic_cast<desktop::ControlSlot*>(dialog.findChild<QWidget*>(label))
+        ->editor()
+        .widget();
+}
+
+/// Says in what the layer differs from an older state of it with the preview added; empty: nothing.
+std::string difference(const mesh::Layer& layer, const desktop::LayerCount& before,
+                       const mesh::Layer& added)
+{
+    if (layer.points.size() - before.points != added.points.size())
+        return "number of points";
+    if (std::memcmp(layer.points.data() + before.points, added.points.data(),
+                    added.points.size() * sizeof(mesh::Vec3)) != 0)
+        return "points";
+    if (layer.polygons.size() - before.polygons != added.polygons.size())
+        return "number of polygons";
+    for (std::size_t i = 0; i < added.polygons.size(); ++i) {
+        const auto mine = layer.polygons.points(before.polygons + i);
+        const auto shown = added.polygons.points(i);
+        if (mine.size() != shown.size())
+            return "corners";
+        for (std::size_t k = 0; k < mine.size(); ++k)
+            if (mine[k] != shown[k] + before.points)
+                return "corners";
+        if (layer.polygons.surface(before.polygons + i) != added.polygons.surface(i))
+            return "surfaces";
+    }
+    return {};
+}
+
+class PreviewTest : public QObject {
+    Q_OBJECT
+
+private:
+    const mesh::Document& document() { return window_->workspace().session().document(); }
+
+    [[nodiscard]] bool at_rest()
+    {
+        return wait_until([this] { return !window_->tracer().reading(); });
+    }
+
+    /// Switched on by hand it stays on, however slow the machine is.
+    [[nodiscard]] bool preview_comes()
+    {
+        return wait_until([this] { return shown_ != nullptr; });
+    }
+
+    QTemporaryDir folder_;
+    std::unique_ptr<MainWindow> window_;
+    std::shared_ptr<const PreviewMesh> shown_;
+
+private Q_SLOTS:
+    void init()
+    {
+        window_ = std::make_unique<MainWindow>();
+        window_->resize(700, 500);
+        window_->load_module();
+        window_->preview().switch_by_person(true);
+        connect(&window_->preview(), &desktop::Preview::shown, this,
+                [this](std::shared_ptr<const PreviewMesh> mesh) { shown_ = std::move(mesh); });
+        window_->show();
+        QVERIFY(window_->open({example("terrain.lwo"), example("tree.lwo")}));
+        QVERIFY(at_rest());
+    }
+    void cleanup()
+    {
+        window_.reset();
+        shown_.reset();
+    }
+
+    void every_ok_gives_what_its_preview_showed()
+    {
+        for (const QString clones : {"20", "35", "10"}) {
+            const auto before = desktop::count_layers(document());
+            support::run_command(*window_, [&](PanelDialog& dialog) {
+                QVERIFY(preview_comes()); // of the values that the panel opened with
+                shown_ = nullptr;
+                support::type(field(dialog, "Number of Clones"), clones);
+                support::type(field(dialog, "Auto morph maps"), "3");
+                support::type(field(dialog, "Jitter Cloned points"), "0.1");
+                QVERIFY(preview_comes());
+                const auto now = desktop::count_layers(document());
+                QCOMPARE(now, before); // nothing happened to the document
+                QTest::keyClick(&dialog, Qt::Key_Return);
+            });
+            QVERIFY(shown_ != nullptr);
+            QCOMPARE(shown_->points, static_cast<std::size_t>(clones.toInt()) * before[1].points);
+            for (std::size_t i = 0; i < before.size(); ++i)
+                QCOMPARE(difference(document().layers[i], before[i], shown_->layers[i]),
+                         std::string());
+            QVERIFY(document().layers[0].points.size() > before[0].points);
+            QVERIFY(at_rest());
+        }
+    }
+
+    void previews_that_are_cancelled_change_nothing()
+    {
+        const mesh::Document before = support::copy_of(document());
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QVERIFY(preview_comes());
+            for (const QString clones : {"40", "41", "42", "43"}) { // each ends the one before it
+                support::type(field(dialog, "Number of Clones"), clones);
+                QTest::qWait(100);
+            }
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QCOMPARE(support::first_difference(document(), before), std::string());
+        // Nor has the module's own state moved on: its next run is still its first.
+        const std::filesystem::path here = folder_.filePath("here.lwo").toStdString();
+        QVERIFY(at_rest());
+        support::run_command(*window_,
+                             [](PanelDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+        QVERIFY(window_->save_to(here, true));
+        const QString there = folder_.filePath("there.lwo");
+        QCOMPARE(QProcess::execute(
+                     DASTREL_PROGRAM,
+                     {"scatter", "-q", QString::fromStdString(example("terrain.lwo").string()),
+                      QString::fromStdString(example("tree.lwo").string()), "-o", there}),
+                 0);
+        QVERIFY(support::bytes_of(here) == support::bytes_of(there.toStdString()));
+    }
+
+    void the_exported_preset_gives_the_same_file_on_the_command_line()
+    {
+        const QString preset = folder_.filePath("tuned.json");
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            support::type(field(dialog, "Number of Clones"), "25");
+            support::type(field(dialog, "Distribution"), "66.6");
+            support::type(field(dialog, "H Max"), "123.4");
+            support::type(field(dialog, "Jitter Cloned points"), "0.03");
+            QTest::keyClick(field(dialog, "Density WeightMap"), Qt::Key_Down);
+            QVERIFY(preview_comes());
+            dialog.findChild<desktop::PresetBar*>()->export_file(preset.toStdString());
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+        const std::filesystem::path here = folder_.filePath("here.lwo").toStdString();
+        QVERIFY(window_->save_to(here, true));
+        const QString there = folder_.filePath("there.lwo");
+        QCOMPARE(QProcess::execute(DASTREL_PROGRAM,
+                                   {"scatter", "-q",
+                                    QString::fromStdString(example("terrain.lwo").string()),
+                                    QString::fromStdString(example("tree.lwo").string()), "-o",
+                                    there, "--settings", preset, "--clock",
+                                    QString::fromStdString(window_->workspace().clock())}),
+                 0);
+        QVERIFY(support::bytes_of(here).size() > 1000);
+        QVERIFY(support::bytes_of(here) == support::bytes_of(there.toStdString()));
+    }
+
+    void follows_the_switch()
+    {
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            auto* const box = dialog.findChild<QCheckBox*>("preview");
+            QVERIFY(box->isChecked());
+            QVERIFY(preview_comes());
+            box->click();
+            QVERIFY(shown_ == nullptr);
+            QVERIFY(!window_->preview().run().running());
+            support::type(field(dialog, "Number of Clones"), "3");
+            QTest::qWait(300);
+            QVERIFY(shown_ == nullptr);
+            box->click();
+            QVERIFY(preview_comes());
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    }
+
+    void switches_itself_off_for_a_slow_scene()
+    {
+        MainWindow window;
+        window.load_module();
+        QVERIFY(window.open({example("terrain.lwo"), example("tree.lwo")}));
+        QVERIFY(wait_until([&] { return !window.tracer().reading(); }));
+        support::run_command(window, [&](PanelDialog& dialog) {
+            auto* const box = dialog.findChild<QCheckBox*>("preview");
+            support::type(field(dialog, "Number of Clones"), "2000000");
+            QVERIFY(wait_until([&] { return !box->isChecked(); }));
+            QVERIFY(dialog.findChild<QLabel*>("preview status")->text().contains("a second"));
+            QVERIFY(!window.preview().run().running());
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    }
+
+    void tells_what_the_command_would_say()
+    {
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QTest::keyClick(field(dialog, "Slope Angle Limits"), Qt::Key_Space);
+            support::type(field(dialog, "Max Slope Angle"), "0");
+            const auto* const status = dialog.findChild<QLabel*>("preview status");
+            QVERIFY(wait_until([&] { return status->text().contains("Change slope angle"); }));
+            QVERIFY(shown_ != nullptr);
+            QCOMPARE(shown_->points, std::size_t{0});
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    }
+
+    void waits_while_a_value_is_missing()
+    {
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QVERIFY(preview_comes());
+            support::type(field(dialog, "Iterations"), "many");
+            QVERIFY(shown_ == nullptr);
+            QTest::qWait(300);
+            QVERIFY(shown_ == nullptr);
+            support::type(field(dialog, "Iterations"), "3");
+            QVERIFY(preview_comes());
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    }
+
+    void keeps_loads_and_deletes_presets()
+    {
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            auto* const presets = dialog.findChild<desktop::PresetBar*>();
+            QWidget* const clones = field(dialog, "Number of Clones");
+            const auto text = [](QWidget* widget) {
+                return qobject_cast<QLineEdit*>(widget)->text();
+            };
+            support::type(clones, "77");
+            presets->save_as("meadow");
+            support::type(clones, "5");
+            presets->save_as("a/b"); // can be no file's name
+            QVERIFY2(dialog.told().contains("'a/b'"), qPrintable(dialog.told()));
+            presets->load("meadow");
+            QCOMPARE(text(clones), "77");
+            // A file that is wrong at its end leaves all values as they are.
+            const QString wrong = folder_.filePath("wrong.json");
+            QFile file(wrong);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("{\"clone_num\": 3, \"density_wg\": \"No such map\"}");
+            file.close();
+            presets->import_file(wrong.toStdString());
+            QVERIFY2(dialog.told().contains("No such map"), qPrintable(dialog.told()));
+            QCOMPARE(text(clones), "77");
+            presets->remove("meadow");
+            presets->load("meadow");
+            QVERIFY2(dialog.told().contains("meadow"), qPrintable(dialog.told()));
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    }
+};
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    PreviewTest tests;
+    return support::run_tests(tests, count, arguments);
+}
+
+#include "preview_test.moc"

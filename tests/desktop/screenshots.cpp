@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+// Makes the pictures of the window that the documents show: desktop_screenshots FOLDER
+#include <cstdio>
+#include <stdexcept>
+
+#include <QAction>
+#include <QApplication>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "desktop/panel/control_slot.h"
+#include "desktop/window/main_window.h"
+#include "tests/desktop/support.h"
+
+namespace {
+
+using desktop::ActionId;
+using desktop::MainWindow;
+using desktop::PanelDialog;
+
+constexpr unsigned good_passes = 48;
+
+void wait_for(const std::function<bool()>& done)
+{
+    if (!QTest::qWaitFor(done, 300000))
+        throw std::runtime_error("the window does not come to rest");
+}
+
+/// Waits until a picture of what is asked for now has become good.
+void wait_for_picture(MainWindow& window)
+{
+    QTest::qWait(300);
+    wait_for([&] { return !window.tracer().reading() && window.tracer().passes() >= good_passes; });
+    QTest::qWait(100);
+}
+
+void save(const QPixmap& picture, const QString& file)
+{
+    if (!picture.save(file))
+        throw std::runtime_error("cannot write " + file.toStdString());
+    std::printf("%s\n", qPrintable(file));
+}
+
+QWidget* field(PanelDialog& dialog, const QString& label)
+{
+    return dynamic_cast<desktop::ControlSlot*>(dialog.findChild<QWidget*>(label))
+        ->editor()
+        .widget();
+}
+
+void fill_in(PanelDialog& dialog)
+{
+    support::type(field(dialog, "Number of Clones"), "300");
+    support::type(field(dialog, "Random rotation H Min"), "-180");
+    support::type(field(dialog, "H Max"), "180");
+    QTest::keyClick(field(dialog, "H Align with normals"), Qt::Key_Space);
+    QTest::keyClick(field(dialog, "P Align with normals"), Qt::Key_Space);
+}
+
+/// The window with the panel over its right half, as they stand on a screen.
+QPixmap with_panel(MainWindow& window, PanelDialog& dialog)
+{
+    QPixmap picture = window.grab();
+    const QPixmap panel = dialog.grab();
+    const QPoint at(picture.width() - panel.width() - 24, 60);
+    QPainter painter(&picture);
+    painter.drawPixmap(at, panel);
+    painter.setPen(window.palette().color(QPalette::Shadow));
+    painter.drawRect(QRect(at, panel.size()).adjusted(-1, -1, 0, 0));
+    return picture;
+}
+
+void make_pictures(const QString& folder)
+{
+    MainWindow window;
+    window.resize(1280, 800);
+    window.load_module();
+    window.preview().switch_by_person(true);
+    window.show();
+    window.open({support::example("terrain.lwo"), support::example("tree.lwo")});
+    wait_for_picture(window);
+    save(window.grab(), folder + "/window-scene.png");
+    support::run_command(window, [&](PanelDialog& dialog) {
+        QTest::qWait(200);
+        save(dialog.grab(), folder + "/panel-basic.png");
+        dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
+        QTest::mouseClick(dialog.findChild<QWidget*>("Dependence Power"), Qt::LeftButton);
+        save(dialog.grab(), folder + "/panel-advanced.png");
+        dialog.tell({});
+        dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
+        fill_in(dialog);
+        QTest::qWait(500);
+        wait_for([&] { return !window.preview().run().running() && !window.preview().due(); });
+        wait_for_picture(window);
+        save(with_panel(window, dialog), folder + "/window-preview.png");
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    wait_for_picture(window);
+    save(window.grab(), folder + "/window-forest.png");
+    QTreeWidget& maps = window.lists().maps();
+    for (int i = 0; i < maps.topLevelItemCount(); ++i)
+        if (maps.topLevelItem(i)->text(0) == "Density")
+            maps.setCurrentItem(maps.topLevelItem(i));
+    wait_for_picture(window);
+    save(window.grab(), folder + "/window-map.png");
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    if (count != 2) {
+        std::fprintf(stderr, "usage: desktop_screenshots FOLDER\n");
+        return 2;
+    }
+    const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
+    const QApplication application(count, arguments);
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    try {
+        make_pictures(QString::fromLocal8Bit(arguments[1]));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "desktop_screenshots: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,504 @@
+// SPDX-License-Identifier: MIT
+// The window: files, layers, looking, selecting, running, undoing, saving.
+#include <algorithm>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QUrl>
+
+#include "desktop/panel/control_slot.h"
+#include "desktop/panel/form_view.h"
+#include "desktop/window/main_window.h"
+#include "desktop/window/progress_box.h"
+#include "mesh/bounds.h"
+#include "tests/desktop/support.h"
+#include "tests/support/mesh_compare.h"
+
+namespace {
+
+using desktop::ActionId;
+using desktop::MainWindow;
+using desktop::PanelDialog;
+using modeler::LayerRole;
+using support::example;
+using support::wait_until;
+
+const mesh::Document& document(MainWindow& window)
+{
+    return window.workspace().session().document();
+}
+
+QWidget* field(PanelDialog& dialog, const QString& label)
+{
+    auto* const slot = dialog.findChild<QWidget*>(label);
+    return dynamic_cast<desktop::ControlSlot*>(slot)->editor().widget();
+}
+
+void press_ok(PanelDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }
+
+class WindowTest : public QObject {
+    Q_OBJECT
+
+private:
+    /// Opens terrain and tree and waits for the picture.
+    void open_forest()
+    {
+        QVERIFY(window_->open({example("terrain.lwo"), example("tree.lwo")}));
+        QVERIFY(wait_until(
+            [this] { return !window_->tracer().reading() && window_->tracer().passes() > 0; }));
+    }
+
+    /// Where the middle of a polygon of the first layer is in the viewport.
+    [[nodiscard]] QPoint place_of(std::size_t polygon)
+    {
+        const mesh::Layer& layer = document(*window_).layers[0];
+        mesh::Vec3 middle;
+        const auto corners = layer.polygons.points(polygon);
+        for (const std::uint32_t corner : corners) {
+            middle.x += layer.points[corner].x / static_cast<double>(corners.size());
+            middle.y += layer.points[corner].y / static_cast<double>(corners.size());
+            middle.z += layer.points[corner].z / static_cast<double>(corners.size());
+        }
+        const auto at = window_->viewport().view().project(middle);
+        const double scale = window_->viewport().devicePixelRatioF();
+        return QPointF(at->x / scale, at->y / scale).toPoint();
+    }
+
+    [[nodiscard]] std::vector<std::size_t> selected()
+    {
+        std::vector<std::size_t> found;
+        const mesh::Polygons& polygons = document(*window_).layers[0].polygons;
+        for (std::size_t i = 0; i < polygons.size(); ++i)
+            if (polygons.selected(i))
+                found.push_back(i);
+        return found;
+    }
+
+    QTemporaryDir folder_;
+    std::unique_ptr<MainWindow> window_;
+
+private Q_SLOTS:
+    void init()
+    {
+        window_ = std::make_unique<MainWindow>();
+        window_->resize(900, 600);
+        window_->load_module();
+        window_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    }
+    void cleanup() { window_.reset(); }
+
+    void makes_one_scene_of_several_files()
+    {
+        open_forest();
+        QCOMPARE(document(*window_).layers.size(), std::size_t{2});
+        const QTreeWidget& layers = window_->lists().layers();
+        QCOMPARE(layers.topLevelItemCount(), 2);
+        for (int i = 0; i < 2; ++i) {
+            const mesh::Layer& layer = document(*window_).layers[static_cast<std::size_t>(i)];
+            const QLocale numbers;
+            QCOMPARE(layers.topLevelItem(i)->text(2),
+                     numbers.toString(static_cast<qulonglong>(layer.points.size())));
+            QCOMPARE(layers.topLevelItem(i)->text(3),
+                     numbers.toString(static_cast<qulonglong>(layer.polygons.size())));
+        }
+        const auto role = [&](int row) {
+            return qobject_cast<QComboBox*>(layers.itemWidget(layers.topLevelItem(row), 1))
+                ->currentText();
+        };
+        QCOMPARE(role(0), "foreground");
+        QCOMPARE(role(1), "background");
+        QVERIFY(window_->windowTitle().startsWith("terrain.lwo + tree.lwo"));
+        QVERIFY(window_->isWindowModified()); // nowhere is there a file with both
+        QVERIFY(QSettings().value("recent").toStringList().contains(
+            QString::fromStdString(example("tree.lwo").string())));
+    }
+
+    void takes_dropped_files()
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(example("terrain.lwo").string())),
+                      QUrl::fromLocalFile(QString::fromStdString(example("tree.lwo").string()))});
+        QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(window_.get(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window_.get(), &drop);
+        QVERIFY(wait_until([this] { return document(*window_).layers.size() == 2; }));
+        QCOMPARE(window_->workspace().session().roles()[1], LayerRole::background);
+    }
+
+    void says_which_file_cannot_be_read_and_why()
+    {
+        QString told;
+        support::answer_box(QMessageBox::Ok, told);
+        QVERIFY(!window_->open({example("terrain.lwo"), folder_.filePath("none.lwo").toStdString(),
+                                example("make_examples.py")}));
+        QVERIFY2(told.contains("none.lwo") && told.contains("No such file"), qPrintable(told));
+        QVERIFY2(told.contains("make_examples.py"), qPrintable(told));
+        QCOMPARE(document(*window_).layers.size(), std::size_t{1}); // the good one is there
+    }
+
+    void greys_the_command_without_foreground_polygons()
+    {
+        QAction* const command = window_->commands().at(0);
+        QCOMPARE(command->text(), "Dastrel");
+        QVERIFY(!command->isEnabled());
+        open_forest();
+        QVERIFY(command->isEnabled());
+        window_->set_role(0, LayerRole::background);
+        QVERIFY(!command->isEnabled());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        window_->set_role(0, LayerRole::foreground);
+        QVERIFY(command->isEnabled());
+    }
+
+    void shows_the_commands_own_refusals()
+    {
+        open_forest();
+        window_->set_role(1, LayerRole::hidden);
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QString told;
+        support::answer_box(QMessageBox::Ok, told);
+        window_->commands().at(0)->trigger();
+        QCOMPARE(told, "Need some geometry in the background layer(s) to clone\n");
+        QVERIFY(!window_->workspace().session().can_undo());
+    }
+
+    void runs_undoes_redoes_saves_and_reads_again()
+    {
+        open_forest();
+        const mesh::Document before = support::copy_of(document(*window_));
+        QAction* const undo = window_->action(ActionId::undo);
+        QAction* const redo = window_->action(ActionId::redo);
+        QVERIFY(!undo->isEnabled());
+        support::run_command(*window_, [](PanelDialog& dialog) {
+            support::type(field(dialog, "Number of Clones"), "12");
+            press_ok(dialog);
+        });
+        const mesh::Document after = support::copy_of(document(*window_));
+        QCOMPARE(after.layers[0].points.size(),
+                 before.layers[0].points.size() + 12 * before.layers[1].points.size());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QVERIFY(undo->isEnabled() && !redo->isEnabled());
+        undo->trigger();
+        QCOMPARE(support::first_difference(document(*window_), before), std::string());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QVERIFY(!undo->isEnabled() && redo->isEnabled());
+        redo->trigger();
+        QCOMPARE(support::first_difference(document(*window_), after), std::string());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+
+        const std::filesystem::path file = folder_.filePath("forest.lwo").toStdString();
+        QVERIFY(window_->save_to(file, false));
+        QVERIFY(!window_->isWindowModified());
+        QCOMPARE(window_->windowTitle(), "forest.lwo[*] - Dastrel Modeler");
+        undo->trigger();
+        QVERIFY(window_->isWindowModified());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        redo->trigger(); // back at what was saved
+        QVERIFY(!window_->isWindowModified());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+
+        const std::string bytes = support::bytes_of(file);
+        QVERIFY(window_->open({file}));
+        QCOMPARE(document(*window_).layers[0].points.size(), after.layers[0].points.size());
+        const std::filesystem::path again = folder_.filePath("again.lwo").toStdString();
+        QVERIFY(window_->save_to(again, false));
+        QCOMPARE(support::bytes_of(again), bytes);
+    }
+
+    void tells_why_a_file_cannot_be_written()
+    {
+        open_forest();
+        QString told;
+        support::answer_box(QMessageBox::Ok, told);
+        QVERIFY(!window_->save_to("/nowhere/forest.lwo", false));
+        QVERIFY2(told.contains("/nowhere"), qPrintable(told));
+        QVERIFY(window_->isWindowModified());
+    }
+
+    void changes_nothing_on_cancel_and_remembers_the_values_of_the_last_ok()
+    {
+        open_forest();
+        const mesh::Document before = support::copy_of(document(*window_));
+        support::run_command(*window_, [](PanelDialog& dialog) {
+            support::type(field(dialog, "Number of Clones"), "3");
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QCOMPARE(support::first_difference(document(*window_), before), std::string());
+        QVERIFY(!window_->workspace().session().can_undo());
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        const auto shown_clones = [this](const QString& typed, Qt::Key end) {
+            QString shown;
+            support::run_command(*window_, [&](PanelDialog& dialog) {
+                shown = qobject_cast<QLineEdit*>(field(dialog, "Number of Clones"))->text();
+                support::type(field(dialog, "Number of Clones"), typed);
+                QTest::keyClick(&dialog, end);
+            });
+            return shown;
+        };
+        QCOMPARE(shown_clones("5", Qt::Key_Return), "30");
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QCOMPARE(shown_clones("9", Qt::Key_Escape), "5");
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QCOMPARE(shown_clones("1", Qt::Key_Escape), "5");
+    }
+
+    void asks_about_unsaved_changes()
+    {
+        open_forest();
+        QString told;
+        support::answer_box(QMessageBox::Cancel, told);
+        QVERIFY(!window_->close());
+        QVERIFY(told.contains("terrain.lwo + tree.lwo"));
+        QVERIFY(window_->isVisible());
+        support::answer_box(QMessageBox::Discard, told);
+        QVERIFY(window_->close());
+    }
+
+    void selects_with_the_mouse()
+    {
+        open_forest();
+        window_->action(ActionId::view_top)->trigger();
+        auto* const view = &window_->viewport();
+        QTest::mouseClick(view, Qt::LeftButton, {}, place_of(40));
+        QCOMPARE(selected(), std::vector<std::size_t>{40});
+        QTest::mouseClick(view, Qt::LeftButton, Qt::ShiftModifier, place_of(50));
+        QCOMPARE(selected(), (std::vector<std::size_t>{40, 50}));
+        QTest::mouseClick(view, Qt::LeftButton, Qt::ShiftModifier, place_of(50));
+        QCOMPARE(selected(), (std::vector<std::size_t>{40, 50}));
+        QTest::mouseClick(view, Qt::LeftButton, Qt::ControlModifier, place_of(40));
+        QTest::mouseClick(view, Qt::LeftButton, Qt::ControlModifier, place_of(41));
+        QCOMPARE(selected(), (std::vector<std::size_t>{41, 50}));
+        QTest::mouseClick(view, Qt::LeftButton, {}, place_of(60));
+        QCOMPARE(selected(), std::vector<std::size_t>{60});
+        QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(1, 1)); // past the ground
+        QVERIFY(selected().empty());
+
+        // A rectangle from the middle of one polygon to that of another takes both.
+        const auto drag = [&](std::size_t from, std::size_t to, Qt::KeyboardModifiers modifiers) {
+            QTest::mousePress(view, Qt::LeftButton, modifiers, place_of(from));
+            QTest::mouseMove(view, place_of(to));
+            QTest::mouseRelease(view, Qt::LeftButton, modifiers, place_of(to));
+            QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+            QTest::qWait(20);
+        };
+        drag(40, 43, {});
+        for (const std::size_t polygon : {40, 43})
+            QVERIFY(document(*window_).layers[0].polygons.selected(polygon));
+        const std::size_t count = selected().size();
+        QVERIFY(count < document(*window_).layers[0].polygons.size() / 4);
+        drag(40, 43, Qt::ControlModifier);
+        QVERIFY(selected().size() < count);
+        QVERIFY(!document(*window_).layers[0].polygons.selected(40));
+    }
+
+    void selects_by_the_menu()
+    {
+        open_forest();
+        const std::size_t all = document(*window_).layers[0].polygons.size();
+        window_->action(ActionId::select_all)->trigger();
+        QCOMPARE(selected().size(), all);
+        window_->action(ActionId::select_invert)->trigger();
+        QVERIFY(selected().empty());
+        window_->select_at(place_of(7), {});
+        window_->action(ActionId::select_none)->trigger();
+        QVERIFY(selected().empty());
+        QTreeWidget& surfaces = window_->lists().surfaces();
+        surfaces.setCurrentItem(surfaces.topLevelItem(0));
+        const std::string name = window_->lists().chosen_surface();
+        window_->action(ActionId::select_surface)->trigger();
+        std::size_t with_it = 0;
+        for (std::size_t i = 0; i < all; ++i)
+            with_it +=
+                document(*window_).tags[document(*window_).layers[0].polygons.surface(i)] == name
+                    ? 1
+                    : 0;
+        QCOMPARE(selected().size(), with_it);
+        QVERIFY(with_it > 0);
+        // Polygons of the background are not selected with it.
+        for (std::size_t i = 0; i < document(*window_).layers[1].polygons.size(); ++i)
+            QVERIFY(!document(*window_).layers[1].polygons.selected(i));
+    }
+
+    void puts_clones_on_selected_polygons_alone()
+    {
+        open_forest();
+        window_->action(ActionId::view_top)->trigger();
+        window_->select_at(place_of(40), {});
+        const std::size_t before = document(*window_).layers[0].points.size();
+        support::run_command(*window_, press_ok);
+        const mesh::Layer& ground = document(*window_).layers[0];
+        // The roots of the clones lie within the polygon; the tree itself is a few metres wide.
+        double left = 1e9;
+        double right = -1e9;
+        for (const std::uint32_t corner : ground.polygons.points(40)) {
+            left = std::min(left, ground.points[corner].x);
+            right = std::max(right, ground.points[corner].x);
+        }
+        const auto tree = mesh::layer_bounds(document(*window_).layers[1]);
+        const double reach = 1.5 * (tree->max.y - tree->min.y);
+        for (std::size_t i = before; i < ground.points.size(); ++i) {
+            QVERIFY(ground.points[i].x > left - reach);
+            QVERIFY(ground.points[i].x < right + reach);
+        }
+        QVERIFY(ground.points.size() > before);
+    }
+
+    void shows_what_is_selected_and_colours_by_maps()
+    {
+        open_forest();
+        const auto settled_image = [this] {
+            if (!wait_until([this] {
+                    return !window_->tracer().reading() && window_->tracer().passes() >= 2;
+                }))
+                throw std::runtime_error("the picture does not settle");
+            QTest::qWait(20);
+            return window_->viewport().image();
+        };
+        const auto differs = [](const QImage& a, const QImage& b) {
+            long long different = 0;
+            for (int y = 0; y < std::min(a.height(), b.height()); ++y)
+                for (int x = 0; x < std::min(a.width(), b.width()); ++x) {
+                    const QColor p = a.pixelColor(x, y);
+                    const QColor q = b.pixelColor(x, y);
+                    different += std::abs(p.red() - q.red()) + std::abs(p.green() - q.green()) +
+                                             std::abs(p.blue() - q.blue()) >
+                                         60
+                                     ? 1
+                                     : 0;
+                }
+            return different;
+        };
+        const QImage plain = settled_image();
+        window_->action(ActionId::select_all)->trigger();
+        QTest::qWait(50);
+        const QImage selected = settled_image();
+        QVERIFY(differs(plain, selected) > 10000);
+        window_->action(ActionId::select_none)->trigger();
+        QTreeWidget& maps = window_->lists().maps();
+        const QList<QTreeWidgetItem*> density = maps.findItems("Density", Qt::MatchExactly);
+        QCOMPARE(density.size(), 1);
+        maps.setCurrentItem(density[0]);
+        QTest::qWait(50);
+        QVERIFY(differs(plain, settled_image()) > 10000);
+        maps.setCurrentItem(maps.topLevelItem(0));
+        QTest::qWait(50);
+        QVERIFY(differs(plain, settled_image()) < 1000);
+    }
+
+    void looks_around()
+    {
+        open_forest();
+        auto& view = window_->viewport();
+        const picture::Camera first = view.camera();
+        QTest::keyClick(&view, Qt::Key_Left);
+        QVERIFY(view.camera().azimuth_deg != first.azimuth_deg);
+        QTest::mousePress(&view, Qt::RightButton, {}, {100, 100});
+        QTest::mouseMove(&view, {140, 120});
+        QTest::mouseRelease(&view, Qt::RightButton, {}, {140, 120});
+        const picture::Camera turned = view.camera();
+        QVERIFY(turned.elevation_deg != first.elevation_deg);
+        QTest::mousePress(&view, Qt::MiddleButton, {}, {100, 100});
+        QTest::mouseMove(&view, {140, 120});
+        QTest::mouseRelease(&view, Qt::MiddleButton, {}, {140, 120});
+        QCOMPARE(view.camera().azimuth_deg, turned.azimuth_deg);
+        QVERIFY(!(view.camera().target == turned.target));
+        // What is under the pointer stays there when it zooms.
+        const QPointF at(600, 200);
+        const picture::Ray before = view.view().ray(at.x(), at.y());
+        const double distance = view.camera().distance();
+        const mesh::Vec3 place{before.origin.x + before.direction.x * distance,
+                               before.origin.y + before.direction.y * distance,
+                               before.origin.z + before.direction.z * distance};
+        action_zoom(at);
+        QVERIFY(view.camera().height < turned.height);
+        const auto now = view.view().project(place);
+        QVERIFY(std::abs(now->x - at.x()) < 3.0 && std::abs(now->y - at.y()) < 3.0);
+        window_->action(ActionId::fit)->trigger();
+        for (const ActionId id :
+             {ActionId::view_front, ActionId::view_back, ActionId::view_left, ActionId::view_right,
+              ActionId::view_top, ActionId::view_bottom, ActionId::view_perspective}) {
+            const picture::Camera last = view.camera();
+            window_->action(id)->trigger();
+            QVERIFY(!(view.camera() == last));
+        }
+    }
+
+    void exports_the_picture_that_is_shown()
+    {
+        open_forest();
+        const QString file = folder_.filePath("view.png");
+        window_->export_picture_to(file.toStdString(), 1);
+        const QImage picture(file);
+        QCOMPARE(picture.size(), window_->viewport().image().size());
+        QVERIFY(picture.allGray() == false);
+    }
+
+    void shows_a_shortcut_for_everything()
+    {
+        QStringList keys;
+        for (const QAction* top : window_->menuBar()->actions())
+            for (const QAction* action : top->menu()->actions()) {
+                if (action->isSeparator() || action->menu() != nullptr)
+                    continue;
+                QVERIFY2(!action->shortcut().isEmpty(), qPrintable(action->text()));
+                QVERIFY2(!action->toolTip().isEmpty(), qPrintable(action->text()));
+                keys.append(action->shortcut().toString());
+            }
+        QVERIFY(keys.size() > 30);
+        QCOMPARE(QSet<QString>(keys.begin(), keys.end()).size(), keys.size());
+    }
+
+    void drops_a_run_that_is_cancelled()
+    {
+        open_forest();
+        const mesh::Document before = support::copy_of(document(*window_));
+        QTimer watch;
+        bool pressed = false;
+        connect(&watch, &QTimer::timeout, &watch, [&] {
+            auto* const box = window_->findChild<QDialog*>("progress");
+            if (box != nullptr && box->isVisible() && !pressed) {
+                pressed = true;
+                QTest::keyClick(box, Qt::Key_Escape);
+            }
+        });
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            support::type(field(dialog, "Number of Clones"), "20000");
+            watch.start(1);
+            press_ok(dialog);
+        });
+        QVERIFY(pressed);
+        QCOMPARE(support::first_difference(document(*window_), before), std::string());
+        QVERIFY(!window_->workspace().session().can_undo());
+    }
+
+private:
+    void action_zoom(const QPointF& at) { window_->viewport().zoom(0.5, at); }
+};
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    WindowTest tests;
+    return support::run_tests(tests, count, arguments);
+}
+
+#include "window_test.moc"
