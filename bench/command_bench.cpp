@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+// The whole command, from the call of the module to the finished edit.
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+#include "bench/command.h"
+#include "bench/scenes.h"
+#include "bench/usage.h"
+
+namespace {
+
+struct Task {
+    const char* module;
+    const char* ground;
+    const char* model;
+    const char* settings; ///< besides the number of clones
+};
+
+void command(benchmark::State& state, const Task& task)
+{
+    bench::Command command(task.module, bench::ground(task.ground), bench::model(task.model));
+    const std::string settings =
+        "{\"clone_num\": " + std::to_string(state.range(0)) + task.settings + "}";
+    std::size_t points = 0;
+    std::size_t peak = 0;
+    for (auto _ : state) {
+        bench::reset_peak_memory();
+        const std::size_t before = bench::current_memory();
+        const double start = bench::wall_seconds();
+        points = command.run(settings).points_added;
+        state.SetIterationTime(bench::wall_seconds() - start);
+        peak = std::max(peak, bench::peak_memory() - before);
+        command.undo();
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(points));
+    state.counters["points"] = static_cast<double>(points);
+    // With what an earlier run has left in the process's hands this tells too little; the first
+    // one counts.
+    state.counters["bytes_per_point"] = static_cast<double>(peak) / static_cast<double>(points);
+}
+
+constexpr Task on(const char* ground, const char* model, const char* settings = "")
+{
+    return {DASTREL_MODULE, ground, model, settings};
+}
+
+constexpr Task plain(const char* ground, const char* model, const char* settings = "")
+{
+    return {DASTREL_PLAIN_MODULE, ground, model, settings};
+}
+
+void sizes(benchmark::internal::Benchmark* row)
+{
+    row->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+void once(benchmark::internal::Benchmark* row)
+{
+    row->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK_CAPTURE(command, grid_cube, on("grid", "cube"))->Apply(sizes);
+BENCHMARK_CAPTURE(command, grid_cube_plain, plain("grid", "cube"))
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_cube, on("hills", "cube"))->Apply(sizes);
+BENCHMARK_CAPTURE(command, hills_cube_density, on("hills", "cube", ", \"density_wg\": \"Density\""))
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_cube_area, on("hills", "cube", ", \"size_poly_area\": true"))
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_tree, on("hills", "tree"))
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(48781)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_tree_plain, plain("hills", "tree"))->Arg(1000)->Apply(once);
+BENCHMARK_CAPTURE(command, hills_tree_jitter, on("hills", "tree", ", \"jitter\": 0.1"))
+    ->Arg(10000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_large, on("hills", "large"))->Arg(100)->Arg(2000)->Apply(once);
+BENCHMARK_CAPTURE(command, hills_large_plain, plain("hills", "large"))->Arg(20)->Apply(once);
+BENCHMARK_CAPTURE(command, mountain_cube, on("mountain", "cube"))
+    ->Arg(1000)
+    ->Arg(1000000)
+    ->Apply(once);
+
+} // namespace

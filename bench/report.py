@@ -1,0 +1,172 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Makes docs/performance.md and its plot from what the benchmarks measured:
+
+    report.py BENCH.json PROCESSES.json DOCS [PEERS.csv]
+
+BENCH.json comes from dastrel_bench, PROCESSES.json from processes.py, and PEERS.csv has the lines
+that the comparison with other programs prints."""
+
+import csv
+import json
+import platform
+import statistics
+import sys
+
+import matplotlib
+
+matplotlib.use("Agg")
+import matplotlib.pyplot as plt  # noqa: E402  (after the choice of a drawing without a display)
+
+
+def seconds(row):
+    return row["real_time"] * {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}[row["time_unit"]]
+
+
+def series(bench):
+    """{'positions/hills': {1000: row, ...}, ...}"""
+    found = {}
+    for row in bench["benchmarks"]:
+        parts = row["name"].split("/")
+        name = "/".join(parts[:2])
+        size = next((int(p) for p in parts[1:] if p.isdigit()), 0)
+        found.setdefault(name if not name.split("/")[-1].isdigit() else parts[0], {})[size] = row
+    return found
+
+
+def readable(value):
+    if value < 1e-6:
+        return f"{value * 1e9:.0f} ns"
+    if value < 1e-3:
+        return f"{value * 1e6:.1f} µs"
+    if value < 1:
+        return f"{value * 1e3:.1f} ms"
+    return f"{value:.2f} s"
+
+
+def tables(found):
+    lines = ["| what | size | ours | plain lists | ratio | |", "|---|---|---|---|---|---|"]
+    for name, rows in found.items():
+        if name.endswith("plain"):
+            continue
+        plain = found.get(name + "_plain", {})
+        if name == "random_points/laid_once":
+            plain = found.get("random_points/plain", {})
+        for size, row in sorted(rows.items()):
+            slow = plain.get(size)
+            extra = []
+            if "bytes_per_point" in row:
+                extra.append(f"{row['points']:,.0f} points")
+            if "bytes_per_second" in row:
+                extra.append(f"{row['bytes_per_second'] / 1e6:.0f} MB/s")
+            lines.append(f"| {name} | {size:,} | {readable(seconds(row))} | "
+                         f"{readable(seconds(slow)) if slow else ''} | "
+                         f"{seconds(slow) / seconds(row):,.0f} |" .replace("| None", "| ")
+                         if slow else
+                         f"| {name} | {size:,} | {readable(seconds(row))} | | |")
+            lines[-1] += f" {', '.join(extra)} |"
+    return lines
+
+
+def peers_table(file):
+    rows = {}
+    with open(file, encoding="utf-8") as lines:
+        for row in csv.reader(lines):
+            if len(row) >= 9 and row[1] in ("positions-poisson", "realise", "poisson"):
+                task = "positions" if row[1] != "realise" else "realise"
+                key = (task, row[2], int(float(row[3])) if task == "positions" else 0)
+                rows.setdefault(key, {}).setdefault(row[0], []).append((float(row[5]), float(row[7])))
+    names = sorted({name for row in rows.values() for name in row})
+    lines = ["| task | " + " | ".join(names) + " |", "|---|" + "---|" * len(names)]
+    for (task, name, size), row in sorted(rows.items()):
+        cells = []
+        for peer in names:
+            if peer not in row:
+                cells.append("")
+                continue
+            wall = statistics.median(w for w, _ in row[peer])
+            peak = max(p for _, p in row[peer])
+            cells.append(f"{wall:.2f} s, {peak:.0f} MiB")
+        what = f"{task} on {name}, {size:,}" if size else f"{task} {name}, 10 million points"
+        lines.append(f"| {what} | " + " | ".join(cells) + " |")
+    return lines
+
+
+def plot(found, target):
+    figure, axes = plt.subplots(figsize=(8, 5.5), dpi=110)
+    for name, style in [("positions/hills", "o-"), ("positions/hills_plain", "o--"),
+                        ("command/grid_cube", "s-"), ("command/grid_cube_plain", "s--")]:
+        rows = sorted(found.get(name, {}).items())
+        if rows:
+            axes.loglog([n for n, _ in rows], [seconds(r) for _, r in rows], style, label=name)
+    axes.set_xlabel("clones")
+    axes.set_ylabel("seconds")
+    axes.grid(True, which="both", alpha=0.25)
+    axes.legend()
+    figure.tight_layout()
+    figure.savefig(target)
+
+
+def processor():
+    with open("/proc/cpuinfo", encoding="utf-8") as file:
+        for line in file:
+            if line.startswith("model name"):
+                return line.split(":", 1)[1].strip()
+    return platform.machine()
+
+
+def main():
+    with open(sys.argv[1], encoding="utf-8") as file:
+        bench = json.load(file)
+    with open(sys.argv[2], encoding="utf-8") as file:
+        processes = json.load(file)
+    docs = sys.argv[3]
+    found = series(bench)
+    plot(found, f"{docs}/images/performance.png")
+    lines = [
+        "# Performance",
+        "",
+        "Made by `scripts/bench.sh`; run it to have the figures of your machine. These are of "
+        f"{bench['context']['num_cpus']} cores ({processor()}), of which Dastrel uses one. "
+        "\"Plain lists\" is the same module with its indexes switched off: the lists are walked as "
+        "they stand. Both give the same result to the last bit. Take ratios within this table; "
+        "times depend on what else the machine does.",
+        "",
+        "![Time against clones, both axes logarithmic](images/performance.png)",
+        "",
+        "## The parts, in one process",
+        "",
+        "`positions` finds the places on a ground; `command` is the whole command on a document in "
+        "memory, from the call of the module to the finished edit. The grounds are `grid` (100 x "
+        "100 level quads), `hills` (141 x 141 quads) and `mountain` (1414 x 1414 quads); the models "
+        "`cube` (8 points), `tree` (205 points with UV, weight and morph maps) and `large` (5,000 "
+        "points with the same maps).",
+        "",
+        *tables(found),
+        "",
+        "## The whole program, file to file",
+        "",
+        "| ground | model | clones | time | file | peak memory |",
+        "|---|---|---|---|---|---|",
+        *(f"| {r['ground']} | {r['model']} | {r['clones']:,} | {readable(r['seconds'])} | "
+          f"{r['file'] / 1e6:,.1f} MB | {r['peak'] / 2**20:,.0f} MiB |" for r in processes),
+    ]
+    if len(sys.argv) > 4:
+        lines += [
+            "",
+            "## Beside other programs",
+            "",
+            "The same tasks on the same meshes, every program once in each round, medians. "
+            "`darts` is a dart thrower with a hash grid and nothing else; `streamlimit` writes "
+            "ready copies into memory, the least that realising can take. What the others place or "
+            "realise carries no clone numbers, and only Dastrel makes a document of it that can be "
+            "edited and undone.",
+            "",
+            *peers_table(sys.argv[4]),
+        ]
+    with open(f"{docs}/performance.md", "w", encoding="utf-8") as file:
+        file.write("\n".join(lines) + "\n")
+
+
+if __name__ == "__main__":
+    main()
