@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "picture/scene/polygon_splitter.h"
 
+#include <deque>
 #include <new>
 #include <numeric>
 #include <tuple>
@@ -22,14 +23,6 @@ bool faces(const Vec3& a, const Vec3& b, const Vec3& c, const Vec3& normal)
 }
 
 using Callback = void (*)();
-
-/// A number in the pointer's clothing in which the library hands back what it was given.
-void* as_handle(std::uint32_t number) { return reinterpret_cast<void*>(std::uintptr_t{number}); }
-
-std::uint32_t from_handle(const void* handle)
-{
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
-}
 
 } // namespace
 
@@ -61,7 +54,7 @@ struct PolygonSplitter::Tessellator {
         gluTessBeginContour(handle);
         for (std::size_t i = 0; i < corners.size(); ++i) {
             std::array<GLdouble, 3> place{corners[i].x, corners[i].y, corners[i].z};
-            gluTessVertex(handle, place.data(), as_handle(static_cast<std::uint32_t>(i)));
+            gluTessVertex(handle, place.data(), handle_of(static_cast<std::uint32_t>(i)));
         }
         gluTessEndContour(handle);
         gluTessEndPolygon(handle);
@@ -71,6 +64,7 @@ struct PolygonSplitter::Tessellator {
 
     PolygonSplitter& splitter;
     GLUtesselator* handle;
+    std::deque<std::uint32_t> numbers; ///< each its own place; never moved
     std::size_t corner_count = 0;
     Piece piece;
     std::size_t piece_corner = 0;
@@ -79,6 +73,19 @@ struct PolygonSplitter::Tessellator {
 
 private:
     void set(GLenum which, Callback callback) { gluTessCallback(handle, which, callback); }
+
+    /// What stands for a corner in the library's hands: a pointer to the corner's number.
+    void* handle_of(std::uint32_t corner)
+    {
+        while (numbers.size() <= corner)
+            numbers.push_back(static_cast<std::uint32_t>(numbers.size()));
+        return &numbers[corner];
+    }
+
+    static std::uint32_t number_of(const void* corner)
+    {
+        return *static_cast<const std::uint32_t*>(corner);
+    }
 
     static Tessellator& self(void* data) { return *static_cast<Tessellator*>(data); }
 
@@ -92,7 +99,7 @@ private:
     static void vertex(void* corner, void* data) noexcept
     {
         Tessellator& one = self(data);
-        one.piece.corners.at(one.piece_corner) = from_handle(corner);
+        one.piece.corners.at(one.piece_corner) = number_of(corner);
         if (one.edge_begins)
             one.piece.edges = static_cast<std::uint8_t>(one.piece.edges | 1U << one.piece_corner);
         if (++one.piece_corner < 3)
@@ -111,21 +118,20 @@ private:
                         void* data) noexcept
     {
         Tessellator& one = self(data);
-        *result = corners[0];
         AddedPoint mixed;
         mixed.place = {place[0], place[1], place[2]};
         for (std::size_t i = 0; i < 4; ++i)
             if (shares[i] > 0.0F)
-                one.mix_in(mixed, from_handle(corners[i]), shares[i]);
+                one.mix_in(mixed, number_of(corners[i]), shares[i]);
         even_out(mixed);
         try {
+            *result = one.handle_of(
+                static_cast<std::uint32_t>(one.corner_count + one.splitter.added_.size()));
             one.splitter.added_.push_back(mixed);
         } catch (const std::bad_alloc&) {
+            *result = corners[0];
             one.out_of_memory = true;
-            return;
         }
-        *result = as_handle(
-            static_cast<std::uint32_t>(one.corner_count + one.splitter.added_.size() - 1));
     }
 
     /// Adds a share of a corner, or of the corners of a point that was added before.

@@ -39,7 +39,10 @@ struct PolygonId {
     std::uint32_t polygon = 0; ///< index in that layer, from its very first polygon
 
     friend bool operator==(const PolygonId&, const PolygonId&) = default;
-    friend auto operator<=>(const PolygonId&, const PolygonId&) = default;
+    friend bool operator<(const PolygonId& a, const PolygonId& b) noexcept
+    {
+        return a.layer != b.layer ? a.layer < b.layer : a.polygon < b.polygon;
+    }
 };
 
 /// Some layers, made ready to be looked at: triangles in single precision around the scene's own

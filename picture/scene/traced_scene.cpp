@@ -159,7 +159,7 @@ std::optional<Hit> TracedScene::trace(const Ray& ray) const noexcept
     const Float3 from = to_single(origin + ray.direction * start);
     const Float3 direction = to_single(ray.direction);
 
-    RTCIntersectContext context;
+    RTCIntersectContext context{};
     rtcInitIntersectContext(&context);
     RTCRayHit query{};
     query.ray = {from.x,      from.y,      from.z,
@@ -198,7 +198,7 @@ bool TracedScene::is_blocked(const Float3& place, const Float3& normal,
 {
     constexpr float clearance = 2e-6F; // some times the rounding of a place in the scene
     const Float3 from = place + normal * clearance;
-    RTCIntersectContext context;
+    RTCIntersectContext context{};
     rtcInitIntersectContext(&context);
     RTCRay query{from.x,      from.y,      from.z,
                  0.0F,        direction.x, direction.y,
