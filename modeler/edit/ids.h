@@ -2,16 +2,19 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 #include "hostapi/types.h"
 
 namespace modeler {
 
-/// A point or polygon of a document.
+/// A point or polygon of a document, or none.
 struct Element {
-    std::uint32_t layer;
-    std::uint32_t index;
+    static constexpr std::uint32_t no_layer = 0xFFFFFFFFu;
+
+    std::uint32_t layer = no_layer;
+    std::uint32_t index = 0;
+
+    explicit operator bool() const noexcept { return layer != no_layer; }
 };
 
 static_assert(sizeof(std::uintptr_t) == 8, "an id holds a layer and an index of 32 bits each");
@@ -25,13 +28,19 @@ template <typename Id> [[nodiscard]] Id to_id(Element element) noexcept
 }
 
 /// The element that an id spells, whether it is there or not; none for null.
-template <typename Id> [[nodiscard]] std::optional<Element> from_id(Id id) noexcept
+template <typename Id> [[nodiscard]] Element from_id(Id id) noexcept
+{
+    // Null wraps around to the layer that stands for none.
+    const auto packed = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id)) - 1;
+    return {static_cast<std::uint32_t>(packed >> 32),
+            static_cast<std::uint32_t>(packed & 0xFFFFFFFFu)};
+}
+
+/// The index that an id spells in a layer; beyond every index for one of another layer, or null.
+template <typename Id> [[nodiscard]] std::uint64_t index_in(std::uint32_t layer, Id id) noexcept
 {
     const auto packed = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id));
-    if (packed == 0)
-        return std::nullopt;
-    return Element{static_cast<std::uint32_t>((packed - 1) >> 32),
-                   static_cast<std::uint32_t>((packed - 1) & 0xFFFFFFFFu)};
+    return packed - 1 - (std::uint64_t{layer} << 32); // wraps around below the layer
 }
 
 } // namespace modeler

@@ -1,17 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "modeler/edit/map_index.h"
 
-#include <algorithm>
-#include <cstring>
+#include <cstddef>
 
 #include "hostapi/mesh_edit.h"
 
 namespace modeler {
 
+namespace {
+
+/// Floats that a caller holds ready for a value of the type; 0 where the type does not say.
+std::size_t usual_dimension(mesh::FourCC type) noexcept
+{
+    switch (type) {
+    case LWVMAP_WGHT:
+    case LWVMAP_MNVW:
+        return 1;
+    case LWVMAP_TXUV:
+        return 2;
+    case LWVMAP_MORF:
+    case LWVMAP_SPOT:
+        return 3;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
 void NamedMap::add_place(std::uint32_t layer, std::uint32_t map)
 {
-    places.insert(std::lower_bound(places.begin(), places.end(), std::pair{layer, 0u}),
-                  {layer, map});
+    if (layer >= places.size())
+        places.resize(layer + std::size_t{1}, nowhere);
+    places[layer] = map;
 }
 
 MapIndex::MapIndex(const mesh::Document& document, const Scope& scope)
@@ -20,22 +41,11 @@ MapIndex::MapIndex(const mesh::Document& document, const Scope& scope)
         const auto& maps = document.layers[layer].maps;
         for (std::uint32_t i = 0; i < maps.size(); ++i) {
             NamedMap& named = look_up(maps[i].type(), maps[i].name());
-            if (!named.in_layer(layer)) // of several maps of one name the first is meant
+            if (named.in_layer(layer) ==
+                NamedMap::nowhere) // of several maps of one name the first is meant
                 named.add_place(layer, i);
         }
     }
-}
-
-NamedMap& MapIndex::find(mesh::FourCC type, const char* name)
-{
-    const auto address = reinterpret_cast<std::uintptr_t>(name);
-    Slot& slot = slots_[(address ^ (address >> 6) ^ type) % slots_.size()];
-    if (slot.text == name && slot.map->type == type &&
-        std::strcmp(slot.map->name.c_str(), name) == 0)
-        return *slot.map;
-    NamedMap& map = look_up(type, name);
-    slot = {name, &map};
-    return map;
 }
 
 NamedMap* MapIndex::numbered(std::uint64_t number) noexcept
@@ -48,7 +58,12 @@ NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
     const auto known = by_name_.find(Key{type, name});
     if (known != by_name_.end())
         return *known->second;
-    maps_.push_back({type, std::string(name), static_cast<std::uint32_t>(maps_.size()), false, {}});
+    maps_.push_back({type,
+                     std::string(name),
+                     static_cast<std::uint32_t>(maps_.size()),
+                     usual_dimension(type),
+                     false,
+                     {}});
     by_name_.emplace(Key{type, maps_.back().name}, &maps_.back());
     return maps_.back();
 }

@@ -5,6 +5,7 @@
 #include <exception>
 #include <limits>
 
+#include "mesh/floats.h"
 #include "mesh/normal.h"
 
 namespace modeler {
@@ -19,21 +20,13 @@ int clamped(std::size_t count) noexcept
 
 bool valid_mode(int mode) noexcept { return mode == OPCOUNT_ALL || mode == OPCOUNT_SELECTED; }
 
-/// Floats that a caller holds ready for a value of the type; none where the type does not say.
-std::optional<std::size_t> usual_dimension(LWID type) noexcept
+/// Copies a value into room for `count` floats; what the value does not fill becomes 0.
+void copy_padded(std::span<const float> value, float* room, std::size_t count) noexcept
 {
-    switch (type) {
-    case LWVMAP_WGHT:
-    case LWVMAP_MNVW:
-        return 1;
-    case LWVMAP_TXUV:
-        return 2;
-    case LWVMAP_MORF:
-    case LWVMAP_SPOT:
-        return 3;
-    default:
-        return std::nullopt;
-    }
+    const std::size_t filled = std::min(count, value.size());
+    mesh::copy_floats(value.data(), room, filled);
+    for (std::size_t i = filled; i < count; ++i)
+        room[i] = 0.0f;
 }
 
 std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
@@ -46,24 +39,25 @@ std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
 
 MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles)
     : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_),
-      target_(first_foreground(roles))
+      target_(first_foreground(roles)), target_layer_(&document.layers[target_]),
+      old_points_(target_layer_->points.size())
 {}
 
-std::optional<Element> MeshEdit::point(LWPntID id) const noexcept
+Element MeshEdit::point(LWPntID id) const noexcept
 {
-    const std::optional<Element> element = from_id(id);
-    if (!element || !scope_.sees(element->layer) ||
-        element->index >= document_.layers[element->layer].points.size())
-        return std::nullopt;
+    const Element element = from_id(id);
+    if (!scope_.sees(element.layer) ||
+        element.index >= document_.layers[element.layer].points.size())
+        return {};
     return element;
 }
 
-std::optional<Element> MeshEdit::polygon(LWPolID id) const noexcept
+Element MeshEdit::polygon(LWPolID id) const noexcept
 {
-    const std::optional<Element> element = from_id(id);
-    if (!element || !scope_.sees(element->layer) ||
-        element->index >= document_.layers[element->layer].polygons.size())
-        return std::nullopt;
+    const Element element = from_id(id);
+    if (!scope_.sees(element.layer) ||
+        element.index >= document_.layers[element.layer].polygons.size())
+        return {};
     return element;
 }
 
@@ -158,41 +152,41 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
     return EDERR_NONE;
 }
 
-std::optional<std::span<const float>> MeshEdit::selected_value(Element point) const noexcept
+/// The map in the point's layer that is selected, if the point has a value in it.
+inline const mesh::VertexMap* MeshEdit::selected_map(Element point) const noexcept
 {
     if (selected_ == nullptr)
-        return std::nullopt;
-    const std::optional<std::uint32_t> place = selected_->in_layer(point.layer);
-    if (!place)
-        return std::nullopt;
-    const mesh::VertexMap& map = document_.layers[point.layer].maps[*place];
-    if (!map.has(point.index))
-        return std::nullopt;
-    return map.find(point.index);
+        return nullptr;
+    const std::uint32_t place = selected_->in_layer(point.layer);
+    if (place == NamedMap::nowhere)
+        return nullptr;
+    const mesh::VertexMap& map = document_.layers[point.layer].maps[place];
+    return map.has(point.index) ? &map : nullptr;
 }
 
 const EDPointInfo* MeshEdit::point_info(LWPntID id)
 {
-    const std::optional<Element> element = point(id);
+    const Element element = point(id);
     if (!element)
         return nullptr;
-    const mesh::Vec3& position = document_.layers[element->layer].points[element->index];
+    const mesh::Vec3& position = document_.layers[element.layer].points[element.index];
     point_info_.pnt = id;
     point_info_.position[0] = position.x;
     point_info_.position[1] = position.y;
     point_info_.position[2] = position.z;
     point_info_.vmap_value = nullptr;
-    if (const auto value = selected_value(*element)) {
+    if (const mesh::VertexMap* const map = selected_map(element)) {
         // A copy, because writing to maps moves the values. Padded with 0 to what the type has, and
         // never empty: the address tells that there is a value.
-        const std::size_t usual = usual_dimension(selected_->type).value_or(1);
+        const std::size_t room = std::max({selected_->usual, map->dimension(), std::size_t{1}});
         try {
-            point_value_.assign(std::max(usual, value->size()), 0.0f);
+            if (point_value_.size() < room)
+                point_value_.resize(room);
         } catch (const std::bad_alloc&) {
             fail("pointInfo");
             return nullptr;
         }
-        std::copy(value->begin(), value->end(), point_value_.begin());
+        copy_padded(map->find(element.index), point_value_.data(), room);
         point_info_.vmap_value = point_value_.data();
     }
     return &point_info_;
@@ -200,11 +194,11 @@ const EDPointInfo* MeshEdit::point_info(LWPntID id)
 
 const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 {
-    const std::optional<Element> element = polygon(id);
+    const Element element = polygon(id);
     if (!element)
         return nullptr;
     try {
-        describe(*element, polygon_info_);
+        describe(element, polygon_info_);
     } catch (const std::bad_alloc&) {
         fail("polyInfo");
         return nullptr;
@@ -214,10 +208,10 @@ const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 
 bool MeshEdit::normal(LWPolID id, double* normal) const
 {
-    const std::optional<Element> element = polygon(id);
+    const Element element = polygon(id);
     if (!element || normal == nullptr)
         return false;
-    const mesh::Vec3 n = mesh::polygon_normal(document_.layers[element->layer], element->index);
+    const mesh::Vec3 n = mesh::polygon_normal(document_.layers[element.layer], element.index);
     normal[0] = n.x;
     normal[1] = n.y;
     normal[2] = n.z;
@@ -244,30 +238,29 @@ void* MeshEdit::select_map(void* handle, LWID type, const char* name)
 
 bool MeshEdit::map_value(LWPntID id, float* value) const
 {
-    const std::optional<Element> element = point(id);
+    const Element element = point(id);
     if (!element || value == nullptr)
         return false;
-    const auto stored = selected_value(*element);
-    if (!stored)
+    const mesh::VertexMap* const map = selected_map(element);
+    if (map == nullptr)
         return false;
-    const std::size_t room = usual_dimension(selected_->type).value_or(stored->size());
-    for (std::size_t i = 0; i < room; ++i)
-        value[i] = i < stored->size() ? (*stored)[i] : 0.0f;
+    copy_padded(map->find(element.index), value,
+                selected_->usual != 0 ? selected_->usual : map->dimension());
     return true;
 }
 
-int MeshEdit::set_map_value(LWPntID id, LWID type, const char* name, int dimension,
-                            const float* value)
+int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
+                                const float* value)
 {
     constexpr int most = std::numeric_limits<std::uint16_t>::max(); // what files can hold
-    const std::optional<Element> element = point(id);
+    const Element element = point(id);
     if (!element || name == nullptr || dimension < 0 || dimension > most ||
         (value == nullptr && dimension > 0))
         return EDERR_BADARGS;
     if (failed_in_ != nullptr)
         return EDERR_NOMEMORY;
     try {
-        return write_value(*element, type, name, {value, static_cast<std::size_t>(dimension)});
+        return write_value(element, type, name, {value, static_cast<std::size_t>(dimension)});
     } catch (const std::exception&) {
         fail("pntVMap");
         return EDERR_NOMEMORY;
@@ -278,20 +271,21 @@ int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<
 {
     NamedMap& named = maps_.find(type, name);
     std::vector<mesh::VertexMap>& maps = document_.layers[point.layer].maps;
-    std::optional<std::uint32_t> place = named.in_layer(point.layer);
-    if (place && maps[*place].dimension() != value.size())
+    std::uint32_t place = named.in_layer(point.layer);
+    if (place != NamedMap::nowhere && maps[place].dimension() != value.size())
         return EDERR_BADARGS;
-    if (!place) {
+    if (place == NamedMap::nowhere) {
         place = static_cast<std::uint32_t>(maps.size());
         maps.emplace_back(type, named.name, value.size());
-        named.add_place(point.layer, *place);
+        named.add_place(point.layer, place);
     }
     if (!named.written) {
-        written_.emplace_back(point.layer, *place);
+        written_.emplace_back(point.layer, place);
         named.written = true;
     }
-    mark_.keep(document_, point.layer, *place, point.index);
-    maps[*place].set(point.index, value);
+    if (point.index < mark_.points(point.layer))
+        mark_.keep(document_, point.layer, place, point.index);
+    maps[place].set(point.index, value);
     return EDERR_NONE;
 }
 
@@ -318,7 +312,7 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
 {
     if (count < 0 || (points == nullptr && count > 0) || failed_in_ != nullptr)
         return nullptr;
-    const std::optional<Element> like = polygon(pattern);
+    const Element like = polygon(pattern);
     if (pattern != nullptr && !like)
         return nullptr;
     mesh::Polygons& polygons = document_.layers[target_].polygons;
@@ -329,11 +323,12 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
     const mesh::Polygons::Mark before = polygons.mark();
     try {
         corners_.resize(static_cast<std::size_t>(count));
+        const std::size_t there = document_.layers[target_].points.size();
         for (std::size_t i = 0; i < corners_.size(); ++i) {
-            const std::optional<Element> corner = point(points[i]);
-            if (!corner || corner->layer != target_)
+            const std::uint64_t index = index_in(target_, points[i]);
+            if (index >= there)
                 return nullptr;
-            corners_[i] = corner->index;
+            corners_[i] = static_cast<std::uint32_t>(index);
         }
         append_polygon(type, like, surface);
     } catch (const std::exception&) { // memory, or the layer's room for corners and types
@@ -344,13 +339,13 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
     return to_id<LWPolID>({target_, static_cast<std::uint32_t>(polygons.size() - 1)});
 }
 
-void MeshEdit::append_polygon(LWID type, std::optional<Element> pattern, const char* surface)
+void MeshEdit::append_polygon(LWID type, Element pattern, const char* surface)
 {
     mesh::Polygons& polygons = document_.layers[target_].polygons;
     polygons.add(type, corners_);
     const std::size_t added = polygons.size() - 1;
     if (pattern)
-        polygons.copy_attributes(document_.layers[pattern->layer].polygons, pattern->index, added);
+        polygons.copy_attributes(document_.layers[pattern.layer].polygons, pattern.index, added);
     if (surface != nullptr)
         polygons.set_surface(added, document_.tags.intern(surface));
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <optional>
 #include <span>
 #include <utility>
@@ -44,7 +45,23 @@ public:
     [[nodiscard]] void* select_map(void* handle, LWID type, const char* name);
     [[nodiscard]] bool map_value(LWPntID id, float* value) const;
     [[nodiscard]] int set_map_value(LWPntID id, LWID type, const char* name, int dimension,
-                                    const float* value);
+                                    const float* value)
+    {
+        // A new point, in a map that was written to before: nothing is to be kept for undo. This is
+        // how the values of nearly all points come.
+        const std::uint64_t index = index_in(target_, id);
+        if (name != nullptr && is_new(index) && failed_in_ == nullptr) {
+            const NamedMap* const named = maps_.known(type, name);
+            if (named != nullptr && named->written) {
+                const std::uint32_t place = named->in_layer(target_);
+                if (place != NamedMap::nowhere && value != nullptr &&
+                    target_layer_->maps[place].dimension() == static_cast<std::size_t>(dimension))
+                    return write(target_layer_->maps[place], static_cast<std::uint32_t>(index),
+                                 value);
+            }
+        }
+        return set_any_map_value(id, type, name, dimension, value);
+    }
 
     [[nodiscard]] LWPntID add_point(const double* position);
     [[nodiscard]] LWPolID add_polygon(LWID type, LWPolID pattern, const char* surface, int count,
@@ -79,14 +96,30 @@ private:
         std::vector<LWPntID> points;
     };
 
-    [[nodiscard]] std::optional<Element> point(LWPntID id) const noexcept;
-    [[nodiscard]] std::optional<Element> polygon(LWPolID id) const noexcept;
-    [[nodiscard]] std::optional<std::span<const float>>
-    selected_value(Element point) const noexcept;
+    [[nodiscard]] Element point(LWPntID id) const noexcept;
+    [[nodiscard]] Element polygon(LWPolID id) const noexcept;
+    [[nodiscard]] const mesh::VertexMap* selected_map(Element point) const noexcept;
     void describe(Element polygon, PolygonRecord& record) const;
     [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
+    /// Whether this is the index of a point that was added by this edit.
+    [[nodiscard]] bool is_new(std::uint64_t index) const noexcept
+    {
+        return index >= old_points_ && index < target_layer_->points.size();
+    }
+    int write(mesh::VertexMap& map, std::uint32_t point, const float* value)
+    {
+        try {
+            map.set(point, {value, map.dimension()});
+            return EDERR_NONE;
+        } catch (const std::bad_alloc&) {
+            fail("pntVMap");
+            return EDERR_NOMEMORY;
+        }
+    }
+    int set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
+                          const float* value);
     int write_value(Element point, LWID type, const char* name, std::span<const float> value);
-    void append_polygon(LWID type, std::optional<Element> pattern, const char* surface);
+    void append_polygon(LWID type, Element pattern, const char* surface);
     void fail(const char* operation) noexcept;
 
     mesh::Document& document_;
@@ -94,6 +127,8 @@ private:
     UndoStep mark_;
     MapIndex maps_;
     std::uint32_t target_;
+    mesh::Layer* target_layer_; ///< the same layer; an edit neither adds nor moves layers
+    std::size_t old_points_;    ///< in that layer when the edit began
     bool open_ = true;
     const char* failed_in_ = nullptr;
 

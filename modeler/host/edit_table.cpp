@@ -7,13 +7,15 @@ namespace modeler {
 
 namespace {
 
+/// The edit that was begun last on this thread, as long as it is there.
+thread_local MeshEdit* last_edit = nullptr;
+
 /// The edit that `state` stands for, if it is the open one; null for anything else, so that a call
 /// after the end, or with another state, finds nothing to work on.
 MeshEdit* open_edit(void* state) noexcept
 {
-    Activation* const activation = Activation::current();
-    MeshEdit* const edit = activation != nullptr ? activation->open_edit() : nullptr;
-    return edit == state ? edit : nullptr;
+    MeshEdit* const edit = last_edit;
+    return edit != nullptr && edit == state && edit->open() ? edit : nullptr;
 }
 
 void done(void* state, int error, int) noexcept
@@ -115,6 +117,13 @@ EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& rol
     operations_.pntVMap = &set_map_value;
     operations_.addPoint = &add_point;
     operations_.addPoly = &add_polygon;
+    last_edit = &edit_;
+}
+
+EditTable::~EditTable()
+{
+    if (last_edit == &edit_)
+        last_edit = nullptr;
 }
 
 } // namespace modeler

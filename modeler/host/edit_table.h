@@ -15,7 +15,7 @@ public:
     EditTable(mesh::Document& document, const std::vector<LayerRole>& roles);
     EditTable(const EditTable&) = delete;
     EditTable& operator=(const EditTable&) = delete;
-    ~EditTable() = default;
+    ~EditTable();
 
     [[nodiscard]] MeshEdit& edit() noexcept { return edit_; }
     [[nodiscard]] MeshEditOp* operations() noexcept { return &operations_; }

@@ -29,8 +29,8 @@ public:
     /// Adds `b` to this vector; gives a copy.
     XYZ6_typ operator+=(XYZ6_typ b);
 
-    XYZ6_typ operator-(XYZ6_typ b) const;
-    XYZ6_typ operator*(double s) const;
+    XYZ6_typ operator-(XYZ6_typ b) const { return {x() - b.x(), y() - b.y(), z() - b.z()}; }
+    XYZ6_typ operator*(double s) const { return {x() * s, y() * s, z() * s}; }
     /// Cross product, this x b.
     XYZ6_typ operator*(XYZ6_typ b) const;
     /// 1 when any component differs from `d`, else 0.
@@ -51,7 +51,7 @@ public:
 
     double len() const;
     /// This vector plus `d`.
-    XYZ6_typ move(XYZ6_typ d) const;
+    XYZ6_typ move(XYZ6_typ d) const { return {x() + d.x(), y() + d.y(), z() + d.z()}; }
     double calc_distance(XYZ6_typ b) const;
 
     /// Turns by `a` about one axis: clockwise when seen against the axis in the left-handed system.

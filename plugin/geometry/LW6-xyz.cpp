@@ -39,10 +39,6 @@ XYZ6_typ XYZ6_typ::operator+=(XYZ6_typ b)
     return *this;
 }
 
-XYZ6_typ XYZ6_typ::operator-(XYZ6_typ b) const { return {x() - b.x(), y() - b.y(), z() - b.z()}; }
-
-XYZ6_typ XYZ6_typ::operator*(double s) const { return {x() * s, y() * s, z() * s}; }
-
 XYZ6_typ XYZ6_typ::operator*(XYZ6_typ b) const
 {
     return {y() * b.z() - z() * b.y(), b.x() * z() - x() * b.z(), x() * b.y() - y() * b.x()};
@@ -68,8 +64,6 @@ float* XYZ6_typ::conv2float() const
 }
 
 double XYZ6_typ::len() const { return std::sqrt((x() * x() + y() * y()) + z() * z()); }
-
-XYZ6_typ XYZ6_typ::move(XYZ6_typ d) const { return {x() + d.x(), y() + d.y(), z() + d.z()}; }
 
 double XYZ6_typ::calc_distance(XYZ6_typ b) const
 {
