@@ -93,7 +93,8 @@ private:
         candidate.poly = draw.poly;
         candidate.pos = draw.pos;
         if (limits->size_poly_area == 1)
-            candidate.area = calc_poly_area(candidate.poly, poly_data);
+            candidate.area = plain_lists ? calc_poly_area(candidate.poly, poly_data)
+                                         : polygons[candidate.poly].area;
         if (limits->density_wg != 0 && maps != nullptr)
             candidate.weight =
                 maps->calc_weight(poly_data[candidate.poly].polID, candidate.pos, density_name);

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "plugin/geometry/LW6-face.h"
+#include "plugin/geometry/area.h"
 
 namespace dastrel {
 
@@ -43,12 +44,12 @@ bool heading_of(XYZ6_typ n, double& heading)
 
 } // namespace
 
-laid_polygon::laid_polygon(const face6_typ& polygon, std::pmr::memory_resource& memory)
-    : face(polygon, memory), pitch(pitch_of(polygon.normal)),
+laid_polygon::laid_polygon(face6_typ& polygon, std::pmr::memory_resource& memory)
+    : face(polygon, memory), area(calc_poly_area(0, &polygon)), pitch(pitch_of(polygon.normal)),
       any_heading(!heading_of(polygon.normal, heading))
 {}
 
-laid_polygons::laid_polygons(const face6_typ* polygons, int count)
+laid_polygons::laid_polygons(face6_typ* polygons, int count)
     : ground(polygons), table(static_cast<std::size_t>(count))
 {}
 

@@ -13,9 +13,10 @@ class face6_typ;
 
 /// What every candidate on a polygon needs of it and does not change from one to the next.
 struct laid_polygon {
-    laid_polygon(const face6_typ& polygon, std::pmr::memory_resource& memory);
+    laid_polygon(face6_typ& polygon, std::pmr::memory_resource& memory);
 
     flat_face face;
+    double area;
     double pitch;            ///< of the normal
     double heading = 0.0;    ///< of the normal, where it has one
     bool any_heading = true; ///< the normal has no heading of its own: each clone draws one
@@ -24,7 +25,7 @@ struct laid_polygon {
 /// The polygons of the ground, each laid flat when it is met for the first time.
 class laid_polygons {
 public:
-    laid_polygons(const face6_typ* polygons, int count);
+    laid_polygons(face6_typ* polygons, int count);
 
     const laid_polygon& operator[](int i)
     {
@@ -49,7 +50,7 @@ public:
 private:
     const laid_polygon* lay(int i);
 
-    const face6_typ* ground;
+    face6_typ* ground;
     std::pmr::monotonic_buffer_resource memory;
     std::vector<const laid_polygon*> table;
 };
