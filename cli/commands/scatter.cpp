@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 
 #include "cli/clock.h"
+#include "cli/commands/scatter_forecast.h"
 #include "cli/commands/scatter_report.h"
 #include "cli/console/console_front_end.h"
 #include "cli/files.h"
@@ -154,6 +155,17 @@ std::int64_t clones_made(const std::vector<settings::UsedSetting>& settings)
     return 0;
 }
 
+/// How many clones the request asks for.
+std::int64_t clones_asked(const ScatterRequest& request)
+{
+    const settings::Setting& count = *settings::find_setting("clone_num");
+    settings::Value value = settings::parse_value(count, count.default_text);
+    for (const settings::GivenSetting& given : request.settings)
+        if (given.setting == &count)
+            value = given.value;
+    return std::get<std::int32_t>(value);
+}
+
 /// Judges the whole request, as far as it can be without reading the inputs.
 modeler::Module judge(const ScatterRequest& request)
 {
@@ -188,6 +200,7 @@ ExitStatus ScatterVerb::run(Console& console)
     Stopwatch stopwatch;
     Scene scene = read_scene(request, report.inputs, console);
     select_surfaces(request.select_surfaces, scene);
+    judge_result_size(scene.document, scene.roles, clones_asked(request), request.output);
     report.seconds.read = stopwatch.lap();
 
     modeler::Modeler session(std::move(scene.document), std::move(scene.roles));

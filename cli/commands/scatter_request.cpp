@@ -25,6 +25,9 @@ ground (or the scene) with the clones in it.
 --seed decides the positions. The clock decides sizes, rotations and jitter, and
 which places a density map thins out, so with a density map the positions depend
 on it too. The summary names the clock; --clock repeats the run to the last bit.
+
+An object file holds 4 GiB. A run whose clones alone would take more is refused
+before its work. Past 16,777,216 points a layer goes on in further ones.
 )";
 
 constexpr const char* examples =

@@ -232,6 +232,21 @@ def test_4_memory_runs_out(dastrel, sanitized):
     assert dastrel.files() == before
 
 
+def test_5_clones_that_no_file_can_hold_are_refused_before_the_work(dastrel):
+    (dastrel.folder / "out.lwo").write_bytes(b"as it was")
+    before = dastrel.files()
+    done = dastrel("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo",
+                   "--clone-num", "2147483647")
+    assert done.status == 5, done
+    assert done.out == ""
+    assert done.err.startswith("dastrel: scatter: out.lwo: 2147483647 clones of 33 points and "
+                               "27 polygons would take at least ")
+    assert done.err.endswith(" bytes, more than the 4294967295 that LWO2 can hold; make fewer "
+                             "clones, or spread them over several files\n")
+    assert (dastrel.folder / "out.lwo").read_bytes() == b"as it was"
+    assert dastrel.files() == before
+
+
 def test_5_a_folder_that_is_not_there(dastrel):
     done = dastrel("scatter", "terrain.lwo", "tree.lwo", "-o", "no/out.lwo")
     assert done.status == 5
@@ -296,7 +311,7 @@ def wait_until(condition, running):
 def test_130_interrupted_while_scattering(dastrel, number, status):
     before = dastrel.files()
     running = dastrel.start("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--clone-num",
-                            "2000000000", "--iterations", "0")
+                            "1500000", "--iterations", "0")
     maps = pathlib.Path(f"/proc/{running.pid}/maps")
     wait_until(lambda: "dastrel.p" in maps.read_text(), running)
     running.send_signal(number)

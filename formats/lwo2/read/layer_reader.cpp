@@ -173,6 +173,7 @@ void LayerReader::sound_polygons(Cursor& body, mesh::FourCC type)
     const auto bytes = body.at_hand(longest);
     const std::byte* const end = bytes.data() + bytes.size();
     const std::byte* taken = bytes.data();
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): a chunk may hold a single triangle
     std::array<std::uint32_t, curve_point_limit> corners;
     while (end - taken >= 2) {
         const std::uint16_t word = read_u2(taken);

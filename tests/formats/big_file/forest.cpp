@@ -41,7 +41,8 @@ std::array<float, 2> texture_at(std::uint32_t point) { return {mixed(point, 4), 
 float weight_at(std::uint32_t point) { return mixed(point, 6); }
 float number_at(std::uint32_t point, std::uint32_t trees)
 {
-    return static_cast<float>(point / tree_points) / static_cast<float>(trees);
+    const std::uint32_t tree = point / tree_points;
+    return static_cast<float>(tree) / static_cast<float>(trees);
 }
 
 bool same_bits(double a, double b)

@@ -76,11 +76,15 @@ void report(const char* what, const std::filesystem::path& path, const Cost& cos
             std::int64_t beyond)
 {
     constexpr double mega = 1e6;
+    constexpr double most_beyond = 200 * mega;
     const auto size = static_cast<double>(std::filesystem::file_size(path));
     fmt::print("{} {:.0f} MB: {:.3f} s wall, {:.3f} s processor, {:.0f} MB/s ({:.0f} MB/s wall), "
-               "{:.1f} MB beyond the document\n",
+               "{:.0f} MB of memory at the peak, {:.1f} MB beyond the document\n",
                what, size / mega, cost.wall_s, cost.processor_s, size / mega / cost.processor_s,
-               size / mega / cost.wall_s, static_cast<double>(beyond) / mega);
+               size / mega / cost.wall_s, static_cast<double>(memory_peak()) / mega,
+               static_cast<double>(beyond) / mega);
+    if (static_cast<double>(beyond) >= most_beyond)
+        throw std::runtime_error(fmt::format("{} takes too much memory", what));
 }
 
 void write(std::uint32_t trees, const std::filesystem::path& path)

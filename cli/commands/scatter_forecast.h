@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "mesh/document.h"
+#include "modeler/roles.h"
+
+namespace cli {
+
+/// Refuses a run, before its work, when it is certain that no file could hold the result: the
+/// clones alone take more than LWO2 allows. The command makes all the clones that it is asked for,
+/// and copies all points that polygons of the model have, with their map values.
+/// @throws Failure (output)
+void judge_result_size(const mesh::Document& document, std::span<const modeler::LayerRole> roles,
+                       std::int64_t clones, const std::string& output);
+
+} // namespace cli
