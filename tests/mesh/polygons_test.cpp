@@ -193,6 +193,13 @@ RC_GTEST_PROP(PolygonsLaw, AnyPolygonsComeBackAsTheyWereAdded,
         RC_ASSERT(std::vector(points.begin(), points.end()) == faces[i]);
         RC_ASSERT(polygons.type(i) == (i % 3 == 0 ? polygon_curv : polygon_face));
     }
+    const auto begin = *rc::gen::inRange<std::size_t>(0, faces.size() + 1);
+    const auto end = *rc::gen::inRange<std::size_t>(begin, faces.size() + 1);
+    std::vector<std::uint32_t> expected;
+    for (std::size_t i = begin; i < end; ++i)
+        expected.insert(expected.end(), faces[i].begin(), faces[i].end());
+    const auto found = polygons.corners(begin, end);
+    RC_ASSERT(std::vector(found.begin(), found.end()) == expected);
 }
 
 } // namespace

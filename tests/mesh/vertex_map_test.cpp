@@ -52,6 +52,39 @@ void check_equal(const VertexMap& map, const Model& model)
     RC_ASSERT(order.size() == model.size());
 }
 
+/// Compares what a map says of the points of a range.
+void check_range(const VertexMap& map, const Model& model, std::uint32_t begin, std::uint32_t end)
+{
+    Model expected;
+    if (begin < end)
+        expected.insert(model.lower_bound(begin), model.lower_bound(end));
+    Model visited;
+    map.for_each_in(begin, end, [&](std::uint32_t point, std::span<const float> value) {
+        visited[point] = {value.begin(), value.end()};
+    });
+    RC_ASSERT(visited == expected);
+    RC_ASSERT(map.count_in(begin, end) == expected.size());
+}
+
+/// Appends some points behind all that have a value.
+void append_some(VertexMap& map, Model& model, int seed)
+{
+    std::uint32_t next = model.empty() ? 0 : model.rbegin()->first + 1;
+    std::vector<std::uint32_t> points;
+    std::vector<float> values;
+    for (const auto gap :
+         *rc::gen::container<std::vector<std::uint8_t>>(rc::gen::inRange<std::uint8_t>(0, 100))) {
+        next += gap;
+        if (next >= most_points)
+            break;
+        const auto value = value_of(map.dimension(), seed++);
+        points.push_back(next);
+        values.insert(values.end(), value.begin(), value.end());
+        model[next++] = value;
+    }
+    map.append(points, values);
+}
+
 RC_GTEST_PROP(VertexMapLaw, BehavesAsAnOrderedMap, ())
 {
     const auto dimension = *rc::gen::inRange<std::size_t>(0, 4);
@@ -64,7 +97,7 @@ RC_GTEST_PROP(VertexMapLaw, BehavesAsAnOrderedMap, ())
     };
     const auto count = *rc::gen::inRange(0, 120);
     for (int i = 0; i < count; ++i) {
-        const Step step{*rc::gen::inRange(0, 8), *rc::gen::inRange<std::uint32_t>(0, most_points),
+        const Step step{*rc::gen::inRange(0, 9), *rc::gen::inRange<std::uint32_t>(0, most_points),
                         *rc::gen::inRange(-50, 50)};
         if (step.kind < 5) { // mostly values come
             map.set(step.point, value_of(dimension, step.seed));
@@ -72,12 +105,17 @@ RC_GTEST_PROP(VertexMapLaw, BehavesAsAnOrderedMap, ())
         } else if (step.kind < 7) {
             map.erase(step.point);
             model.erase(step.point);
-        } else {
+        } else if (step.kind == 7) {
             map.truncate(step.point);
             model.erase(model.lower_bound(step.point), model.end());
+        } else {
+            append_some(map, model, step.seed);
         }
     }
     check_equal(map, model);
+    const auto any_point = rc::gen::inRange<std::uint32_t>(0, most_points + 70);
+    for (int i = 0; i < 20; ++i)
+        check_range(map, model, *any_point, *any_point);
 }
 
 RC_GTEST_PROP(VertexMapLaw, TheOrderOfSettingDoesNotMatter,
