@@ -32,10 +32,13 @@ ControlSlot::ControlSlot(modeler::FormPanel& panel, const modeler::Control& cont
     const bool fills = control.kind != modeler::ControlKind::button &&
                        control.kind != modeler::ControlKind::boolean;
     row->addWidget(widget, fills ? 1 : 0);
-    if (!unit.isEmpty())
-        row->addWidget(new QLabel(unit, this));
-    if (!fills)
+    if (fills) { // all fields are equally wide, with a unit or without
+        auto* const sign = new QLabel(unit, this);
+        sign->setMinimumWidth(fontMetrics().horizontalAdvance('%'));
+        row->addWidget(sign);
+    } else {
         row->addStretch(1);
+    }
 }
 
 ControlSlot::~ControlSlot() = default;

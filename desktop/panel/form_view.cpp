@@ -79,6 +79,7 @@ void FormView::add_control(QFormLayout& rows, const modeler::Control& control)
     } else {
         auto* const label = new QLabel(to_qt(std::string_view(control.label)), rows.parentWidget());
         label->setBuddy(slot->editor().widget());
+        label->setMinimumHeight(slot->sizeHint().height()); // in line with the text of its field
         rows.addRow(label, slot);
     }
     if (!control.divider_after)

@@ -98,7 +98,8 @@ bool Preview::begin()
 void Preview::take()
 {
     too_long_.stop();
-    done_.release()->deleteLater(); // it is telling this right now
+    done_->setEnabled(false); // it is telling this right now, and its file is about to be closed
+    done_.release()->deleteLater();
     std::shared_ptr<PreviewMesh> mesh;
     try {
         mesh = std::make_shared<PreviewMesh>(run_.take());

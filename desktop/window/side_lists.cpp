@@ -117,9 +117,8 @@ void SideLists::show_layers(const Workspace& workspace)
     const std::vector<mesh::Layer>& layers = workspace.session().document().layers;
     for (std::size_t i = 0; i < layers.size(); ++i) {
         const QString file = to_qt(workspace.file_of(i).stem());
-        const QString name = layers[i].name.empty()
-                                 ? file
-                                 : to_qt(std::string_view(layers[i].name)) + " (" + file + ")";
+        const QString own = to_qt(std::string_view(layers[i].name));
+        const QString name = own.isEmpty() || own == file ? file : own + " (" + file + ")";
         QTreeWidgetItem* const item =
             add_row(*layers_, layers[i].name, name,
                     {{}, number(layers[i].points.size()), number(layers[i].polygons.size())});

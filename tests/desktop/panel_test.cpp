@@ -360,6 +360,7 @@ private Q_SLOTS:
                 QWidget* const slot =
                     dialog.form().slot_of(control(panel, member.toStdString()).id);
                 QCOMPARE(slot->focusPolicy(), Qt::StrongFocus);
+                editor(dialog, panel, "About")->setFocus(); // away from where the click went
                 slot->setFocus(Qt::TabFocusReason);
                 QCOMPARE(dialog.told(), message);
                 QCOMPARE(slot->accessibleDescription(), message);

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
@@ -65,15 +66,43 @@ private:
         return wait_until([this] { return !window_->tracer().reading(); });
     }
 
-    /// Switched on by hand it stays on, however slow the machine is.
-    [[nodiscard]] bool preview_comes()
+    /// The time when a preview is shown.
+    [[nodiscard]] std::function<bool()> preview_is_there()
     {
-        return wait_until([this] { return shown_ != nullptr; });
+        return [this] { return shown_ != nullptr; };
     }
+
+    /// The time when so many milliseconds have gone by since it was first asked for.
+    [[nodiscard]] static std::function<bool()> after(qint64 milliseconds)
+    {
+        return [milliseconds, clock = QElapsedTimer()]() mutable {
+            if (!clock.isValid())
+                clock.start();
+            return clock.elapsed() >= milliseconds;
+        };
+    }
+
+    static void press_ok(PanelDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }
+    static void press_cancel(PanelDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }
 
     QTemporaryDir folder_;
     std::unique_ptr<MainWindow> window_;
     std::shared_ptr<const PreviewMesh> shown_;
+
+    /// The bytes that `dastrel scatter` writes for the same files.
+    [[nodiscard]] std::string scattered_by_the_program(const QStringList& options)
+    {
+        const QString file = folder_.filePath("there.lwo");
+        const QStringList arguments{"scatter",
+                                    "-q",
+                                    QString::fromStdString(example("terrain.lwo").string()),
+                                    QString::fromStdString(example("tree.lwo").string()),
+                                    "-o",
+                                    file};
+        if (QProcess::execute(DASTREL_PROGRAM, arguments + options) != 0)
+            return "the program failed";
+        return support::bytes_of(file.toStdString());
+    }
 
 private Q_SLOTS:
     void init()
@@ -98,17 +127,18 @@ private Q_SLOTS:
     {
         for (const QString clones : {"20", "35", "10"}) {
             const auto before = desktop::count_layers(document());
-            support::run_command(*window_, [&](PanelDialog& dialog) {
-                QVERIFY(preview_comes()); // of the values that the panel opened with
-                shown_ = nullptr;
+            const auto fill_in = [&](PanelDialog& dialog) {
                 support::type(field(dialog, "Number of Clones"), clones);
                 support::type(field(dialog, "Auto morph maps"), "3");
                 support::type(field(dialog, "Jitter Cloned points"), "0.1");
-                QVERIFY(preview_comes());
-                const auto now = desktop::count_layers(document());
-                QCOMPARE(now, before); // nothing happened to the document
-                QTest::keyClick(&dialog, Qt::Key_Return);
-            });
+                shown_ = nullptr; // it was of the values that the panel opened with
+            };
+            const auto confirm = [&](PanelDialog& dialog) {
+                QCOMPARE(desktop::count_layers(document()), before); // nothing happened to it
+                press_ok(dialog);
+            };
+            support::run_command(*window_,
+                                 {{preview_is_there(), fill_in}, {preview_is_there(), confirm}});
             QVERIFY(shown_ != nullptr);
             QCOMPARE(shown_->points, static_cast<std::size_t>(clones.toInt()) * before[1].points);
             for (std::size_t i = 0; i < before.size(); ++i)
@@ -122,116 +152,118 @@ private Q_SLOTS:
     void previews_that_are_cancelled_change_nothing()
     {
         const mesh::Document before = support::copy_of(document());
-        support::run_command(*window_, [&](PanelDialog& dialog) {
-            QVERIFY(preview_comes());
-            for (const QString clones : {"40", "41", "42", "43"}) { // each ends the one before it
-                support::type(field(dialog, "Number of Clones"), clones);
-                QTest::qWait(100);
-            }
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
+        std::vector<support::Step> steps{{preview_is_there(), [](PanelDialog&) {}}};
+        for (const QString clones : {"40", "41", "42", "43"}) // each ends the one before it
+            steps.push_back({after(100), [clones](PanelDialog& dialog) {
+                                 support::type(field(dialog, "Number of Clones"), clones);
+                             }});
+        steps.push_back({after(90), press_cancel});
+        support::run_command(*window_, steps);
         QCOMPARE(support::first_difference(document(), before), std::string());
         // Nor has the module's own state moved on: its next run is still its first.
         const std::filesystem::path here = folder_.filePath("here.lwo").toStdString();
         QVERIFY(at_rest());
-        support::run_command(*window_,
-                             [](PanelDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+        support::run_command(*window_, press_ok);
         QVERIFY(window_->save_to(here, true));
-        const QString there = folder_.filePath("there.lwo");
-        QCOMPARE(QProcess::execute(
-                     DASTREL_PROGRAM,
-                     {"scatter", "-q", QString::fromStdString(example("terrain.lwo").string()),
-                      QString::fromStdString(example("tree.lwo").string()), "-o", there}),
-                 0);
-        QVERIFY(support::bytes_of(here) == support::bytes_of(there.toStdString()));
+        QVERIFY(support::bytes_of(here) == scattered_by_the_program({}));
     }
 
     void the_exported_preset_gives_the_same_file_on_the_command_line()
     {
         const QString preset = folder_.filePath("tuned.json");
-        support::run_command(*window_, [&](PanelDialog& dialog) {
+        const auto fill_in = [&](PanelDialog& dialog) {
             support::type(field(dialog, "Number of Clones"), "25");
             support::type(field(dialog, "Distribution"), "66.6");
             support::type(field(dialog, "H Max"), "123.4");
             support::type(field(dialog, "Jitter Cloned points"), "0.03");
             QTest::keyClick(field(dialog, "Density WeightMap"), Qt::Key_Down);
-            QVERIFY(preview_comes());
+            shown_ = nullptr;
+        };
+        const auto confirm = [&](PanelDialog& dialog) {
             dialog.findChild<desktop::PresetBar*>()->export_file(preset.toStdString());
-            QTest::keyClick(&dialog, Qt::Key_Return);
-        });
+            press_ok(dialog);
+        };
+        support::run_command(*window_, {{{}, fill_in}, {preview_is_there(), confirm}});
         const std::filesystem::path here = folder_.filePath("here.lwo").toStdString();
         QVERIFY(window_->save_to(here, true));
-        const QString there = folder_.filePath("there.lwo");
-        QCOMPARE(QProcess::execute(DASTREL_PROGRAM,
-                                   {"scatter", "-q",
-                                    QString::fromStdString(example("terrain.lwo").string()),
-                                    QString::fromStdString(example("tree.lwo").string()), "-o",
-                                    there, "--settings", preset, "--clock",
-                                    QString::fromStdString(window_->workspace().clock())}),
-                 0);
         QVERIFY(support::bytes_of(here).size() > 1000);
-        QVERIFY(support::bytes_of(here) == support::bytes_of(there.toStdString()));
+        QVERIFY(support::bytes_of(here) ==
+                scattered_by_the_program({"--settings", preset, "--clock",
+                                          QString::fromStdString(window_->workspace().clock())}));
     }
 
     void follows_the_switch()
     {
-        support::run_command(*window_, [&](PanelDialog& dialog) {
-            auto* const box = dialog.findChild<QCheckBox*>("preview");
-            QVERIFY(box->isChecked());
-            QVERIFY(preview_comes());
-            box->click();
+        const auto box = [](PanelDialog& dialog) {
+            return dialog.findChild<QCheckBox*>("preview");
+        };
+        const auto switch_off = [&](PanelDialog& dialog) {
+            QVERIFY(box(dialog)->isChecked());
+            box(dialog)->click();
             QVERIFY(shown_ == nullptr);
             QVERIFY(!window_->preview().run().running());
             support::type(field(dialog, "Number of Clones"), "3");
-            QTest::qWait(300);
+        };
+        const auto switch_on = [&](PanelDialog& dialog) {
             QVERIFY(shown_ == nullptr);
-            box->click();
-            QVERIFY(preview_comes());
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
+            box(dialog)->click();
+        };
+        support::run_command(*window_, {{preview_is_there(), switch_off},
+                                        {after(300), switch_on},
+                                        {preview_is_there(), press_cancel}});
     }
 
     void switches_itself_off_for_a_slow_scene()
     {
+        window_.reset();
         MainWindow window;
         window.load_module();
         QVERIFY(window.open({example("terrain.lwo"), example("tree.lwo")}));
         QVERIFY(wait_until([&] { return !window.tracer().reading(); }));
-        support::run_command(window, [&](PanelDialog& dialog) {
-            auto* const box = dialog.findChild<QCheckBox*>("preview");
+        const QCheckBox* box = nullptr;
+        const auto slow_down = [&](PanelDialog& dialog) {
+            box = dialog.findChild<QCheckBox*>("preview");
             support::type(field(dialog, "Number of Clones"), "2000000");
-            QVERIFY(wait_until([&] { return !box->isChecked(); }));
+        };
+        const auto look = [&](PanelDialog& dialog) {
             QVERIFY(dialog.findChild<QLabel*>("preview status")->text().contains("a second"));
             QVERIFY(!window.preview().run().running());
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
+            press_cancel(dialog);
+        };
+        support::run_command(window, {{{}, slow_down}, {[&] { return !box->isChecked(); }, look}});
     }
 
     void tells_what_the_command_would_say()
     {
-        support::run_command(*window_, [&](PanelDialog& dialog) {
+        const QLabel* status = nullptr;
+        const auto fill_in = [&](PanelDialog& dialog) {
+            status = dialog.findChild<QLabel*>("preview status");
             QTest::keyClick(field(dialog, "Slope Angle Limits"), Qt::Key_Space);
             support::type(field(dialog, "Max Slope Angle"), "0");
-            const auto* const status = dialog.findChild<QLabel*>("preview status");
-            QVERIFY(wait_until([&] { return status->text().contains("Change slope angle"); }));
+        };
+        const auto look = [&](PanelDialog& dialog) {
             QVERIFY(shown_ != nullptr);
             QCOMPARE(shown_->points, std::size_t{0});
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
+            press_cancel(dialog);
+        };
+        support::run_command(
+            *window_,
+            {{{}, fill_in}, {[&] { return status->text().contains("Change slope angle"); }, look}});
     }
 
     void waits_while_a_value_is_missing()
     {
-        support::run_command(*window_, [&](PanelDialog& dialog) {
-            QVERIFY(preview_comes());
+        const auto spoil = [&](PanelDialog& dialog) {
             support::type(field(dialog, "Iterations"), "many");
             QVERIFY(shown_ == nullptr);
-            QTest::qWait(300);
+        };
+        const auto mend = [&](PanelDialog& dialog) {
             QVERIFY(shown_ == nullptr);
             support::type(field(dialog, "Iterations"), "3");
-            QVERIFY(preview_comes());
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
+        };
+        support::run_command(
+            *window_,
+            {{preview_is_there(), spoil}, {after(300), mend}, {preview_is_there(), press_cancel}});
     }
 
     void keeps_loads_and_deletes_presets()
@@ -261,7 +293,7 @@ private Q_SLOTS:
             presets->remove("meadow");
             presets->load("meadow");
             QVERIFY2(dialog.told().contains("meadow"), qPrintable(dialog.told()));
-            QTest::keyClick(&dialog, Qt::Key_Escape);
+            press_cancel(dialog);
         });
     }
 };

@@ -84,21 +84,34 @@ void make_pictures(const QString& folder)
     window.open({support::example("terrain.lwo"), support::example("tree.lwo")});
     wait_for_picture(window);
     save(window.grab(), folder + "/window-scene.png");
-    support::run_command(window, [&](PanelDialog& dialog) {
-        QTest::qWait(200);
-        save(dialog.grab(), folder + "/panel-basic.png");
-        dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
-        QTest::mouseClick(dialog.findChild<QWidget*>("Dependence Power"), Qt::LeftButton);
-        save(dialog.grab(), folder + "/panel-advanced.png");
-        dialog.tell({});
-        dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
-        fill_in(dialog);
-        QTest::qWait(500);
-        wait_for([&] { return !window.preview().run().running() && !window.preview().due(); });
-        wait_for_picture(window);
-        save(with_panel(window, dialog), folder + "/window-preview.png");
-        QTest::keyClick(&dialog, Qt::Key_Return);
-    });
+    int previews = 0;
+    QObject::connect(&window.preview(), &desktop::Preview::shown, &window,
+                     [&](const std::shared_ptr<const desktop::PreviewMesh>& mesh) {
+                         previews += mesh != nullptr && mesh->points > 5000 ? 2 : 0;
+                     });
+    const auto ghost_is_drawn = [&] {
+        return !window.preview().run().running() && !window.preview().due() &&
+               window.tracer().look().ghost != nullptr && picture_is_good(window);
+    };
+    support::run_command(window,
+                         {{ghost_is_drawn,
+                           [&](PanelDialog& dialog) {
+                               save(dialog.grab(), folder + "/panel-basic.png");
+                               dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
+                               QApplication::processEvents();
+                               QTest::mouseClick(dialog.findChild<QWidget*>("Dependence Power"),
+                                                 Qt::LeftButton);
+                               save(dialog.grab(), folder + "/panel-advanced.png");
+                               dialog.tell({});
+                               dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
+                               fill_in(dialog);
+                           }},
+                          {[&] { return previews > 1 && ghost_is_drawn(); },
+                           [&](PanelDialog& dialog) {
+                               QTest::qWait(100);
+                               save(with_panel(window, dialog), folder + "/window-preview.png");
+                               QTest::keyClick(&dialog, Qt::Key_Return);
+                           }}});
     wait_for_picture(window);
     save(window.grab(), folder + "/window-forest.png");
     QTreeWidget& maps = window.lists().maps();

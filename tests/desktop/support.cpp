@@ -95,21 +95,43 @@ void type(QWidget* field, const QString& text)
         QTest::keyClicks(field, text);
 }
 
-void run_command(desktop::MainWindow& window,
-                 const std::function<void(desktop::PanelDialog&)>& work)
+void run_command(desktop::MainWindow& window, std::vector<Step> steps)
 {
+    constexpr qint64 most_ms = 120000;
+    std::size_t next = 0;
+    QElapsedTimer waited;
+    waited.start();
     bool opened = false;
+    bool busy = false; // a step lets events happen
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        if (window.front_end().dialog() == nullptr || opened)
+        desktop::PanelDialog* const dialog = window.front_end().dialog();
+        if (dialog == nullptr || !dialog->isVisible() || busy)
             return;
-        opened = true;
-        work(*window.front_end().dialog());
+        busy = opened = true;
+        if (next < steps.size() && (!steps[next].when || steps[next].when())) {
+            steps[next].then(*dialog);
+            ++next;
+            waited.restart();
+        } else if (next == steps.size() || waited.elapsed() > most_ms) {
+            QTest::qFail(next == steps.size() ? "the panel was left open"
+                                              : "a step's time did not come",
+                         __FILE__, __LINE__);
+            next = steps.size();
+            dialog->reject();
+        }
+        busy = false;
     });
     watch.start(std::chrono::milliseconds(1));
     window.commands().at(0)->trigger();
     if (!wait_until([&] { return opened && window.front_end().dialog() == nullptr; }))
         throw std::runtime_error("no panel was opened");
+}
+
+void run_command(desktop::MainWindow& window,
+                 const std::function<void(desktop::PanelDialog&)>& step)
+{
+    run_command(window, std::vector<Step>{{{}, step}});
 }
 
 bool wait_until(const std::function<bool()>& done) { return QTest::qWaitFor(done, 30000); }

@@ -61,9 +61,19 @@ public:
 /// Types into a field in place of what stands there.
 void type(QWidget* field, const QString& text);
 
-/// Runs the window's first command; `work` is done while its panel is open, and has to close it.
+/// Something to do in an open panel as soon as a condition holds. It must not wait itself: the
+/// window begins previews only when everything that was done to the panel has come to its end.
+struct Step {
+    std::function<bool()> when; ///< none: at once
+    std::function<void(desktop::PanelDialog&)> then;
+};
+
+/// Runs the window's first command; the steps are done while its panel is open, and have to close
+/// it. A step whose time does not come within two minutes, and a panel that is left open, fail
+/// the test.
+void run_command(desktop::MainWindow& window, std::vector<Step> steps);
 void run_command(desktop::MainWindow& window,
-                 const std::function<void(desktop::PanelDialog&)>& work);
+                 const std::function<void(desktop::PanelDialog&)>& step);
 
 /// Lets events happen until `done` holds. Returns false when it takes longer than half a minute.
 [[nodiscard]] bool wait_until(const std::function<bool()>& done);
