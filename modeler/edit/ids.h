@@ -24,6 +24,7 @@ static_assert(sizeof(std::uintptr_t) == 8, "an id holds a layer and an index of 
 template <typename Id> [[nodiscard]] Id to_id(Element element) noexcept
 {
     const std::uint64_t packed = (std::uint64_t{element.layer} << 32) | element.index;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): an id is a number to us, never an address
     return reinterpret_cast<Id>(static_cast<std::uintptr_t>(packed + 1));
 }
 

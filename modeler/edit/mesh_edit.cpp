@@ -233,6 +233,7 @@ void* MeshEdit::select_map(void* handle, LWID type, const char* name)
     if (found == nullptr || found->places.empty())
         return nullptr;
     selected_ = found;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
     return reinterpret_cast<void*>(static_cast<std::uintptr_t>(found->number) + 1);
 }
 
@@ -324,7 +325,7 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
     try {
         corners_.resize(static_cast<std::size_t>(count));
         const std::size_t there = document_.layers[target_].points.size();
-        for (std::size_t i = 0; i < corners_.size(); ++i) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
             const std::uint64_t index = index_in(target_, points[i]);
             if (index >= there)
                 return nullptr;

@@ -73,6 +73,7 @@ LWMonitor* Monitors::add(std::unique_ptr<Progress> progress)
 {
     Monitor& monitor = monitors_.emplace_back();
     monitor.progress = std::move(progress);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
     monitor.table.data = reinterpret_cast<void*>(static_cast<std::uintptr_t>(monitors_.size()));
     monitor.table.init = &start;
     monitor.table.step = &step;

@@ -28,9 +28,9 @@ Control* find_control(Panel& panel, LWXPanelControlID id) noexcept
 [[noreturn]] void fail_press(const std::string& label, std::string_view problem)
 {
     Activation& activation = *Activation::current();
-    const ModuleError error(activation.module_file(), fmt::format("button '{}'", label), problem);
-    activation.hold(std::make_exception_ptr(error));
-    throw error;
+    const std::string step = fmt::format("button '{}'", label);
+    activation.hold(std::make_exception_ptr(ModuleError(activation.module_file(), step, problem)));
+    throw ModuleError(activation.module_file(), step, problem);
 }
 
 /// Calls a module's button function. It is pressed from inside a front end, through which the
@@ -173,6 +173,7 @@ void destroy(LWXPanelID handle) noexcept
 LWXPanelID Panels::add(Form form)
 {
     panels_.emplace_back().form = std::move(form);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
     return reinterpret_cast<LWXPanelID>(static_cast<std::uintptr_t>(panels_.size()));
 }
 

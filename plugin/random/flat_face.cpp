@@ -72,6 +72,7 @@ XYZ6_typ flat_face::draw(random& sampler) const
 
 XYZ6_typ random::z_polygonu(face6_typ* poly)
 {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): nobody reads what nobody wrote
     std::array<std::byte, 1024> room;
     std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
     return flat_face(*poly, memory).draw(*this);

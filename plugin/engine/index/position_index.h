@@ -69,8 +69,8 @@ private:
     /// The lines of the few cells within a distance of a point, its own first.
     struct near_typ {
         XYZ6_typ pos;
-        double d;
-        std::array<std::uint32_t, 27> line;
+        double d = 0.0;
+        std::array<std::uint32_t, 27> line{};
         std::size_t count = 0;
 
         bool answers(const XYZ6_typ& p, double distance) const
