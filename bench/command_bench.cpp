@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The whole command, from the call of the module to the finished edit.
-#include <algorithm>
 #include <cstddef>
 #include <string>
 
@@ -25,21 +24,14 @@ void command(benchmark::State& state, const Task& task)
     const std::string settings =
         "{\"clone_num\": " + std::to_string(state.range(0)) + task.settings + "}";
     std::size_t points = 0;
-    std::size_t peak = 0;
     for (auto _ : state) {
-        bench::reset_peak_memory();
-        const std::size_t before = bench::current_memory();
         const double start = bench::wall_seconds();
         points = command.run(settings).points_added;
         state.SetIterationTime(bench::wall_seconds() - start);
-        peak = std::max(peak, bench::peak_memory() - before);
         command.undo();
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(points));
     state.counters["points"] = static_cast<double>(points);
-    // With what an earlier run has left in the process's hands this tells too little; the first
-    // one counts.
-    state.counters["bytes_per_point"] = static_cast<double>(peak) / static_cast<double>(points);
 }
 
 constexpr Task on(const char* ground, const char* model, const char* settings = "")

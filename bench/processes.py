@@ -24,6 +24,8 @@ ROWS = [
     ("hills", "tree", 48781, 3),
 ]
 
+POINTS = {"cube": 8, "tree": 205}
+
 
 def run(command):
     """Wall seconds and peak bytes of one process."""
@@ -48,6 +50,7 @@ def main():
             rows.append({"ground": ground, "model": model, "clones": clones,
                          "seconds": statistics.median(t for t, _ in times),
                          "peak": max(p for _, p in times),
+                         "points": clones * POINTS[model],
                          "file": os.path.getsize(target)})
             print(f"{ground} {model} {clones}: {rows[-1]['seconds']:.3f} s", file=sys.stderr)
     with open(out, "w", encoding="utf-8") as file:

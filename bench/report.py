@@ -55,7 +55,7 @@ def tables(found):
         for size, row in sorted(rows.items()):
             slow = plain.get(size)
             extra = []
-            if "bytes_per_point" in row:
+            if "points" in row:
                 extra.append(f"{row['points']:,.0f} points")
             if "bytes_per_second" in row:
                 extra.append(f"{row['bytes_per_second'] / 1e6:.0f} MB/s")
@@ -107,6 +107,12 @@ def plot(found, target):
     figure.savefig(target)
 
 
+def per_point(row, first):
+    if row["points"] < 100000:
+        return ""
+    return f"{(row['peak'] - first['peak']) / row['points']:.0f} bytes"
+
+
 def processor():
     with open("/proc/cpuinfo", encoding="utf-8") as file:
         for line in file:
@@ -146,10 +152,13 @@ def main():
         "",
         "## The whole program, file to file",
         "",
-        "| ground | model | clones | time | file | peak memory |",
-        "|---|---|---|---|---|---|",
+        "The memory for each added point is that beyond the first row's.",
+        "",
+        "| ground | model | clones | time | file | peak memory | for each added point |",
+        "|---|---|---|---|---|---|---|",
         *(f"| {r['ground']} | {r['model']} | {r['clones']:,} | {readable(r['seconds'])} | "
-          f"{r['file'] / 1e6:,.1f} MB | {r['peak'] / 2**20:,.0f} MiB |" for r in processes),
+          f"{r['file'] / 1e6:,.1f} MB | {r['peak'] / 2**20:,.0f} MiB | "
+          f"{per_point(r, processes[0])} |" for r in processes),
     ]
     if len(sys.argv) > 4:
         lines += [

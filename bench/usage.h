@@ -12,8 +12,7 @@ namespace bench {
 /// Forgets the peak of this process's memory: from now on it is counted anew.
 void reset_peak_memory();
 
-/// The most memory in bytes that this process has held, and what it holds.
+/// The most memory in bytes that this process has held.
 [[nodiscard]] std::size_t peak_memory();
-[[nodiscard]] std::size_t current_memory();
 
 } // namespace bench
