@@ -124,6 +124,15 @@ void Tracer::set_options(const DrawingOptions& options)
     });
 }
 
+void Tracer::fit(const picture::Camera& camera, double aspect)
+{
+    // It looks at every point there is, which takes its time.
+    post([this, camera, aspect] {
+        if (const auto scene = shown().scene)
+            emit fitted(scene->framed(camera, aspect));
+    });
+}
+
 bool Tracer::reading() const
 {
     const std::lock_guard lock(mutex_);

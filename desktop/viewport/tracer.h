@@ -67,6 +67,8 @@ public:
     void show_ghost(std::shared_ptr<const PreviewMesh> mesh);
     void show_selection(std::shared_ptr<const picture::PolygonMarks> marks);
     void set_options(const DrawingOptions& options);
+    /// Finds out how the camera sees everything, and tells it by `fitted`.
+    void fit(const picture::Camera& camera, double aspect);
 
     [[nodiscard]] bool reading() const;
     /// Runs something on the drawing thread, in line with the reading; it counts as such.
@@ -86,6 +88,7 @@ public:
 
 signals:
     void image_ready(const QImage& image);
+    void fitted(const picture::Camera& camera);
     /// A scene was made anew.
     void scene_ready();
     /// No reading is left to be done.

@@ -36,6 +36,7 @@ Viewport::Viewport(Tracer& tracer, QWidget* parent) : QWidget(parent), tracer_(t
         image_ = image;
         update();
     });
+    connect(&tracer, &Tracer::fitted, this, &Viewport::set_camera);
 }
 
 void Viewport::send()
@@ -56,6 +57,7 @@ void Viewport::set_camera(const picture::Camera& camera)
 void Viewport::look_from(picture::StandardView view)
 {
     options_.camera.look_from(view);
+    send();
     fit();
 }
 
@@ -85,10 +87,7 @@ void Viewport::set_axes(bool on)
 
 void Viewport::fit()
 {
-    if (const auto scene = tracer_.shown().scene)
-        options_.camera =
-            scene->framed(options_.camera, static_cast<double>(width()) / std::max(1, height()));
-    send();
+    tracer_.fit(options_.camera, static_cast<double>(width()) / std::max(1, height()));
 }
 
 void Viewport::orbit(double right_deg, double up_deg)

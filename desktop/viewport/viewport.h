@@ -30,7 +30,7 @@ public:
     void set_grid(bool on);
     void set_axes(bool on);
 
-    /// Moves the camera so that everything is seen.
+    /// Moves the camera so that everything is seen, as soon as it is known how.
     void fit();
     /// Turns by degrees around the up axis and up.
     void orbit(double right_deg, double up_deg);

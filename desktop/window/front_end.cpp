@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window/front_end.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QCoreApplication>
@@ -83,6 +84,10 @@ void WindowFrontEnd::open_panel(modeler::FormPanel& panel)
     QObject::connect(&strip->presets(), &PresetBar::told, dialog_.get(), &PanelDialog::tell);
     preview_.open();
     host_.panel(true);
+    // At the right edge, where it leaves most of the view to be seen.
+    dialog_->adjustSize();
+    const QPoint corner(parent_.width() - dialog_->width() - 24, 60);
+    dialog_->move(parent_.mapToGlobal(QPoint(std::max(corner.x(), 0), corner.y())));
     dialog_->show();
 }
 
@@ -120,6 +125,7 @@ bool WindowFrontEnd::run_panel(modeler::FormPanel& panel)
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                         QEventLoop::WaitForMoreEvents);
     host_.resume();
+    since_ok_.start();
     return confirmed;
 }
 

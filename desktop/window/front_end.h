@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include <QPointer>
+#include <QElapsedTimer>
 #include <QWidget>
 
 #include "desktop/panel/panel_dialog.h"
@@ -40,6 +40,12 @@ public:
     begin_progress(std::string_view title, std::string_view caption) override;
     [[nodiscard]] bool run_panel(modeler::FormPanel& panel) override;
 
+    /// Seconds since the last panel was left with OK.
+    [[nodiscard]] double seconds_at_work() const
+    {
+        return static_cast<double>(since_ok_.elapsed()) / 1000.0;
+    }
+
     /// Names the boxes of the command that runs next.
     void set_command(const QString& name) { command_ = name; }
 
@@ -64,6 +70,7 @@ private:
     Host host_;
     QString command_;
     std::unique_ptr<PanelDialog> dialog_;
+    QElapsedTimer since_ok_;
     bool in_child_ = false;
     std::vector<modeler::Message> child_errors_;
 };

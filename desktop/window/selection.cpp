@@ -78,20 +78,19 @@ std::size_t selected_count(const modeler::Modeler& session)
 std::shared_ptr<const picture::PolygonMarks>
 selection_marks(const modeler::Modeler& session, std::span<const std::size_t> document_layers)
 {
+    if (selected_count(session) == 0)
+        return nullptr;
     picture::PolygonMarks marks(document_layers.size());
-    bool any = false;
     for (std::size_t i = 0; i < document_layers.size(); ++i) {
         const std::size_t layer = document_layers[i];
         if (layer >= session.roles().size() || !is_foreground(session, layer))
             continue;
         const mesh::Polygons& polygons = session.document().layers[layer].polygons;
         marks[i].resize(polygons.size());
-        for (std::size_t polygon = 0; polygon < polygons.size(); ++polygon) {
+        for (std::size_t polygon = 0; polygon < polygons.size(); ++polygon)
             marks[i][polygon] = polygons.selected(polygon) ? 1 : 0;
-            any = any || polygons.selected(polygon);
-        }
     }
-    return any ? std::make_shared<const picture::PolygonMarks>(std::move(marks)) : nullptr;
+    return std::make_shared<const picture::PolygonMarks>(std::move(marks));
 }
 
 } // namespace desktop

@@ -4,7 +4,6 @@
 
 #include <fmt/format.h>
 
-#include <QElapsedTimer>
 #include <QLocale>
 #include <QStatusBar>
 
@@ -29,8 +28,6 @@ void MainWindow::run_now(const std::string& server)
     front_end_.set_command(last_command_);
     const std::vector<LayerCount> before = count_layers(workspace_.session().document());
     running_ = true;
-    QElapsedTimer clock;
-    clock.start();
     modeler::RunResult result;
     std::string problem;
     try {
@@ -62,7 +59,7 @@ void MainWindow::run_now(const std::string& server)
         tr("%1: %2 points and %3 polygons added in %4 s (clock %5, run %6 of this session)")
             .arg(last_command_, numbers.toString(static_cast<qulonglong>(result.points_added)),
                  numbers.toString(static_cast<qulonglong>(result.polygons_added)),
-                 numbers.toString(static_cast<double>(clock.elapsed()) / 1000.0, 'f', 1),
+                 numbers.toString(front_end_.seconds_at_work(), 'f', 1),
                  to_qt(std::string_view(workspace_.clock())))
             .arg(workspace_.runs()));
 }

@@ -30,11 +30,14 @@ void wait_for(const std::function<bool()>& done)
         throw std::runtime_error("the window does not come to rest");
 }
 
-/// Waits until a picture of what is asked for now has become good.
+bool picture_is_good(MainWindow& window)
+{
+    return !window.tracer().reading() && window.tracer().passes() >= good_passes;
+}
+
 void wait_for_picture(MainWindow& window)
 {
-    QTest::qWait(300);
-    wait_for([&] { return !window.tracer().reading() && window.tracer().passes() >= good_passes; });
+    wait_for([&] { return picture_is_good(window); });
     QTest::qWait(100);
 }
 
@@ -54,7 +57,7 @@ QWidget* field(PanelDialog& dialog, const QString& label)
 
 void fill_in(PanelDialog& dialog)
 {
-    support::type(field(dialog, "Number of Clones"), "300");
+    support::type(field(dialog, "Number of Clones"), "150");
     support::type(field(dialog, "Random rotation H Min"), "-180");
     support::type(field(dialog, "H Max"), "180");
     QTest::keyClick(field(dialog, "H Align with normals"), Qt::Key_Space);
@@ -66,7 +69,7 @@ QPixmap with_panel(MainWindow& window, PanelDialog& dialog)
 {
     QPixmap picture = window.grab();
     const QPixmap panel = dialog.grab();
-    const QPoint at(picture.width() - panel.width() - 24, 60);
+    const QPoint at = window.mapFromGlobal(dialog.pos());
     QPainter painter(&picture);
     painter.drawPixmap(at, panel);
     painter.setPen(window.palette().color(QPalette::Shadow));
@@ -84,42 +87,41 @@ void make_pictures(const QString& folder)
     window.open({support::example("terrain.lwo"), support::example("tree.lwo")});
     wait_for_picture(window);
     save(window.grab(), folder + "/window-scene.png");
-    int previews = 0;
-    QObject::connect(&window.preview(), &desktop::Preview::shown, &window,
-                     [&](const std::shared_ptr<const desktop::PreviewMesh>& mesh) {
-                         previews += mesh != nullptr && mesh->points > 5000 ? 2 : 0;
-                     });
-    const auto ghost_is_drawn = [&] {
-        return !window.preview().run().running() && !window.preview().due() &&
-               window.tracer().look().ghost != nullptr && picture_is_good(window);
-    };
-    support::run_command(window,
-                         {{ghost_is_drawn,
-                           [&](PanelDialog& dialog) {
-                               save(dialog.grab(), folder + "/panel-basic.png");
-                               dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
-                               QApplication::processEvents();
-                               QTest::mouseClick(dialog.findChild<QWidget*>("Dependence Power"),
-                                                 Qt::LeftButton);
-                               save(dialog.grab(), folder + "/panel-advanced.png");
-                               dialog.tell({});
-                               dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
-                               fill_in(dialog);
-                           }},
-                          {[&] { return previews > 1 && ghost_is_drawn(); },
-                           [&](PanelDialog& dialog) {
-                               QTest::qWait(100);
-                               save(with_panel(window, dialog), folder + "/window-preview.png");
-                               QTest::keyClick(&dialog, Qt::Key_Return);
-                           }}});
-    wait_for_picture(window);
-    save(window.grab(), folder + "/window-forest.png");
     QTreeWidget& maps = window.lists().maps();
-    for (int i = 0; i < maps.topLevelItemCount(); ++i)
-        if (maps.topLevelItem(i)->text(0) == "Density")
-            maps.setCurrentItem(maps.topLevelItem(i));
+    maps.setCurrentItem(maps.findItems("Density", Qt::MatchExactly).at(0));
     wait_for_picture(window);
     save(window.grab(), folder + "/window-map.png");
+    maps.setCurrentItem(maps.topLevelItem(0));
+    std::size_t previewed = 0;
+    QObject::connect(&window.preview(), &desktop::Preview::shown, &window,
+                     [&](const std::shared_ptr<const desktop::PreviewMesh>& mesh) {
+                         previewed = mesh != nullptr ? mesh->points : 0;
+                     });
+    const auto ghost_is_drawn = [&] {
+        return window.tracer().look().ghost != nullptr && picture_is_good(window);
+    };
+    const auto show_tabs = [&](PanelDialog& dialog) {
+        save(dialog.grab(), folder + "/panel-basic.png");
+        dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
+        QApplication::processEvents();
+        QTest::mouseClick(dialog.findChild<QWidget*>("Dependence Power"), Qt::LeftButton);
+        save(dialog.grab(), folder + "/panel-advanced.png");
+        dialog.tell({});
+        dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
+        fill_in(dialog);
+        window.viewport().pan(0.45, 0.0); // beside the panel
+        previewed = 0;
+    };
+    const auto confirm = [&](PanelDialog& dialog) {
+        QTest::qWait(100);
+        save(with_panel(window, dialog), folder + "/window-preview.png");
+        window.viewport().pan(-0.45, 0.0);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    };
+    support::run_command(window, {{ghost_is_drawn, show_tabs},
+                                  {[&] { return previewed > 0 && ghost_is_drawn(); }, confirm}});
+    wait_for_picture(window);
+    save(window.grab(), folder + "/window-forest.png");
 }
 
 } // namespace

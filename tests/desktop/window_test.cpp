@@ -62,6 +62,13 @@ private:
             [this] { return !window_->tracer().reading() && window_->tracer().passes() > 0; }));
     }
 
+    /// Waits until the camera is where the last action sent it.
+    void wait_for_camera()
+    {
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QTest::qWait(20);
+    }
+
     /// Where the middle of a polygon of the first layer is in the viewport.
     [[nodiscard]] QPoint place_of(std::size_t polygon)
     {
@@ -276,6 +283,7 @@ private Q_SLOTS:
     {
         open_forest();
         window_->action(ActionId::view_top)->trigger();
+        wait_for_camera();
         auto* const view = &window_->viewport();
         QTest::mouseClick(view, Qt::LeftButton, {}, place_of(40));
         QCOMPARE(selected(), std::vector<std::size_t>{40});
@@ -341,6 +349,7 @@ private Q_SLOTS:
     {
         open_forest();
         window_->action(ActionId::view_top)->trigger();
+        wait_for_camera();
         window_->select_at(place_of(40), {});
         const std::size_t before = document(*window_).layers[0].points.size();
         support::run_command(*window_, press_ok);
@@ -406,6 +415,7 @@ private Q_SLOTS:
     void looks_around()
     {
         open_forest();
+        wait_for_camera();
         auto& view = window_->viewport();
         const picture::Camera first = view.camera();
         QTest::keyClick(&view, Qt::Key_Left);
@@ -437,6 +447,7 @@ private Q_SLOTS:
               ActionId::view_top, ActionId::view_bottom, ActionId::view_perspective}) {
             const picture::Camera last = view.camera();
             window_->action(id)->trigger();
+            wait_for_camera();
             QVERIFY(!(view.camera() == last));
         }
     }
