@@ -36,7 +36,8 @@ std::string difference(const mesh::Layer& layer, const desktop::LayerCount& befo
 {
     if (layer.points.size() - before.points != added.points.size())
         return "number of points";
-    if (std::memcmp(layer.points.data() + before.points, added.points.data(),
+    if (!added.points.empty() &&
+        std::memcmp(layer.points.data() + before.points, added.points.data(),
                     added.points.size() * sizeof(mesh::Vec3)) != 0)
         return "points";
     if (layer.polygons.size() - before.polygons != added.polygons.size())
