@@ -143,8 +143,9 @@ TEST(IncludeRules, AreAppliedToFilesThatWereRead)
 TEST(IncludeRules, KeepQtInTheWindowsRoom)
 {
     for (const Include& include : includes_of("tests")) {
-        if (!begins_with(include.file, "tests/desktop/"))
+        if (!begins_with(include.file, "tests/desktop/")) {
             EXPECT_FALSE(is_qt(include.target)) << include.file;
+        }
     }
 }
 
