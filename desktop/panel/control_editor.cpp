@@ -40,7 +40,7 @@ QString offer(FormPanel& panel, ControlId id, modeler::ControlValue value)
 
 class SwitchEditor : public ControlEditor {
 public:
-    SwitchEditor(FormPanel& panel, const Control& control, Edited edited, QWidget* parent)
+    SwitchEditor(FormPanel& panel, const Control& control, const Edited& edited, QWidget* parent)
         : panel_(panel), id_(control.id), box_(new QCheckBox(parent))
     {
         QObject::connect(box_, &QCheckBox::toggled, box_,
@@ -63,7 +63,7 @@ private:
 
 class PopupEditor : public ControlEditor {
 public:
-    PopupEditor(FormPanel& panel, const Control& control, Edited edited, QWidget* parent)
+    PopupEditor(FormPanel& panel, const Control& control, const Edited& edited, QWidget* parent)
         : panel_(panel), id_(control.id), list_(new QComboBox(parent))
     {
         for (const std::string& choice : control.choices)
@@ -91,7 +91,7 @@ private:
 
 class ButtonEditor : public ControlEditor {
 public:
-    ButtonEditor(FormPanel& panel, const Control& control, Edited edited, QWidget* parent)
+    ButtonEditor(FormPanel& panel, const Control& control, const Edited& edited, QWidget* parent)
         : button_(new QPushButton(to_qt(std::string_view(control.label)), parent))
     {
         button_->setAutoDefault(false); // Enter is the panel's OK, on every control
@@ -122,13 +122,13 @@ std::unique_ptr<ControlEditor> make_editor(FormPanel& panel, const Control& cont
     std::unique_ptr<ControlEditor> editor;
     switch (control.kind) {
     case ControlKind::boolean:
-        editor = std::make_unique<SwitchEditor>(panel, control, std::move(edited), parent);
+        editor = std::make_unique<SwitchEditor>(panel, control, edited, parent);
         break;
     case ControlKind::popup:
-        editor = std::make_unique<PopupEditor>(panel, control, std::move(edited), parent);
+        editor = std::make_unique<PopupEditor>(panel, control, edited, parent);
         break;
     case ControlKind::button:
-        editor = std::make_unique<ButtonEditor>(panel, control, std::move(edited), parent);
+        editor = std::make_unique<ButtonEditor>(panel, control, edited, parent);
         break;
     default:
         editor = std::make_unique<NumberEditor>(panel, control, std::move(edited), parent);

@@ -263,7 +263,7 @@ void Tracer::publish(const Drawing& drawing)
     picture::Image image = picture_->image();
     if (drawing.look.map != nullptr)
         picture::draw_legend(image, *drawing.look.map, drawing.options.scale);
-    QImage shown = QImage(image.rgba.data(), image.width, image.height, image.width * 4,
+    QImage shown = QImage(image.rgba.data(), image.width, image.height, qsizetype{image.width} * 4,
                           QImage::Format_RGBA8888)
                        .copy();
     shown.setDevicePixelRatio(drawing.options.scale);

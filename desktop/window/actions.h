@@ -50,11 +50,11 @@ inline constexpr auto action_count = static_cast<std::size_t>(ActionId::count);
 enum class ActionNeeds { always, nothing, layers, foreground, undo, redo };
 
 struct ActionSpec {
-    ActionId id;
-    const char* menu;     ///< title of its menu; a title that is new begins one
-    const char* text;     ///< as it stands there
-    const char* shortcut; ///< in Qt's portable form
-    const char* tip;
+    ActionId id = ActionId::count;
+    const char* menu = nullptr;     ///< title of its menu; a title that is new begins one
+    const char* text = nullptr;     ///< as it stands there
+    const char* shortcut = nullptr; ///< in Qt's portable form
+    const char* tip = nullptr;
     ActionNeeds needs = ActionNeeds::nothing;
     bool checkable = false;
     bool checked = false;

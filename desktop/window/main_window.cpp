@@ -50,6 +50,7 @@ MainWindow::MainWindow()
     connect(&preview_, &Preview::shown, this, [this](std::shared_ptr<const PreviewMesh> mesh) {
         tracer_.show_ghost(std::move(mesh));
     });
+    connect(this, &MainWindow::picked, this, &MainWindow::take_picked, Qt::QueuedConnection);
     connect(viewport_, &Viewport::clicked, this, &MainWindow::select_at);
     connect(viewport_, &Viewport::dragged, this, &MainWindow::select_in);
     resize(1200, 760);

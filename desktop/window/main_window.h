@@ -24,6 +24,13 @@ class QLabel;
 
 namespace desktop {
 
+/// Polygons of a shown scene that were pointed at.
+struct Picked {
+    std::vector<picture::PolygonId> polygons;
+    std::vector<std::size_t> document_layers; ///< of the shown scene
+    SelectMode mode = SelectMode::replace;
+};
+
 /// The window: a scene of object files, looked at and worked on.
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -69,6 +76,10 @@ public:
     /// The actions of the module's commands, in the module's order.
     [[nodiscard]] const std::vector<QAction*>& commands() const noexcept { return commands_; }
 
+signals:
+    /// From the drawing thread: what a rectangle was drawn around is known.
+    void picked(const desktop::Picked& picked);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -109,8 +120,7 @@ private:
     void run_now(const std::string& server);
     void step_back(bool undo);
     void select(const std::function<void(modeler::Modeler&)>& change);
-    void take_picked(const std::vector<picture::PolygonId>& picked,
-                     const std::vector<std::size_t>& document_layers, SelectMode mode);
+    void take_picked(const Picked& picked);
     void choose_role(modeler::LayerRole role);
 
     Workspace workspace_;

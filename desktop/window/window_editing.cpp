@@ -91,13 +91,13 @@ void MainWindow::select_at(const QPointF& at, Qt::KeyboardModifiers modifiers)
     if (shown.scene == nullptr)
         return;
     const QPointF place = viewport_->to_picture(at);
-    std::vector<picture::PolygonId> picked;
-    if (const auto hit = picture::pick(*shown.scene, viewport_->view(), place.x(), place.y()))
-        picked.push_back(hit->polygon);
     const SelectMode mode = (modifiers & Qt::ShiftModifier) != 0     ? SelectMode::add
                             : (modifiers & Qt::ControlModifier) != 0 ? SelectMode::toggle
                                                                      : SelectMode::replace;
-    take_picked(picked, shown.document_layers, mode);
+    Picked found{{}, shown.document_layers, mode};
+    if (const auto hit = picture::pick(*shown.scene, viewport_->view(), place.x(), place.y()))
+        found.polygons.push_back(hit->polygon);
+    take_picked(found);
 }
 
 void MainWindow::select_in(const QRect& over, Qt::KeyboardModifiers modifiers)
@@ -114,28 +114,22 @@ void MainWindow::select_in(const QRect& over, Qt::KeyboardModifiers modifiers)
                                                                      : SelectMode::replace;
     // A line of sight for each pixel takes its time.
     tracer_.post([this, shown, view = viewport_->view(), part, mode] {
-        auto picked = picture::visible_polygons(*shown.scene, view, part);
-        QMetaObject::invokeMethod(
-            this,
-            [this, picked = std::move(picked), layers = shown.document_layers, mode] {
-                take_picked(picked, layers, mode);
-            },
-            Qt::QueuedConnection);
+        emit picked(
+            {picture::visible_polygons(*shown.scene, view, part), shown.document_layers, mode});
     });
 }
 
-void MainWindow::take_picked(const std::vector<picture::PolygonId>& picked,
-                             const std::vector<std::size_t>& document_layers, SelectMode mode)
+void MainWindow::take_picked(const Picked& picked)
 {
     std::vector<PolygonRef> polygons;
     const std::vector<mesh::Layer>& layers = workspace_.session().document().layers;
-    for (const picture::PolygonId& one : picked) {
+    for (const picture::PolygonId& one : picked.polygons) {
         // The document may have changed since the picture was made that was pointed at.
-        const std::size_t layer = document_layers[one.layer];
+        const std::size_t layer = picked.document_layers[one.layer];
         if (layer < layers.size() && one.polygon < layers[layer].polygons.size())
             polygons.push_back({layer, one.polygon});
     }
-    select([&](modeler::Modeler& session) { select_polygons(session, polygons, mode); });
+    select([&](modeler::Modeler& session) { select_polygons(session, polygons, picked.mode); });
 }
 
 void MainWindow::choose_role(modeler::LayerRole role)

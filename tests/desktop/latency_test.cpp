@@ -15,7 +15,7 @@
 
 namespace {
 
-#if defined(NDEBUG)
+#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
 constexpr std::size_t wanted_points = 10'000'000;
 #else
 constexpr std::size_t wanted_points = 200'000;
