@@ -19,6 +19,7 @@ struct LayerCount {
     friend bool operator==(const LayerCount&, const LayerCount&) = default;
 };
 
+/// One count for each layer of the document, in its order.
 [[nodiscard]] std::vector<LayerCount> count_layers(const mesh::Document& document);
 
 /// What a run that was tried out came to.

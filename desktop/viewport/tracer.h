@@ -70,6 +70,7 @@ public:
     /// Finds out how the camera sees everything, and tells it by `fitted`.
     void fit(const picture::Camera& camera, double aspect);
 
+    /// Whether a scene is being made, or posted work is waiting or running.
     [[nodiscard]] bool reading() const;
     /// Runs something on the drawing thread, in line with the reading; it counts as such.
     void post(std::function<void()> work);
@@ -87,7 +88,9 @@ public:
     [[nodiscard]] unsigned passes() const;
 
 signals:
+    /// A better picture of what is asked for, in the picture's own pixels.
     void image_ready(const QImage& image);
+    /// What `fit` found: the camera, moved so that it sees everything.
     void fitted(const picture::Camera& camera);
     /// A scene was made anew.
     void scene_ready();

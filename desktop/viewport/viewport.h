@@ -51,6 +51,7 @@ public:
     void set_selecting(bool on);
 
 signals:
+    /// In the widget's coordinates.
     void clicked(QPointF at, Qt::KeyboardModifiers modifiers);
     /// In the widget's coordinates.
     void dragged(QRect over, Qt::KeyboardModifiers modifiers);

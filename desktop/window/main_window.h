@@ -61,6 +61,7 @@ public:
     void select_at(const QPointF& at, Qt::KeyboardModifiers modifiers);
     void select_in(const QRect& over, Qt::KeyboardModifiers modifiers);
 
+    /// Makes a layer, by its position in the document, foreground, background or hidden.
     void set_role(std::size_t layer, modeler::LayerRole role);
 
     [[nodiscard]] Workspace& workspace() noexcept { return workspace_; }

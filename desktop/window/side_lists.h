@@ -35,7 +35,9 @@ public:
     [[nodiscard]] QTreeWidget& maps() noexcept { return *maps_; }
 
 signals:
+    /// `layer`: its position in the document.
     void role_chosen(std::size_t layer, modeler::LayerRole role);
+    /// `chosen_map` tells which.
     void map_chosen();
     /// A surface was chosen with Enter or a double click.
     void surface_activated();

@@ -50,6 +50,7 @@ struct Camera {
     /// The same for the corners of a box.
     void frame(const mesh::Bounds& bounds, double aspect) noexcept;
 
+    /// The directions in which the camera looks and in which its picture lies.
     [[nodiscard]] Basis basis() const noexcept;
 
     /// How far the viewer stands from the target, metres.

@@ -111,8 +111,8 @@ private:
             draw.pos = point_on(poly);
             draw.end = draws.mti;
             // Not into the generator's next block: from there is no way back.
-            const bool last = drawn == most_ahead || draws.mti + most_draws > generator_block;
-            if (draws.mti < generator_block) {
+            const bool last = drawn == most_ahead || draws.mti + most_draws > random::block;
+            if (draws.mti < random::block) {
                 poly = draw_polygon();
                 polygons.prefetch(poly);
             }
@@ -135,7 +135,6 @@ private:
     }
 
     static constexpr int most_draws = 3; ///< of one candidate: polygon, column, height
-    static constexpr int generator_block = 624;
 
     weight_map* maps;
     params_typ* limits;

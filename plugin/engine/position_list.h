@@ -19,6 +19,7 @@ public:
     /// To announce what `check_pos` will ask.
     position_index& answers() { return store.answers(); }
 
+    /// Makes the positions found so far the list `pos_list`; the last call.
     void finish();
 
 private:

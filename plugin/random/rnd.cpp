@@ -5,7 +5,7 @@ namespace dastrel {
 
 namespace {
 
-constexpr int N = 624;
+constexpr int N = CRandom::block;
 constexpr int M = 397;
 constexpr std::uint64_t upper_mask = 0x80000000;
 constexpr std::uint64_t lower_mask = 0x7fffffff;

@@ -22,7 +22,7 @@ public:
     /// The next output. A generator never seeded gives the sequence of 4357.
     double get()
     {
-        if (mti >= 624)
+        if (mti >= block)
             regenerate();
         std::uint64_t y = mt[mti];
         mti = mti + 1;
@@ -33,6 +33,9 @@ public:
         // the double nearest to 1 / (2^32 - 1): both ends of [0, 1] can be reached
         return static_cast<double>(y) * 2.3283064370807974e-10;
     }
+
+    /// Outputs between two regenerations: as far as `mti` can be set back.
+    static constexpr std::int32_t block = 624;
 
     std::uint64_t* mt; ///< owned array of 624 words; the upper 32 bits of each are 0
     std::int32_t mti;  ///< next word to output; 624: regenerate first; 625: never seeded

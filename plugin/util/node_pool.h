@@ -11,6 +11,7 @@ namespace dastrel {
 /// blocks and go back onto a chain of free ones.
 template <std::size_t node_size> class node_pool {
 public:
+    /// Memory for one node. Throws std::bad_alloc.
     void* take()
     {
         if (unused == nullptr)
@@ -21,6 +22,7 @@ public:
         return node;
     }
 
+    /// Takes back what `take` gave.
     void give(void* memory) noexcept
     {
         auto* const node = static_cast<free_node*>(memory);

@@ -24,6 +24,7 @@ struct BodySource {
 /// Size of the chunk's body in bytes, without filler; exactly what `write_body` writes.
 [[nodiscard]] std::uint64_t body_size(const BodySource& source, const Step& step);
 
+/// Writes the chunk's body, without filler, as the format has it.
 void write_body(const BodySource& source, const Step& step, Encoder& out);
 
 /// The plain description of a surface that has none: a light grey, fully diffuse.

@@ -13,10 +13,11 @@ class face6_typ;
 
 /// What every candidate on a polygon needs of it and does not change from one to the next.
 struct laid_polygon {
+    /// `memory` holds the corners of the face and must live as long.
     laid_polygon(face6_typ& polygon, std::pmr::memory_resource& memory);
 
     flat_face face;
-    double area;
+    double area;             ///< as calc_poly_area gives it
     double pitch;            ///< of the normal
     double heading = 0.0;    ///< of the normal, where it has one
     bool any_heading = true; ///< the normal has no heading of its own: each clone draws one
@@ -25,6 +26,7 @@ struct laid_polygon {
 /// The polygons of the ground, each laid flat when it is met for the first time.
 class laid_polygons {
 public:
+    /// The ground: `count` records, which must stay as they are.
     laid_polygons(face6_typ* polygons, int count);
 
     const laid_polygon& operator[](int i)

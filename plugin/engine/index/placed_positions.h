@@ -18,6 +18,7 @@ namespace dastrel {
 /// list itself.
 class placed_positions {
 public:
+    /// As position_index has them.
     placed_positions(double spacing, std::size_t expected, int column_axis)
         : index(spacing, expected, column_axis)
     {}
