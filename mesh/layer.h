@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,10 +27,10 @@ struct Layer {
 
     Buffer<Vec3> points;
     Polygons polygons;
-    std::vector<VertexMap> maps;   ///< in order of appearance
+    std::deque<VertexMap> maps;    ///< in order of appearance; adding one moves none of the others
     std::vector<FileChunk> chunks; ///< kept for saving: the file's layout; empty without a file
 
-    /// The first map of this type and name, or null. Valid until a map is added.
+    /// The first map of this type and name, or null. Valid as long as the map is there.
     [[nodiscard]] const VertexMap* find_map(FourCC type, std::string_view map_name) const noexcept;
     [[nodiscard]] VertexMap* find_map(FourCC type, std::string_view map_name) noexcept;
 };

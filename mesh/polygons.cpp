@@ -6,11 +6,8 @@
 
 namespace mesh {
 
-std::uint16_t Polygons::type_number(FourCC type)
+std::uint16_t Polygons::look_up_type(FourCC type)
 {
-    // Polygons of one type mostly stand side by side.
-    if (!types_.empty() && type_names_[types_.back()] == type)
-        return types_.back();
     const auto known = type_numbers_.find(type);
     if (known != type_numbers_.end())
         return known->second;
@@ -27,29 +24,10 @@ std::uint16_t Polygons::type_number(FourCC type)
     return number;
 }
 
-void Polygons::add(FourCC type, std::span<const std::uint32_t> points)
-{
-    if (points.size() > std::numeric_limits<std::uint32_t>::max() - corners_.size())
-        throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
-    const std::uint16_t number = type_number(type);
-    const std::size_t count = size();
-    try {
-        starts_.push_back(static_cast<std::uint32_t>(corners_.size()));
-        corners_.append(points);
-        surfaces_.push_back(no_tag);
-        flags_.push_back(0);
-        selected_.push_back(0);
-        types_.push_back(number); // last: `size` counts a polygon only when it is whole
-    } catch (...) {
-        truncate(count);
-        throw;
-    }
-}
-
 TagIndex Polygons::tag(FourCC kind, std::size_t polygon) const noexcept
 {
     if (kind == tag_surf)
-        return surfaces_[polygon];
+        return records_[polygon].surface;
     for (const Tags& tags : others_)
         if (tags.kind == kind)
             return polygon < tags.of_polygon.size() ? tags.of_polygon[polygon] : no_tag;
@@ -59,7 +37,7 @@ TagIndex Polygons::tag(FourCC kind, std::size_t polygon) const noexcept
 void Polygons::set_tag(FourCC kind, std::size_t polygon, TagIndex tag)
 {
     if (kind == tag_surf) {
-        surfaces_[polygon] = tag;
+        records_[polygon].surface = tag;
         return;
     }
     for (Tags& tags : others_) {
@@ -84,11 +62,8 @@ std::vector<FourCC> Polygons::other_tag_kinds() const
     return kinds;
 }
 
-void Polygons::copy_attributes(const Polygons& source, std::size_t from, std::size_t polygon)
+void Polygons::copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon)
 {
-    surfaces_[polygon] = source.surfaces_[from];
-    if (type(polygon) == source.type(from))
-        flags_[polygon] = source.flags_[from];
     // With `source` being this object no kind is new: the list does not grow under the loop.
     for (const Tags& tags : source.others_)
         if (from < tags.of_polygon.size() && tags.of_polygon[from] != no_tag)
@@ -97,13 +72,8 @@ void Polygons::copy_attributes(const Polygons& source, std::size_t from, std::si
 
 void Polygons::truncate(std::size_t count) noexcept
 {
-    if (count < starts_.size())
-        corners_.truncate(starts_[count]);
-    types_.truncate(count);
-    starts_.truncate(count);
-    surfaces_.truncate(count);
-    flags_.truncate(count);
-    selected_.truncate(count);
+    corners_.truncate(start_of(count));
+    records_.truncate(count);
     for (Tags& tags : others_)
         tags.of_polygon.truncate(count);
 }
@@ -125,11 +95,7 @@ void Polygons::truncate(const Mark& mark) noexcept
 
 void Polygons::reserve(std::size_t polygons, std::size_t corners)
 {
-    types_.reserve(polygons);
-    starts_.reserve(polygons);
-    surfaces_.reserve(polygons);
-    flags_.reserve(polygons);
-    selected_.reserve(polygons);
+    records_.reserve(polygons);
     corners_.reserve(corners);
 }
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
+#include <stdexcept>
 #include <unordered_map>
 #include <vector>
 
@@ -20,27 +23,24 @@ constexpr FourCC polygon_ptch = fourcc("PTCH"); ///< subdivision patch
 constexpr FourCC tag_surf = fourcc("SURF"); ///< kind of the tag that names a polygon's surface
 
 /// The polygons of a layer, in order: for each its type, its points, its tags, flags and whether it
-/// is selected. Held as one array for each property; the corners of all polygons stand in one flat
-/// array. Indices are not checked.
+/// is selected. Held as one array of what every polygon has and one flat array of the corners of
+/// all polygons; rarer tags have arrays of their own. Indices are not checked.
 class Polygons {
 public:
-    [[nodiscard]] std::size_t size() const noexcept { return types_.size(); }
+    [[nodiscard]] std::size_t size() const noexcept { return records_.size(); }
     /// Number of corners of all polygons.
     [[nodiscard]] std::size_t corner_count() const noexcept { return corners_.size(); }
 
     [[nodiscard]] FourCC type(std::size_t polygon) const noexcept
     {
-        return type_names_[types_[polygon]];
+        return type_names_[records_[polygon].type];
     }
 
     /// The polygon's points, as indices into the layer's points, valid until polygons are added.
     [[nodiscard]] std::span<const std::uint32_t> points(std::size_t polygon) const noexcept
     {
-        const std::uint32_t start = starts_[polygon];
-        const std::uint32_t end = polygon + 1 < starts_.size()
-                                      ? starts_[polygon + 1]
-                                      : static_cast<std::uint32_t>(corners_.size());
-        return {corners_.data() + start, end - start};
+        const std::size_t start = records_[polygon].start;
+        return {corners_.data() + start, start_of(polygon + 1) - start};
     }
 
     /// The points of all polygons from `begin` on that lie before `end`, one polygon behind the
@@ -48,28 +48,34 @@ public:
     [[nodiscard]] std::span<const std::uint32_t> corners(std::size_t begin,
                                                          std::size_t end) const noexcept
     {
-        const auto start_of = [this](std::size_t polygon) {
-            return polygon < starts_.size() ? starts_[polygon] : corners_.size();
-        };
         return corners_.span().subspan(start_of(begin), start_of(end) - start_of(begin));
     }
 
     /// The six bits that the file keeps beside the point count; their meaning is the type's.
-    [[nodiscard]] std::uint8_t flags(std::size_t polygon) const noexcept { return flags_[polygon]; }
-    void set_flags(std::size_t polygon, std::uint8_t flags) noexcept { flags_[polygon] = flags; }
+    [[nodiscard]] std::uint8_t flags(std::size_t polygon) const noexcept
+    {
+        return records_[polygon].flags;
+    }
+    void set_flags(std::size_t polygon, std::uint8_t flags) noexcept
+    {
+        records_[polygon].flags = flags;
+    }
 
     [[nodiscard]] bool selected(std::size_t polygon) const noexcept
     {
-        return selected_[polygon] != 0;
+        return records_[polygon].selected;
     }
-    void select(std::size_t polygon, bool on) noexcept { selected_[polygon] = on ? 1 : 0; }
+    void select(std::size_t polygon, bool on) noexcept { records_[polygon].selected = on; }
 
     /// The polygon's surface, or `no_tag`.
     [[nodiscard]] TagIndex surface(std::size_t polygon) const noexcept
     {
-        return surfaces_[polygon];
+        return records_[polygon].surface;
     }
-    void set_surface(std::size_t polygon, TagIndex tag) noexcept { surfaces_[polygon] = tag; }
+    void set_surface(std::size_t polygon, TagIndex tag) noexcept
+    {
+        records_[polygon].surface = tag;
+    }
 
     /// The polygon's tag of a kind (`tag_surf` included), or `no_tag`.
     [[nodiscard]] TagIndex tag(FourCC kind, std::size_t polygon) const noexcept;
@@ -80,7 +86,23 @@ public:
 
     /// Appends a polygon without tags and flags, not selected.
     /// @throws std::length_error past 65,536 types or 2^32 - 1 corners in one layer.
-    void add(FourCC type, std::span<const std::uint32_t> points);
+    void add(FourCC type, std::span<const std::uint32_t> points)
+    {
+        std::copy(points.begin(), points.end(), extend(type, points.size()));
+    }
+
+    /// The same with `count` points, to be set through the pointer that is returned.
+    [[nodiscard]] std::uint32_t* extend(FourCC type, std::size_t count)
+    {
+        if (count > std::numeric_limits<std::uint32_t>::max() - corners_.size())
+            throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
+        // All that can fail comes first, so that a failure leaves the polygons as they were.
+        records_.reserve_more(records_.size() + 1);
+        corners_.reserve_more(corners_.size() + count);
+        const std::uint16_t number = type_number(type);
+        records_.push_back({static_cast<std::uint32_t>(corners_.size()), no_tag, number, 0, false});
+        return corners_.extend(count);
+    }
 
     /// Gives `polygon` all tags of `from`, surface included, and its flags where both are of one
     /// type.
@@ -90,7 +112,16 @@ public:
     }
 
     /// The same from another layer of the document, whose tags have the same numbers.
-    void copy_attributes(const Polygons& source, std::size_t from, std::size_t polygon);
+    void copy_attributes(const Polygons& source, std::size_t from, std::size_t polygon)
+    {
+        const Record& model = source.records_[from];
+        Record& copy = records_[polygon];
+        copy.surface = model.surface;
+        if (type_names_[copy.type] == source.type_names_[model.type])
+            copy.flags = model.flags;
+        if (!source.others_.empty())
+            copy_other_tags(source, from, polygon);
+    }
 
     /// Drops all polygons from `count` on.
     void truncate(std::size_t count) noexcept;
@@ -111,22 +142,39 @@ public:
     void reserve(std::size_t polygons, std::size_t corners);
 
 private:
+    /// What every polygon has.
+    struct Record {
+        std::uint32_t start = 0; ///< where its corners begin
+        TagIndex surface = no_tag;
+        std::uint16_t type = 0; ///< number in `type_names_`
+        std::uint8_t flags = 0;
+        bool selected = false;
+    };
     /// Tags of one kind. Shorter than the polygons where the last of them have none.
     struct Tags {
         FourCC kind;
         Buffer<TagIndex> of_polygon;
     };
 
-    [[nodiscard]] std::uint16_t type_number(FourCC type);
+    /// Where a polygon's corners begin; for the one behind the last, where all of them end.
+    [[nodiscard]] std::size_t start_of(std::size_t polygon) const noexcept
+    {
+        return polygon < records_.size() ? records_[polygon].start : corners_.size();
+    }
+    [[nodiscard]] std::uint16_t type_number(FourCC type)
+    {
+        // Polygons of one type mostly stand side by side.
+        if (!records_.empty() && type_names_[records_.back().type] == type)
+            return records_.back().type;
+        return look_up_type(type);
+    }
+    [[nodiscard]] std::uint16_t look_up_type(FourCC type);
+    void copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon);
 
     std::vector<FourCC> type_names_;
     std::unordered_map<FourCC, std::uint16_t> type_numbers_; ///< position in `type_names_`
-    Buffer<std::uint16_t> types_;                            ///< number in `type_names_`
-    Buffer<std::uint32_t> starts_;                           ///< where each polygon's corners begin
+    Buffer<Record> records_;
     Buffer<std::uint32_t> corners_;
-    Buffer<TagIndex> surfaces_;
-    Buffer<std::uint8_t> flags_;
-    Buffer<std::uint8_t> selected_;
     std::vector<Tags> others_;
 };
 

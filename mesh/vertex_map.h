@@ -74,18 +74,31 @@ public:
         return {values_.data() + rank(point) * dimension_, dimension_};
     }
 
+    /// The point's value where all points before the last one that has a value have one, too; null
+    /// where `find` has to tell.
+    [[nodiscard]] const float* find_in_full(std::uint32_t point) const noexcept
+    {
+        return count_ == end_ && point < end_ ? values_.data() + point * dimension_ : nullptr;
+    }
+
     /// Gives the point a value of `dimension` floats, in place of one it may have.
     void set(std::uint32_t point, std::span<const float> value)
     {
-        // Behind all others, and the tables reach so far: the way to write many points in order.
-        if (point >= end_ && point / 64u + 1u == present_.size()) {
-            copy_floats(value.data(), values_.extend(dimension_), dimension_);
-            present_.back() |= std::uint64_t{1} << (point % 64u);
-            end_ = point + 1;
-            ++count_;
-            return;
-        }
-        set_anywhere(point, value);
+        if (!set_in_room(point, value))
+            set_anywhere(point, value);
+    }
+
+    /// The same where it costs nothing: the point lies behind all that have a value, as where many
+    /// are written in order, and there is room for one more. False: nothing was done.
+    [[nodiscard]] bool set_in_room(std::uint32_t point, std::span<const float> value) noexcept
+    {
+        if (point < end_ || point / 64u + 1u != present_.size() || values_.room() < value.size())
+            return false;
+        copy_floats(value.data(), values_.extend(value.size()), value.size());
+        present_.back() |= std::uint64_t{1} << (point % 64u);
+        end_ = point + 1;
+        ++count_;
+        return true;
     }
 
     /// Gives points their values in one go: the points ascend, the first of them behind all that

@@ -86,7 +86,7 @@ struct Room {
 
 const std::vector<Room> rooms = {
     {"hostapi", {"hostapi"}, {"stdint.h", "stddef.h"}},
-    {"mesh", {"mesh"}, {}},
+    {"mesh", {"mesh"}, {"sys", "unistd.h"}},
     {"plugin", {"plugin", "hostapi"}, {}},
     {"formats", {"formats", "mesh"}, {"fmt", "fcntl.h", "sys", "unistd.h", "assimp"}},
     {"modeler", {"modeler", "hostapi", "mesh"}, {"fmt", "dlfcn.h"}},

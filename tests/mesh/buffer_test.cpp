@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "mesh/buffer.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -76,6 +79,44 @@ TEST(Buffer, ReserveChangesNothingThatIsSeen)
     buffer.resize(10'000, 4);
     EXPECT_EQ(buffer.data(), place) << "what was reserved is used";
     EXPECT_EQ(buffer.back(), 4);
+}
+
+TEST(Buffer, KeepsItsContentsThroughManyStretches)
+{
+    constexpr std::size_t count = 3'000'000; // of 4 bytes: many stretches and several blocks
+    Buffer<std::uint32_t> single;
+    Buffer<std::uint32_t> reserved;
+    reserved.reserve(count);
+    Buffer<std::uint32_t> extended;
+    const std::uint32_t* const block = reserved.data();
+    for (std::uint32_t i = 0; i < count; ++i) {
+        single.push_back(i);
+        reserved.push_back(i);
+        if (i % 1000 == 0) {
+            std::uint32_t* const room = extended.extend(1000);
+            std::iota(room, room + 1000, i);
+        }
+    }
+    EXPECT_EQ(reserved.data(), block) << "what was reserved does not move";
+    ASSERT_EQ(single.size(), count);
+    ASSERT_EQ(extended.size(), count);
+    for (std::uint32_t i = 0; i < count; ++i)
+        ASSERT_TRUE(single[i] == i && reserved[i] == i && extended[i] == i) << i;
+    const Buffer<std::uint32_t> copy = single;
+    EXPECT_TRUE(std::equal(copy.begin(), copy.end(), single.begin(), single.end()));
+}
+
+TEST(Buffer, RoomIsWhatCanBeAddedWithoutMoving)
+{
+    Buffer<int> buffer;
+    EXPECT_EQ(buffer.room(), 0u);
+    buffer.push_back(1);
+    const int* const block = buffer.data();
+    for (std::size_t left = buffer.room(); left > 0; --left) {
+        EXPECT_EQ(buffer.room(), left);
+        buffer.push_back(2);
+    }
+    EXPECT_EQ(buffer.data(), block);
 }
 
 TEST(Buffer, RefusesASizeThatNoMemoryHasAndKeepsItsContents)

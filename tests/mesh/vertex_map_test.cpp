@@ -38,6 +38,8 @@ void check_equal(const VertexMap& map, const Model& model)
         const auto expected = model.find(point);
         RC_ASSERT(map.has(point) == (expected != model.end()));
         const auto found = map.find(point);
+        const float* const in_full = map.find_in_full(point);
+        RC_ASSERT(in_full == nullptr || (map.has(point) && in_full == found.data()));
         RC_ASSERT(std::vector<float>(found.begin(), found.end()) ==
                   (expected != model.end() ? expected->second : std::vector<float>{}));
     }
@@ -152,6 +154,34 @@ TEST(VertexMap, AValueIsReplacedInPlace)
     map.set(7, std::array{3.f, 4.f});
     EXPECT_EQ(map.size(), 1u);
     EXPECT_THAT(map.find(7), ElementsAre(3.f, 4.f));
+}
+
+TEST(VertexMap, FindsInAFullMapAtOnce)
+{
+    VertexMap map(mesh::map_wght, "full", 1);
+    for (std::uint32_t point = 0; point < 100; ++point)
+        map.set(point, std::array{static_cast<float>(point)});
+    ASSERT_NE(map.find_in_full(70), nullptr);
+    EXPECT_EQ(*map.find_in_full(70), 70.0f);
+    EXPECT_EQ(map.find_in_full(100), nullptr);
+    map.erase(3);
+    EXPECT_EQ(map.find_in_full(70), nullptr);
+    EXPECT_THAT(map.find(70), ElementsAre(70.0f));
+}
+
+TEST(VertexMap, SetsInRoomOnlyBehindAllOthers)
+{
+    VertexMap map(mesh::map_txuv, "room", 2);
+    const std::array value{0.5f, 1.0f};
+    EXPECT_FALSE(map.set_in_room(0, value)) << "there is no memory yet";
+    map.set(4, value);
+    EXPECT_FALSE(map.set_in_room(3, value));
+    EXPECT_FALSE(map.set_in_room(4, value));
+    EXPECT_EQ(map.size(), 1u);
+    EXPECT_TRUE(map.set_in_room(6, value));
+    EXPECT_FALSE(map.set_in_room(64, value)) << "another word of presence bits";
+    EXPECT_EQ(map.size(), 2u);
+    EXPECT_THAT(map.find(6), ElementsAre(0.5f, 1.0f));
 }
 
 TEST(VertexMap, WorksAcrossTheEdgesOfItsWords)

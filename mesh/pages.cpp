@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "mesh/pages.h"
+
+#include <cstdint>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace mesh {
+
+void prepare_pages(void* begin, std::size_t size) noexcept
+{
+#ifdef MADV_POPULATE_WRITE
+    static const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    const auto from = reinterpret_cast<std::uintptr_t>(begin);
+    const std::uintptr_t first = (from + page - 1) / page * page;
+    const std::uintptr_t last = (from + size) / page * page;
+    if (first < last) // what fails is left to the first touch
+        (void)madvise(static_cast<std::byte*>(begin) + (first - from), last - first,
+                      MADV_POPULATE_WRITE);
+#else
+    (void)begin;
+    (void)size;
+#endif
+}
+
+} // namespace mesh
