@@ -67,10 +67,9 @@ void MapBuilder::account(std::uint32_t map, std::uint64_t offset, const Cursor& 
     entry.accounted = end;
 }
 
-std::vector<mesh::VertexMap> MapBuilder::finish()
+std::deque<mesh::VertexMap> MapBuilder::finish()
 {
-    std::vector<mesh::VertexMap> maps;
-    maps.reserve(maps_.size());
+    std::deque<mesh::VertexMap> maps;
     for (Entry& entry : maps_) {
         if (!entry.late_points.empty())
             merge_late(entry);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -36,7 +37,7 @@ public:
     void account(std::uint32_t map, std::uint64_t offset, const Cursor& at);
 
     /// All maps, whole. The builder is empty afterwards.
-    [[nodiscard]] std::vector<mesh::VertexMap> finish();
+    [[nodiscard]] std::deque<mesh::VertexMap> finish();
 
 private:
     struct Entry {
