@@ -49,6 +49,26 @@ struct {
     remembered_turn normal_heading;
 } turns;
 
+/// What calc_cloned_point gives; inline for the points, which are many.
+inline XYZ6_typ shaped(const XYZ6_typ& point, const params_typ& settings)
+{
+    const bool independent = settings.size_indep == 1;
+    XYZ6_typ p(point.x() * size_change_x, point.y() * (independent ? size_change_y : size_change_x),
+               point.z() * (independent ? size_change_z : size_change_x));
+    if (settings.jitter > 0.0)
+        p = p * losoj.z_zakresu(1 - settings.jitter, 1 + settings.jitter);
+    if (settings.size_wg > 0)
+        p = p * weight_factor(WG_val[akt_item->poly], settings.size_wg_influence);
+    p = turns.bank.by(HPB_rand.z()).about_Z(p);
+    p = turns.pitch.by(HPB_rand.y()).about_X(p);
+    p = turns.heading.by(HPB_rand.x()).about_Y(p);
+    if (settings.p_align == 1)
+        p = turns.normal_pitch.by(akt_item->norm_p).about_Z(p);
+    if (settings.h_align == 1)
+        p = turns.normal_heading.by(akt_item->norm_h).about_Y(p);
+    return p;
+}
+
 /// Beside the list `IDs`: where its points are found, and its last node.
 point_table points;
 IDs_typ* last_point;
@@ -97,8 +117,7 @@ LWPntID cloned_point(LWPntID background_point, params_typ* settings)
         return copy;
     const EDPointInfo* const info = edit->pointInfo(edit->state, background_point);
     const LWPntID old_id = info->pnt;
-    XYZ6_typ p = calc_cloned_point(XYZ6_typ(info->position), settings);
-    p = p.move(akt_item->pos);
+    const XYZ6_typ p = shaped(XYZ6_typ(info->position), *settings).move(akt_item->pos);
     IDs_typ* const node = append_point();
     node->new_id = edit->addPoint(edit->state, p);
     node->old_id = old_id;
@@ -152,23 +171,7 @@ void release_point_memory()
 
 XYZ6_typ calc_cloned_point(XYZ6_typ point, params_typ* settings)
 {
-    XYZ6_typ p = point;
-    if (settings->size_indep == 1)
-        p = XYZ6_typ(p.x() * size_change_x, p.y() * size_change_y, p.z() * size_change_z);
-    else
-        p = p * size_change_x;
-    if (settings->jitter > 0.0)
-        p = p * losoj.z_zakresu(1 - settings->jitter, 1 + settings->jitter);
-    if (settings->size_wg > 0)
-        p = p * weight_factor(WG_val[akt_item->poly], settings->size_wg_influence);
-    p = turns.bank.by(HPB_rand.z()).about_Z(p);
-    p = turns.pitch.by(HPB_rand.y()).about_X(p);
-    p = turns.heading.by(HPB_rand.x()).about_Y(p);
-    if (settings->p_align == 1)
-        p = turns.normal_pitch.by(akt_item->norm_p).about_Z(p);
-    if (settings->h_align == 1)
-        p = turns.normal_heading.by(akt_item->norm_h).about_Y(p);
-    return p;
+    return shaped(point, *settings);
 }
 
 } // namespace dastrel

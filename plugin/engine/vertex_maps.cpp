@@ -25,8 +25,10 @@ void write_value(LWID type, const char* name, LWPntID point, int dimension, cons
     edit->pntVMap(edit->state, point, type, name, dimension, value);
 }
 
-/// Copies the values of all listed maps unchanged.
-void carry(const UV_typ* list, LWID type, int dimension, LWPntID old_point, LWPntID new_point)
+/// Copies the values of all listed maps unchanged. Inline: most lists are empty, and a run calls it
+/// for each point of each clone.
+inline void carry(const UV_typ* list, LWID type, int dimension, LWPntID old_point,
+                  LWPntID new_point)
 {
     for (const UV_typ* map = list; map != nullptr; map = map->next) {
         float value[most_floats];

@@ -19,6 +19,9 @@ class pos_typ;
 class random;
 class UV_typ;
 
+// Of the module alone: reached directly, not through the table of names that others could replace.
+#pragma GCC visibility push(hidden)
+
 extern params_typ par;    ///< the settings; live as long as the module is loaded
 extern random losoj;      ///< the run's sampler; goes on from run to run
 extern XYZ6_typ HPB_rand; ///< random heading, pitch, bank of the current clone
@@ -54,5 +57,7 @@ extern UV_typ *UVs, *WGs, *MMs, *MNs, *STs;
 /// Keep to the plain lists and leave the indexes beside them alone. The results are the same to the
 /// last bit; tests and benchmarks compare the two.
 extern bool plain_lists;
+
+#pragma GCC visibility pop
 
 } // namespace dastrel

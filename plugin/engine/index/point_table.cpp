@@ -14,6 +14,7 @@ void point_table::clear()
 void point_table::release()
 {
     slots = std::vector<slot_typ>();
+    most = 0;
     clear();
 }
 
@@ -23,7 +24,7 @@ void point_table::put(LWPntID old_id, LWPntID new_id)
     while (slots[i].clone == clone) {
         if (slots[i].old_id == old_id)
             return;
-        i = (i + 1) & (slots.size() - 1);
+        i = (i + 1) & mask;
     }
     slots[i] = {old_id, new_id, clone};
     ++filled;
@@ -33,6 +34,8 @@ void point_table::grow()
 {
     const std::size_t size = slots.empty() ? 64 : slots.size() * 2;
     const std::vector<slot_typ> old = std::exchange(slots, std::vector<slot_typ>(size));
+    mask = size - 1;
+    most = size / 2;
     filled = 0;
     for (const slot_typ& slot : old)
         if (slot.clone == clone)
@@ -41,7 +44,7 @@ void point_table::grow()
 
 void point_table::add(LWPntID old_id, LWPntID new_id)
 {
-    if (filled * 2 >= slots.size())
+    if (filled == most)
         grow();
     put(old_id, new_id);
 }

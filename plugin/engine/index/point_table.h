@@ -23,7 +23,7 @@ public:
         found = false;
         if (slots.empty())
             return nullptr;
-        for (std::size_t i = start(old_id);; i = (i + 1) & (slots.size() - 1)) {
+        for (std::size_t i = start(old_id);; i = (i + 1) & mask) {
             const slot_typ& slot = slots[i];
             if (slot.clone != clone)
                 return nullptr;
@@ -50,13 +50,15 @@ private:
     std::size_t start(LWPntID id) const
     {
         const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id));
-        return static_cast<std::size_t>((bits * 0x9E3779B97F4A7C15u) >> 32) & (slots.size() - 1);
+        return static_cast<std::size_t>(bits ^ (bits >> 7)) & mask;
     }
     void put(LWPntID old_id, LWPntID new_id);
     void grow();
 
     std::vector<slot_typ> slots; ///< a power of two, at most half of them filled
+    std::size_t mask = 0;        ///< their number less one
     std::size_t filled = 0;
+    std::size_t most = 0; ///< filled slots that the table takes before it grows
     std::uint64_t clone = 1;
 };
 
