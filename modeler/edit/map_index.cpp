@@ -2,6 +2,7 @@
 #include "modeler/edit/map_index.h"
 
 #include <cstddef>
+#include <string>
 
 #include "hostapi/mesh_edit.h"
 
@@ -28,22 +29,15 @@ std::size_t usual_dimension(mesh::FourCC type) noexcept
 
 } // namespace
 
-void NamedMap::add_place(std::uint32_t layer, std::uint32_t map)
-{
-    if (layer >= places.size())
-        places.resize(layer + std::size_t{1}, nowhere);
-    places[layer] = map;
-}
-
-MapIndex::MapIndex(const mesh::Document& document, const Scope& scope)
+MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LentTexts& lent)
+    : lent_(lent)
 {
     for (const std::uint32_t layer : scope.layers(OPLYR_FG | OPLYR_BG)) {
-        const auto& maps = document.layers[layer].maps;
+        auto& maps = document.layers[layer].maps;
         for (std::uint32_t i = 0; i < maps.size(); ++i) {
             NamedMap& named = look_up(maps[i].type(), maps[i].name());
-            if (named.in_layer(layer) ==
-                NamedMap::nowhere) // of several maps of one name the first is meant
-                named.add_place(layer, i);
+            if (named.in_layer(layer) == nullptr) // of several maps of one name the first is meant
+                named.add({layer, i, &maps[i]});
         }
     }
 }
@@ -63,6 +57,7 @@ NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
                      static_cast<std::uint32_t>(maps_.size()),
                      usual_dimension(type),
                      false,
+                     nullptr,
                      {}});
     by_name_.emplace(Key{type, maps_.back().name}, &maps_.back());
     return maps_.back();

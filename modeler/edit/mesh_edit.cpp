@@ -5,7 +5,6 @@
 #include <exception>
 #include <limits>
 
-#include "mesh/floats.h"
 #include "mesh/normal.h"
 
 namespace modeler {
@@ -18,16 +17,10 @@ int clamped(std::size_t count) noexcept
     return static_cast<int>(std::min(count, most));
 }
 
-bool valid_mode(int mode) noexcept { return mode == OPCOUNT_ALL || mode == OPCOUNT_SELECTED; }
+/// Floats of the longest of the types whose length is known.
+constexpr std::size_t longest_usual_value = 3;
 
-/// Copies a value into room for `count` floats; what the value does not fill becomes 0.
-void copy_padded(std::span<const float> value, float* room, std::size_t count) noexcept
-{
-    const std::size_t filled = std::min(count, value.size());
-    mesh::copy_floats(value.data(), room, filled);
-    for (std::size_t i = filled; i < count; ++i)
-        room[i] = 0.0f;
-}
+bool valid_mode(int mode) noexcept { return mode == OPCOUNT_ALL || mode == OPCOUNT_SELECTED; }
 
 std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
 {
@@ -37,19 +30,24 @@ std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
 
 } // namespace
 
-MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles)
-    : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_),
+MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles,
+                   const LentTexts& lent)
+    : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_, lent),
       target_(first_foreground(roles)), target_layer_(&document.layers[target_]),
-      old_points_(target_layer_->points.size())
-{}
-
-Element MeshEdit::point(LWPntID id) const noexcept
+      old_points_(target_layer_->points.size()), seen_(document.layers.size()),
+      point_value_(longest_usual_value)
 {
-    const Element element = from_id(id);
-    if (!scope_.sees(element.layer) ||
-        element.index >= document_.layers[element.layer].points.size())
-        return {};
-    return element;
+    for (const std::uint32_t i : scope_.layers(OPLYR_FG | OPLYR_BG)) {
+        seen_[i] = &document.layers[i];
+        for (const mesh::VertexMap& map : document.layers[i].maps)
+            make_room(map.dimension());
+    }
+}
+
+void MeshEdit::make_room(std::size_t dimension)
+{
+    if (dimension > point_value_.size())
+        point_value_.resize(dimension);
 }
 
 Element MeshEdit::polygon(LWPolID id) const noexcept
@@ -111,9 +109,9 @@ int MeshEdit::polygon_count(int selector, int mode) const
     return clamped(count);
 }
 
-void MeshEdit::describe(Element polygon, PolygonRecord& record) const
+void MeshEdit::describe(const mesh::Polygons& polygons, Element polygon,
+                        PolygonRecord& record) const
 {
-    const mesh::Polygons& polygons = document_.layers[polygon.layer].polygons;
     const auto corners = polygons.points(polygon.index);
     record.points.resize(corners.size());
     for (std::size_t i = 0; i < corners.size(); ++i)
@@ -134,10 +132,11 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
         return EDERR_BADLAYER;
     PolygonRecord record; // of this scan alone: a callback may begin another one
     for (const std::uint32_t layer : scope_.layers(selector)) {
+        const mesh::Polygons& polygons = document_.layers[layer].polygons;
         const auto count = static_cast<std::uint32_t>(mark_.polygons(layer));
         for (std::uint32_t i = 0; i < count; ++i) {
             try {
-                describe({layer, i}, record);
+                describe(polygons, {layer, i}, record);
             } catch (const std::bad_alloc&) {
                 fail("polyScan");
                 return EDERR_NOMEMORY;
@@ -152,53 +151,13 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
     return EDERR_NONE;
 }
 
-/// The map in the point's layer that is selected, if the point has a value in it.
-inline const mesh::VertexMap* MeshEdit::selected_map(Element point) const noexcept
-{
-    if (selected_ == nullptr)
-        return nullptr;
-    const std::uint32_t place = selected_->in_layer(point.layer);
-    if (place == NamedMap::nowhere)
-        return nullptr;
-    const mesh::VertexMap& map = document_.layers[point.layer].maps[place];
-    return map.has(point.index) ? &map : nullptr;
-}
-
-const EDPointInfo* MeshEdit::point_info(LWPntID id)
-{
-    const Element element = point(id);
-    if (!element)
-        return nullptr;
-    const mesh::Vec3& position = document_.layers[element.layer].points[element.index];
-    point_info_.pnt = id;
-    point_info_.position[0] = position.x;
-    point_info_.position[1] = position.y;
-    point_info_.position[2] = position.z;
-    point_info_.vmap_value = nullptr;
-    if (const mesh::VertexMap* const map = selected_map(element)) {
-        // A copy, because writing to maps moves the values. Padded with 0 to what the type has, and
-        // never empty: the address tells that there is a value.
-        const std::size_t room = std::max({selected_->usual, map->dimension(), std::size_t{1}});
-        try {
-            if (point_value_.size() < room)
-                point_value_.resize(room);
-        } catch (const std::bad_alloc&) {
-            fail("pointInfo");
-            return nullptr;
-        }
-        copy_padded(map->find(element.index), point_value_.data(), room);
-        point_info_.vmap_value = point_value_.data();
-    }
-    return &point_info_;
-}
-
 const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 {
     const Element element = polygon(id);
     if (!element)
         return nullptr;
     try {
-        describe(element, polygon_info_);
+        describe(document_.layers[element.layer].polygons, element, polygon_info_);
     } catch (const std::bad_alloc&) {
         fail("polyInfo");
         return nullptr;
@@ -218,35 +177,37 @@ bool MeshEdit::normal(LWPolID id, double* normal) const
     return true;
 }
 
-void* MeshEdit::select_map(void* handle, LWID type, const char* name)
+NamedMap* MeshEdit::find_map(void* handle, LWID type, const char* name)
 {
-    selected_ = nullptr;
-    NamedMap* found = nullptr;
+    if (handle != nullptr)
+        return maps_.numbered(reinterpret_cast<std::uintptr_t>(handle) - 1);
+    if (name == nullptr)
+        return nullptr;
     try {
-        if (handle != nullptr)
-            found = maps_.numbered(reinterpret_cast<std::uintptr_t>(handle) - 1);
-        else if (name != nullptr)
-            found = &maps_.find(type, name);
+        return &maps_.find(type, name);
     } catch (const std::bad_alloc&) {
         fail("pointVSet");
-    }
-    if (found == nullptr || found->places.empty())
         return nullptr;
-    selected_ = found;
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(found->number) + 1);
+    }
 }
 
-bool MeshEdit::map_value(LWPntID id, float* value) const
+bool MeshEdit::any_map_value(Element point, float* value)
 {
-    const Element element = point(id);
-    if (!element || value == nullptr)
+    // Layers that the edit does not see have no maps in the index, and points that are not there
+    // have no values.
+    if (point.layer != selected_->read_layer) {
+        const NamedMap::Place* const place = selected_->in_layer(point.layer);
+        selected_->read_map = place != nullptr ? place->values : nullptr;
+        selected_->read_layer = point.layer;
+    }
+    const mesh::VertexMap* const map = selected_->read_map;
+    if (map == nullptr || !map->has(point.index))
         return false;
-    const mesh::VertexMap* const map = selected_map(element);
-    if (map == nullptr)
-        return false;
-    copy_padded(map->find(element.index), value,
-                selected_->usual != 0 ? selected_->usual : map->dimension());
+    const std::span<const float> stored = map->find(point.index);
+    const std::size_t wanted = selected_->usual != 0 ? selected_->usual : stored.size();
+    const std::size_t there = std::min(wanted, stored.size());
+    std::copy_n(stored.begin(), there, value);
+    std::fill(value + there, value + wanted, 0.0f); // what the map has less than its type
     return true;
 }
 
@@ -254,8 +215,8 @@ int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dim
                                 const float* value)
 {
     constexpr int most = std::numeric_limits<std::uint16_t>::max(); // what files can hold
-    const Element element = point(id);
-    if (!element || name == nullptr || dimension < 0 || dimension > most ||
+    const Element element = from_id(id);
+    if (holder(element) == nullptr || name == nullptr || dimension < 0 || dimension > most ||
         (value == nullptr && dimension > 0))
         return EDERR_BADARGS;
     if (failed_in_ != nullptr)
@@ -271,41 +232,28 @@ int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dim
 int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<const float> value)
 {
     NamedMap& named = maps_.find(type, name);
-    std::vector<mesh::VertexMap>& maps = document_.layers[point.layer].maps;
-    std::uint32_t place = named.in_layer(point.layer);
-    if (place != NamedMap::nowhere && maps[place].dimension() != value.size())
-        return EDERR_BADARGS;
-    if (place == NamedMap::nowhere) {
-        place = static_cast<std::uint32_t>(maps.size());
+    const NamedMap::Place* place = named.in_layer(point.layer);
+    if (place == nullptr) {
+        make_room(value.size());
+        auto& maps = document_.layers[point.layer].maps;
+        const auto number = static_cast<std::uint32_t>(maps.size());
+        named.places.reserve(named.places.size() + 1); // what can fail comes before the map
         maps.emplace_back(type, named.name, value.size());
-        named.add_place(point.layer, place);
+        named.add({point.layer, number, &maps.back()});
+        place = named.in_layer(point.layer);
     }
+    if (place->values->dimension() != value.size())
+        return EDERR_BADARGS;
     if (!named.written) {
-        written_.emplace_back(point.layer, place);
+        written_.emplace_back(point.layer, place->map);
         named.written = true;
     }
+    if (point.layer == target_)
+        named.target = place->values;
     if (point.index < mark_.points(point.layer))
-        mark_.keep(document_, point.layer, place, point.index);
-    maps[place].set(point.index, value);
+        mark_.keep(document_, point.layer, place->map, point.index);
+    place->values->set(point.index, value);
     return EDERR_NONE;
-}
-
-LWPntID MeshEdit::add_point(const double* position)
-{
-    if (position == nullptr || failed_in_ != nullptr)
-        return nullptr;
-    mesh::Buffer<mesh::Vec3>& points = document_.layers[target_].points;
-    if (points.size() == std::numeric_limits<std::uint32_t>::max()) {
-        fail("addPoint");
-        return nullptr;
-    }
-    try {
-        points.push_back({position[0], position[1], position[2]});
-    } catch (const std::bad_alloc&) {
-        fail("addPoint");
-        return nullptr;
-    }
-    return to_id<LWPntID>({target_, static_cast<std::uint32_t>(points.size() - 1)});
 }
 
 LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, int count,
@@ -316,45 +264,35 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
     const Element like = polygon(pattern);
     if (pattern != nullptr && !like)
         return nullptr;
-    mesh::Polygons& polygons = document_.layers[target_].polygons;
-    if (polygons.size() == std::numeric_limits<std::uint32_t>::max()) {
-        fail("addPoly");
-        return nullptr;
-    }
-    const mesh::Polygons::Mark before = polygons.mark();
+    const auto corners = static_cast<std::size_t>(count);
+    mesh::Polygons& polygons = target_layer_->polygons;
+    const std::size_t added = polygons.size();
     try {
-        corners_.resize(static_cast<std::size_t>(count));
-        const std::size_t there = document_.layers[target_].points.size();
-        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-            const std::uint64_t index = index_in(target_, points[i]);
-            if (index >= there)
-                return nullptr;
-            corners_[i] = static_cast<std::uint32_t>(index);
+        if (added == std::numeric_limits<std::uint32_t>::max())
+            throw std::length_error("a layer holds more than 4,294,967,295 polygons");
+        std::uint32_t* const indices = polygons.extend(type, corners);
+        const std::uint32_t target = target_;
+        const std::uint64_t there = target_layer_->points.size();
+        std::size_t known = 0;
+        for (std::size_t i = 0; i < corners; ++i) {
+            const std::uint64_t index = index_in(target, points[i]);
+            known += index < there ? 1u : 0u;
+            indices[i] = static_cast<std::uint32_t>(index);
         }
-        append_polygon(type, like, surface);
-    } catch (const std::exception&) { // memory, or the layer's room for corners and types
-        polygons.truncate(before);
+        if (known != corners) {
+            polygons.truncate(added);
+            return nullptr;
+        }
+        if (like)
+            polygons.copy_attributes(document_.layers[like.layer].polygons, like.index, added);
+        if (surface != nullptr)
+            polygons.set_surface(added, document_.tags.intern(surface));
+    } catch (const std::exception&) { // memory, or the layer's room
+        polygons.truncate(added);
         fail("addPoly");
         return nullptr;
     }
-    return to_id<LWPolID>({target_, static_cast<std::uint32_t>(polygons.size() - 1)});
-}
-
-void MeshEdit::append_polygon(LWID type, Element pattern, const char* surface)
-{
-    mesh::Polygons& polygons = document_.layers[target_].polygons;
-    polygons.add(type, corners_);
-    const std::size_t added = polygons.size() - 1;
-    if (pattern)
-        polygons.copy_attributes(document_.layers[pattern.layer].polygons, pattern.index, added);
-    if (surface != nullptr)
-        polygons.set_surface(added, document_.tags.intern(surface));
-}
-
-void MeshEdit::fail(const char* operation) noexcept
-{
-    if (failed_in_ == nullptr)
-        failed_in_ = operation;
+    return to_id<LWPolID>({target_, static_cast<std::uint32_t>(added)});
 }
 
 std::optional<UndoStep> MeshEdit::keep()

@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
+#include <limits>
 #include <new>
 #include <optional>
 #include <span>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include "hostapi/mesh_edit.h"
 #include "mesh/document.h"
+#include "mesh/floats.h"
 #include "modeler/edit/ids.h"
 #include "modeler/edit/map_index.h"
 #include "modeler/edit/scope.h"
@@ -26,9 +31,9 @@ namespace modeler {
 /// failed from then on and adds nothing more, and `keep` refuses it.
 class MeshEdit {
 public:
-    /// Roles: one for each layer, at least one of them foreground. The document must outlive the
-    /// edit.
-    MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles);
+    /// Roles: one for each layer, at least one of them foreground. `lent`: what the caller was
+    /// lent. Document and texts must outlive the edit.
+    MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, const LentTexts& lent);
     MeshEdit(const MeshEdit&) = delete;
     MeshEdit& operator=(const MeshEdit&) = delete;
     ~MeshEdit() { drop(); }
@@ -38,32 +43,84 @@ public:
     /// What the callback throws is thrown on. The callback may end the edit: the scan then stops.
     [[nodiscard]] int scan(EDPolyScanFunc* callback, void* data, int selector);
 
-    [[nodiscard]] const EDPointInfo* point_info(LWPntID id);
+    [[nodiscard]] const EDPointInfo* point_info(LWPntID id)
+    {
+        const Element element = from_id(id);
+        const mesh::Layer* const layer = holder(element);
+        if (layer == nullptr)
+            return nullptr;
+        const mesh::Vec3& position = layer->points[element.index];
+        point_info_.pnt = id;
+        point_info_.position[0] = position.x;
+        point_info_.position[1] = position.y;
+        point_info_.position[2] = position.z;
+        // A copy, because writing to maps moves the values.
+        const bool valued = map_value(id, point_value_.data());
+        point_info_.vmap_value = valued ? point_value_.data() : nullptr;
+        return &point_info_;
+    }
     [[nodiscard]] const EDPolygonInfo* polygon_info(LWPolID id);
     [[nodiscard]] bool normal(LWPolID id, double* normal) const;
 
-    [[nodiscard]] void* select_map(void* handle, LWID type, const char* name);
-    [[nodiscard]] bool map_value(LWPntID id, float* value) const;
+    [[nodiscard]] void* select_map(void* handle, LWID type, const char* name)
+    {
+        NamedMap* named = handle == nullptr && name != nullptr ? maps_.known(type, name) : nullptr;
+        if (named == nullptr)
+            named = find_map(handle, type, name);
+        selected_ = named != nullptr && !named->places.empty() ? named : nullptr;
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
+        return reinterpret_cast<void*>(
+            selected_ != nullptr ? static_cast<std::uintptr_t>(selected_->number) + 1 : 0);
+    }
+    [[nodiscard]] bool map_value(LWPntID id, float* value)
+    {
+        if (selected_ == nullptr || value == nullptr)
+            return false;
+        // A full map of the layer that was read last: this is how nearly all values are read.
+        const Element element = from_id(id);
+        const mesh::VertexMap* const map = selected_->read_map;
+        if (map != nullptr && element.layer == selected_->read_layer) {
+            const float* const stored = map->find_in_full(element.index);
+            if (stored != nullptr && map->dimension() == selected_->usual) {
+                mesh::copy_floats(stored, value, selected_->usual);
+                return true;
+            }
+        }
+        return any_map_value(element, value);
+    }
     [[nodiscard]] int set_map_value(LWPntID id, LWID type, const char* name, int dimension,
                                     const float* value)
     {
         // A new point, in a map that was written to before: nothing is to be kept for undo. This is
         // how the values of nearly all points come.
         const std::uint64_t index = index_in(target_, id);
-        if (name != nullptr && is_new(index) && failed_in_ == nullptr) {
+        if (name != nullptr && value != nullptr && is_new(index) && failed_in_ == nullptr) {
             const NamedMap* const named = maps_.known(type, name);
-            if (named != nullptr && named->written) {
-                const std::uint32_t place = named->in_layer(target_);
-                if (place != NamedMap::nowhere && value != nullptr &&
-                    target_layer_->maps[place].dimension() == static_cast<std::size_t>(dimension))
-                    return write(target_layer_->maps[place], static_cast<std::uint32_t>(index),
-                                 value);
-            }
+            if (named != nullptr && named->target != nullptr &&
+                named->target->dimension() == static_cast<std::size_t>(dimension) &&
+                named->target->set_in_room(static_cast<std::uint32_t>(index),
+                                           {value, named->target->dimension()}))
+                return EDERR_NONE;
         }
         return set_any_map_value(id, type, name, dimension, value);
     }
 
-    [[nodiscard]] LWPntID add_point(const double* position);
+    [[nodiscard]] LWPntID add_point(const double* position)
+    {
+        if (position == nullptr || failed_in_ != nullptr)
+            return nullptr;
+        mesh::Buffer<mesh::Vec3>& points = target_layer_->points;
+        const std::size_t index = points.size();
+        try {
+            if (index == std::numeric_limits<std::uint32_t>::max())
+                throw std::length_error("a layer holds more than 4,294,967,295 points");
+            points.push_back({position[0], position[1], position[2]});
+        } catch (const std::exception&) {
+            fail("addPoint");
+            return nullptr;
+        }
+        return to_id<LWPntID>({target_, static_cast<std::uint32_t>(index)});
+    }
     [[nodiscard]] LWPolID add_polygon(LWID type, LWPolID pattern, const char* surface, int count,
                                       const LWPntID* points);
 
@@ -96,31 +153,32 @@ private:
         std::vector<LWPntID> points;
     };
 
-    [[nodiscard]] Element point(LWPntID id) const noexcept;
+    /// The layer that the point is in, if the edit sees it and the point is there.
+    [[nodiscard]] const mesh::Layer* holder(Element point) const noexcept
+    {
+        const mesh::Layer* const layer = point.layer < seen_.size() ? seen_[point.layer] : nullptr;
+        return layer != nullptr && point.index < layer->points.size() ? layer : nullptr;
+    }
+    bool any_map_value(Element point, float* value);
+    [[nodiscard]] NamedMap* find_map(void* handle, LWID type, const char* name);
     [[nodiscard]] Element polygon(LWPolID id) const noexcept;
-    [[nodiscard]] const mesh::VertexMap* selected_map(Element point) const noexcept;
-    void describe(Element polygon, PolygonRecord& record) const;
+    void describe(const mesh::Polygons& polygons, Element polygon, PolygonRecord& record) const;
     [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
     /// Whether this is the index of a point that was added by this edit.
     [[nodiscard]] bool is_new(std::uint64_t index) const noexcept
     {
-        return index >= old_points_ && index < target_layer_->points.size();
+        // One comparison for both ends: an older index wraps around to a large one.
+        return index - old_points_ < target_layer_->points.size() - old_points_;
     }
-    int write(mesh::VertexMap& map, std::uint32_t point, const float* value)
-    {
-        try {
-            map.set(point, {value, map.dimension()});
-            return EDERR_NONE;
-        } catch (const std::bad_alloc&) {
-            fail("pntVMap");
-            return EDERR_NOMEMORY;
-        }
-    }
+    void make_room(std::size_t dimension);
     int set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
                           const float* value);
     int write_value(Element point, LWID type, const char* name, std::span<const float> value);
-    void append_polygon(LWID type, Element pattern, const char* surface);
-    void fail(const char* operation) noexcept;
+    void fail(const char* operation) noexcept
+    {
+        if (failed_in_ == nullptr)
+            failed_in_ = operation;
+    }
 
     mesh::Document& document_;
     Scope scope_;
@@ -129,16 +187,18 @@ private:
     std::uint32_t target_;
     mesh::Layer* target_layer_; ///< the same layer; an edit neither adds nor moves layers
     std::size_t old_points_;    ///< in that layer when the edit began
+    std::vector<const mesh::Layer*> seen_; ///< by position; null: hidden from the edit
     bool open_ = true;
     const char* failed_in_ = nullptr;
 
-    const NamedMap* selected_ = nullptr; ///< map of `point_info` and `map_value`
+    NamedMap* selected_ = nullptr; ///< map of `point_info` and `map_value`
     std::vector<std::pair<std::uint32_t, std::uint32_t>> written_;
 
     EDPointInfo point_info_{};
-    std::vector<float> point_value_; ///< what `point_info_` points to
+    /// What `point_info_` points to; room for the longest value. Never empty: its address tells
+    /// that there is a value.
+    std::vector<float> point_value_;
     PolygonRecord polygon_info_;
-    std::vector<std::uint32_t> corners_; ///< of the polygon being added
 };
 
 } // namespace modeler

@@ -88,7 +88,7 @@ MeshEditOp* Activation::begin_edit()
     if (open_edit() != nullptr ||
         std::find(roles_.begin(), roles_.end(), LayerRole::foreground) == roles_.end())
         return nullptr;
-    edits_.push_back(std::make_unique<EditTable>(document_, roles_));
+    edits_.push_back(std::make_unique<EditTable>(document_, roles_, lent_));
     return edits_.back()->operations();
 }
 

@@ -101,8 +101,9 @@ LWPolID add_polygon(void* state, LWID type, LWPolID pattern, const char* surface
 
 } // namespace
 
-EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& roles)
-    : edit_(document, roles), operations_{}
+EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
+                     const LentTexts& lent)
+    : edit_(document, roles, lent), operations_{}
 {
     operations_.state = &edit_;
     operations_.done = &done;

@@ -12,7 +12,7 @@ namespace modeler {
 /// until the activation ends; its functions do nothing once the edit is finished.
 class EditTable {
 public:
-    EditTable(mesh::Document& document, const std::vector<LayerRole>& roles);
+    EditTable(mesh::Document& document, const std::vector<LayerRole>& roles, const LentTexts& lent);
     EditTable(const EditTable&) = delete;
     EditTable& operator=(const EditTable&) = delete;
     ~EditTable();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "modeler/host/map_catalog.h"
 
+#include <unordered_set>
+
 #include "modeler/host/activation.h"
 
 namespace modeler {
@@ -28,7 +30,7 @@ std::vector<const char*> MapCatalog::listed(Activation& activation, mesh::FourCC
             for (std::size_t m = 0; m < count; ++m) {
                 if (maps[m].type() != type)
                     continue;
-                const char* const name = texts_.insert(maps[m].name()).first->c_str();
+                const char* const name = activation.lent().lend(maps[m].name());
                 if (seen.insert(name).second)
                     names.push_back(name);
             }

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <span>
-#include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "mesh/fourcc.h"
@@ -15,7 +13,7 @@ class Activation;
 
 /// The names of the vertex maps that a command is told of, by type: in order of first appearance,
 /// foreground layers before background layers, each name once. Maps that an open edit has added are
-/// not among them. The texts stay valid as long as the catalog.
+/// not among them. The texts stay valid as long as the activation.
 class MapCatalog {
 public:
     /// Valid until the next call of `forget`.
@@ -28,7 +26,6 @@ private:
     [[nodiscard]] std::vector<const char*> listed(Activation& activation, mesh::FourCC type);
 
     std::unordered_map<mesh::FourCC, std::vector<const char*>> lists_;
-    std::unordered_set<std::string> texts_; // its elements do not move
 };
 
 } // namespace modeler

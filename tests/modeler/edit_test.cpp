@@ -3,16 +3,20 @@
 #include <array>
 #include <cstring>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "hostapi/scene_objects.h"
 #include "tests/modeler/session.h"
 #include "tests/support/mesh_compare.h"
 
 namespace {
 
 using session::run;
+using session::sample_document;
 using session::sample_host;
 using session::scanned_points;
 using session::scanned_polygons;
@@ -224,6 +228,103 @@ TEST(Edit, AnotherNameAtTheSameAddressIsAnotherMap)
             EXPECT_THAT(value, ElementsAre(0.125f, -1.0f, 2.0f));
         }
     });
+}
+
+TEST(Edit, ALentNameMeansTheMapOfTheTypeThatIsAskedFor)
+{
+    mesh::Document document = sample_document();
+    mesh::VertexMap& twin = document.layers[1].maps.emplace_back(mesh::map_wght, "Smile", 1u);
+    twin.set(1, std::array{0.75f});
+    modeler::Modeler host(std::move(document), session::sample_roles());
+    run(host, [](GlobalFunc* global, MeshEditBegin* begin) {
+        auto* const objects =
+            static_cast<LWObjectFuncs*>(global(LWOBJECTFUNCS_GLOBAL, GLOBAL_USE_TRANSIENT));
+        MeshEditOp* const op = begin(0, 0, OPSEL_USER);
+        const char* const morph = objects->vmapName(LWVMAP_MORF, 0);
+        const char* const weight = objects->vmapName(LWVMAP_WGHT, 3);
+        EXPECT_STREQ(morph, "Smile");
+        EXPECT_EQ(weight, morph) << "a text is lent once";
+        const LWPntID point = scanned_points(op, scanned_polygons(op, back)[0])[1];
+        for (int i = 0; i < 3; ++i) {
+            float value[3] = {};
+            (void)op->pointVSet(op->state, nullptr, LWVMAP_WGHT, weight);
+            EXPECT_EQ(op->pointVGet(op->state, point, value), 1);
+            EXPECT_EQ(value[0], 0.75f);
+            (void)op->pointVSet(op->state, nullptr, LWVMAP_MORF, morph);
+            EXPECT_EQ(op->pointVGet(op->state, point, value), 1);
+            EXPECT_THAT(value, ElementsAre(0.125f, -1.0f, 2.0f));
+            const std::string part(weight + 1); // a text of our own with the same end
+            EXPECT_EQ(op->pointVSet(op->state, nullptr, LWVMAP_WGHT, weight + 1), nullptr) << part;
+        }
+        op->done(op->state, EDERR_NONE, 0);
+        return int{AFUNC_OK};
+    });
+}
+
+TEST(Edit, ReadsOneNameInSeveralLayersByTurns)
+{
+    modeler::Modeler host = sample_host();
+    edit(host, [](MeshEditOp* op) {
+        const LWPntID ground = scanned_points(op, scanned_polygons(op, front)[0])[2];
+        const LWPntID path = scanned_points(op, scanned_polygons(op, front)[3])[1];
+        const LWPntID tree = scanned_points(op, scanned_polygons(op, back)[0])[0];
+        const auto height = [op](LWPntID point) {
+            float value = -1.0f;
+            EXPECT_EQ(op->pointVGet(op->state, point, &value), 1);
+            return value;
+        };
+        (void)op->pointVSet(op->state, nullptr, LWVMAP_WGHT, "Height");
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(height(ground), 1.5f);
+            EXPECT_EQ(height(tree), 8.0f);
+            EXPECT_EQ(height(path), 3.0f);
+        }
+    });
+}
+
+TEST(Edit, FindsAMapThatWasMadeAfterItWasLookedForInVain)
+{
+    modeler::Modeler host = sample_host();
+    edit(host, [](MeshEditOp* op) {
+        const LWPntID ground = scanned_points(op, scanned_polygons(op, front)[0])[0];
+        (void)op->pointVSet(op->state, nullptr, LWVMAP_WGHT, "Sway"); // the tree has one
+        float value = -1.0f;
+        EXPECT_EQ(op->pointVGet(op->state, ground, &value), 0);
+        const float weight = 0.25f;
+        EXPECT_EQ(op->pntVMap(op->state, ground, LWVMAP_WGHT, "Sway", 1, &weight), EDERR_NONE);
+        EXPECT_EQ(op->pointVGet(op->state, ground, &value), 1);
+        EXPECT_EQ(value, 0.25f);
+    });
+}
+
+TEST(Edit, KeepsTheValuesOfManyMapsApart)
+{
+    modeler::Modeler host = sample_host();
+    constexpr int maps = 200; // more than there are short cuts to
+    std::vector<std::string> names;
+    for (int i = 0; i < maps; ++i)
+        names.push_back("map " + std::to_string(i));
+    edit(host, [&](MeshEditOp* op) {
+        const double position[3] = {1, 2, 3};
+        for (int p = 0; p < 130; ++p) { // more than two words of presence bits
+            const LWPntID point = op->addPoint(op->state, position);
+            for (int i = 0; i < maps; ++i) {
+                const auto value = static_cast<float>(p * maps + i);
+                const char* const name = names[static_cast<std::size_t>(i)].c_str();
+                EXPECT_EQ(op->pntVMap(op->state, point, LWVMAP_WGHT, name, 1, &value), EDERR_NONE);
+            }
+        }
+    });
+    const mesh::Layer& ground = host.document().layers[0];
+    for (int i = 0; i < maps; ++i) {
+        const mesh::VertexMap* const map =
+            ground.find_map(LWVMAP_WGHT, names[static_cast<std::size_t>(i)]);
+        ASSERT_NE(map, nullptr);
+        ASSERT_EQ(map->size(), 130u);
+        for (int p = 0; p < 130; ++p)
+            EXPECT_THAT(map->find(static_cast<std::uint32_t>(5 + p)),
+                        ElementsAre(static_cast<float>(p * maps + i)));
+    }
 }
 
 TEST(Edit, NewPointsAndPolygonsGoBehindWhatTheFirstForegroundLayerHolds)
