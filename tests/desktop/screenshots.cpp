@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Makes the pictures of the window that the documents show: desktop_screenshots FOLDER
+// Makes the pictures of the window that the documents show: desktop_screenshots FOLDER [dark]
+// With `dark` they are as under a dark theme, for looking at them.
 #include <cstdio>
 #include <stdexcept>
+#include <string_view>
 
 #include <QAction>
 #include <QApplication>
@@ -124,18 +126,35 @@ void make_pictures(const QString& folder)
     save(window.grab(), folder + "/window-forest.png");
 }
 
+QPalette dark_palette()
+{
+    const QColor grey(45, 45, 48);
+    const QColor faint(120, 120, 120);
+    QPalette palette(Qt::white, grey, grey.lighter(150), grey.darker(150), grey.lighter(120),
+                     Qt::white, Qt::white, QColor(30, 30, 32), grey);
+    palette.setColor(QPalette::Highlight, QColor(42, 110, 190));
+    palette.setColor(QPalette::ToolTipBase, grey);
+    palette.setColor(QPalette::ToolTipText, Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
+}
+
 } // namespace
 
 int main(int count, char** arguments)
 {
-    if (count != 2) {
-        std::fprintf(stderr, "usage: desktop_screenshots FOLDER\n");
+    const bool dark = count == 3 && std::string_view(arguments[2]) == "dark";
+    if (count != 2 && !dark) {
+        std::fprintf(stderr, "usage: desktop_screenshots FOLDER [dark]\n");
         return 2;
     }
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     const QApplication application(count, arguments);
     QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (dark)
+        QApplication::setPalette(dark_palette());
     try {
         make_pictures(QString::fromLocal8Bit(arguments[1]));
     } catch (const std::exception& error) {
