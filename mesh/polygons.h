@@ -97,11 +97,12 @@ public:
         if (count > std::numeric_limits<std::uint32_t>::max() - corners_.size())
             throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
         // All that can fail comes first, so that a failure leaves the polygons as they were.
-        records_.reserve_more(records_.size() + 1);
-        corners_.reserve_more(corners_.size() + count);
         const std::uint16_t number = type_number(type);
-        records_.push_back({static_cast<std::uint32_t>(corners_.size()), no_tag, number, 0, false});
-        return corners_.extend(count);
+        records_.reserve_more(records_.size() + 1);
+        const auto start = static_cast<std::uint32_t>(corners_.size());
+        std::uint32_t* const room = corners_.extend(count);
+        records_.push_back({start, no_tag, number, 0, false});
+        return room;
     }
 
     /// Gives `polygon` all tags of `from`, surface included, and its flags where both are of one

@@ -29,8 +29,8 @@ std::size_t usual_dimension(mesh::FourCC type) noexcept
 
 } // namespace
 
-MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LentTexts& lent)
-    : lent_(lent)
+MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LastingTexts& texts)
+    : texts_(texts)
 {
     for (const std::uint32_t layer : scope.layers(OPLYR_FG | OPLYR_BG)) {
         auto& maps = document.layers[layer].maps;

@@ -11,7 +11,7 @@
 #include <unordered_map>
 
 #include "mesh/document.h"
-#include "modeler/edit/lent_texts.h"
+#include "modeler/edit/lasting_texts.h"
 #include "modeler/edit/named_map.h"
 #include "modeler/edit/scope.h"
 
@@ -20,13 +20,12 @@ namespace modeler {
 /// Finds the maps of a type and name in the layers that an edit sees.
 ///
 /// The same name asked for again costs next to nothing: a caller gives a name by the address of its
-/// text, so the address leads to the last answer. Of a text that was lent to the caller the address
-/// says all. Of a text of its own it proves nothing, since there may be another text by now: these
-/// are compared.
+/// text, so the address leads to the last answer. Of a lasting text the address says all. Of
+/// another it proves nothing, since there may be another text by now: these are compared.
 class MapIndex {
 public:
-    /// Lists the maps of all layers that `scope` sees. `lent` must outlive the index.
-    MapIndex(mesh::Document& document, const Scope& scope, const LentTexts& lent);
+    /// Lists the maps of all layers that `scope` sees. `texts` must outlive the index.
+    MapIndex(mesh::Document& document, const Scope& scope, const LastingTexts& texts);
 
     /// The record of this type and name, made where there was none: it then has no places. Valid as
     /// long as the index.
@@ -34,15 +33,15 @@ public:
     {
         Slot& slot = slots_[place(type, name)];
         if (!holds(slot, type, name))
-            slot = {name, &look_up(type, name), type, lent_.holds(name)};
+            slot = {name, &look_up(type, name), type, texts_.holds(name)};
         return *slot.map;
     }
 
-    /// The same record, where this text led to it before; otherwise null.
+    /// The same record, where a lasting text led to it before; otherwise null.
     [[nodiscard]] NamedMap* known(mesh::FourCC type, const char* name) const noexcept
     {
         const Slot& slot = slots_[place(type, name)];
-        return holds(slot, type, name) ? slot.map : nullptr;
+        return slot.text == name && slot.type == type && slot.lasts ? slot.map : nullptr;
     }
 
     /// The record of this number, or null.
@@ -50,11 +49,11 @@ public:
 
 private:
     static constexpr std::size_t slot_count = 64;
-    struct alignas(32) Slot { // a power of two: found by a shift
+    struct Slot {
         const char* text = nullptr;
         NamedMap* map = nullptr;
         mesh::FourCC type = 0;
-        bool lent = false;
+        bool lasts = false;
     };
     struct Key {
         mesh::FourCC type;
@@ -77,11 +76,11 @@ private:
     [[nodiscard]] static bool holds(const Slot& slot, mesh::FourCC type, const char* name) noexcept
     {
         return slot.text == name && slot.type == type &&
-               (slot.lent || std::strcmp(slot.map->name.c_str(), name) == 0);
+               (slot.lasts || std::strcmp(slot.map->name.c_str(), name) == 0);
     }
     [[nodiscard]] NamedMap& look_up(mesh::FourCC type, std::string_view name);
 
-    const LentTexts& lent_;
+    const LastingTexts& texts_;
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
     std::array<Slot, slot_count> slots_{};

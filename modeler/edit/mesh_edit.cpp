@@ -31,8 +31,8 @@ std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
 } // namespace
 
 MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles,
-                   const LentTexts& lent)
-    : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_, lent),
+                   const LastingTexts& texts)
+    : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_, texts),
       target_(first_foreground(roles)), target_layer_(&document.layers[target_]),
       old_points_(target_layer_->points.size()), seen_(document.layers.size()),
       point_value_(longest_usual_value)
@@ -48,15 +48,6 @@ void MeshEdit::make_room(std::size_t dimension)
 {
     if (dimension > point_value_.size())
         point_value_.resize(dimension);
-}
-
-Element MeshEdit::polygon(LWPolID id) const noexcept
-{
-    const Element element = from_id(id);
-    if (!scope_.sees(element.layer) ||
-        element.index >= document_.layers[element.layer].polygons.size())
-        return {};
-    return element;
 }
 
 std::size_t MeshEdit::selected_points(std::uint32_t layer) const
@@ -153,11 +144,12 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
 
 const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 {
-    const Element element = polygon(id);
-    if (!element)
+    const Element element = from_id(id);
+    const mesh::Layer* const layer = polygon_holder(element);
+    if (layer == nullptr)
         return nullptr;
     try {
-        describe(document_.layers[element.layer].polygons, element, polygon_info_);
+        describe(layer->polygons, element, polygon_info_);
     } catch (const std::bad_alloc&) {
         fail("polyInfo");
         return nullptr;
@@ -167,10 +159,11 @@ const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 
 bool MeshEdit::normal(LWPolID id, double* normal) const
 {
-    const Element element = polygon(id);
-    if (!element || normal == nullptr)
+    const Element element = from_id(id);
+    const mesh::Layer* const layer = polygon_holder(element);
+    if (layer == nullptr || normal == nullptr)
         return false;
-    const mesh::Vec3 n = mesh::polygon_normal(document_.layers[element.layer], element.index);
+    const mesh::Vec3 n = mesh::polygon_normal(*layer, element.index);
     normal[0] = n.x;
     normal[1] = n.y;
     normal[2] = n.z;
@@ -216,7 +209,7 @@ int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dim
 {
     constexpr int most = std::numeric_limits<std::uint16_t>::max(); // what files can hold
     const Element element = from_id(id);
-    if (holder(element) == nullptr || name == nullptr || dimension < 0 || dimension > most ||
+    if (point_holder(element) == nullptr || name == nullptr || dimension < 0 || dimension > most ||
         (value == nullptr && dimension > 0))
         return EDERR_BADARGS;
     if (failed_in_ != nullptr)
@@ -261,8 +254,9 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
 {
     if (count < 0 || (points == nullptr && count > 0) || failed_in_ != nullptr)
         return nullptr;
-    const Element like = polygon(pattern);
-    if (pattern != nullptr && !like)
+    const Element like = from_id(pattern);
+    const mesh::Layer* const like_layer = polygon_holder(like);
+    if (pattern != nullptr && like_layer == nullptr)
         return nullptr;
     const auto corners = static_cast<std::size_t>(count);
     mesh::Polygons& polygons = target_layer_->polygons;
@@ -283,8 +277,8 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
             polygons.truncate(added);
             return nullptr;
         }
-        if (like)
-            polygons.copy_attributes(document_.layers[like.layer].polygons, like.index, added);
+        if (like_layer != nullptr)
+            polygons.copy_attributes(like_layer->polygons, like.index, added);
         if (surface != nullptr)
             polygons.set_surface(added, document_.tags.intern(surface));
     } catch (const std::exception&) { // memory, or the layer's room

@@ -31,9 +31,10 @@ namespace modeler {
 /// failed from then on and adds nothing more, and `keep` refuses it.
 class MeshEdit {
 public:
-    /// Roles: one for each layer, at least one of them foreground. `lent`: what the caller was
-    /// lent. Document and texts must outlive the edit.
-    MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, const LentTexts& lent);
+    /// Roles: one for each layer, at least one of them foreground. `texts`: those of the caller
+    /// that last as long as the edit. Document and texts must outlive it.
+    MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles,
+             const LastingTexts& texts);
     MeshEdit(const MeshEdit&) = delete;
     MeshEdit& operator=(const MeshEdit&) = delete;
     ~MeshEdit() { drop(); }
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] const EDPointInfo* point_info(LWPntID id)
     {
         const Element element = from_id(id);
-        const mesh::Layer* const layer = holder(element);
+        const mesh::Layer* const layer = point_holder(element);
         if (layer == nullptr)
             return nullptr;
         const mesh::Vec3& position = layer->points[element.index];
@@ -65,7 +66,7 @@ public:
     [[nodiscard]] void* select_map(void* handle, LWID type, const char* name)
     {
         NamedMap* named = handle == nullptr && name != nullptr ? maps_.known(type, name) : nullptr;
-        if (named == nullptr)
+        if (named == nullptr) [[unlikely]]
             named = find_map(handle, type, name);
         selected_ = named != nullptr && !named->places.empty() ? named : nullptr;
         // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
@@ -154,14 +155,20 @@ private:
     };
 
     /// The layer that the point is in, if the edit sees it and the point is there.
-    [[nodiscard]] const mesh::Layer* holder(Element point) const noexcept
+    [[nodiscard]] const mesh::Layer* point_holder(Element point) const noexcept
     {
         const mesh::Layer* const layer = point.layer < seen_.size() ? seen_[point.layer] : nullptr;
         return layer != nullptr && point.index < layer->points.size() ? layer : nullptr;
     }
     bool any_map_value(Element point, float* value);
     [[nodiscard]] NamedMap* find_map(void* handle, LWID type, const char* name);
-    [[nodiscard]] Element polygon(LWPolID id) const noexcept;
+    /// The same of a polygon.
+    [[nodiscard]] const mesh::Layer* polygon_holder(Element polygon) const noexcept
+    {
+        const mesh::Layer* const layer =
+            polygon.layer < seen_.size() ? seen_[polygon.layer] : nullptr;
+        return layer != nullptr && polygon.index < layer->polygons.size() ? layer : nullptr;
+    }
     void describe(const mesh::Polygons& polygons, Element polygon, PolygonRecord& record) const;
     [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
     /// Whether this is the index of a point that was added by this edit.

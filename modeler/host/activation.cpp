@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "modeler/host/read_only_data.h"
 #include "modeler/host/services.h"
 
 namespace modeler {
@@ -51,6 +52,8 @@ Activation* Activation::current() noexcept { return running; }
 void Activation::call(ActivateFunc* activate) noexcept
 {
     try {
+        for (const auto memory : read_only_data(reinterpret_cast<const void*>(activate)))
+            texts_.add_read_only(memory); // the names that stand in the module's source
         // The descriptor of a class hands its functions over as a plain pointer.
         void* const local = reinterpret_cast<void*>(&begin_edit_now);
         result_.code = activate(mesh_edit_version, &look_up_service, local, nullptr);
@@ -88,7 +91,7 @@ MeshEditOp* Activation::begin_edit()
     if (open_edit() != nullptr ||
         std::find(roles_.begin(), roles_.end(), LayerRole::foreground) == roles_.end())
         return nullptr;
-    edits_.push_back(std::make_unique<EditTable>(document_, roles_, lent_));
+    edits_.push_back(std::make_unique<EditTable>(document_, roles_, texts_));
     return edits_.back()->operations();
 }
 

@@ -11,7 +11,7 @@
 
 #include "hostapi/module.h"
 #include "mesh/document.h"
-#include "modeler/edit/lent_texts.h"
+#include "modeler/edit/lasting_texts.h"
 #include "modeler/edit/undo_step.h"
 #include "modeler/front_end.h"
 #include "modeler/host/edit_table.h"
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] const std::vector<LayerRole>& roles() const noexcept { return roles_; }
     [[nodiscard]] FrontEnd& front_end() noexcept { return front_end_; }
     [[nodiscard]] RunResult& result() noexcept { return result_; }
-    [[nodiscard]] LentTexts& lent() noexcept { return lent_; }
+    [[nodiscard]] LastingTexts& texts() noexcept { return texts_; }
     [[nodiscard]] MapCatalog& catalog() noexcept { return catalog_; }
     [[nodiscard]] Panels& panels() noexcept { return panels_; }
     [[nodiscard]] Monitors& monitors() noexcept { return monitors_; }
@@ -99,7 +99,7 @@ private:
 
     RunResult result_;
     std::exception_ptr held_;
-    LentTexts lent_;
+    LastingTexts texts_;
     MapCatalog catalog_;
     Monitors monitors_;
     Panels panels_;

@@ -102,8 +102,8 @@ LWPolID add_polygon(void* state, LWID type, LWPolID pattern, const char* surface
 } // namespace
 
 EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
-                     const LentTexts& lent)
-    : edit_(document, roles, lent), operations_{}
+                     const LastingTexts& texts)
+    : edit_(document, roles, texts), operations_{}
 {
     operations_.state = &edit_;
     operations_.done = &done;

@@ -12,7 +12,8 @@ namespace modeler {
 /// until the activation ends; its functions do nothing once the edit is finished.
 class EditTable {
 public:
-    EditTable(mesh::Document& document, const std::vector<LayerRole>& roles, const LentTexts& lent);
+    EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
+              const LastingTexts& texts);
     EditTable(const EditTable&) = delete;
     EditTable& operator=(const EditTable&) = delete;
     ~EditTable();

@@ -154,7 +154,8 @@ int poly_clone(void* settings, const EDPolygonInfo* polygon)
 {
     params_typ* const clone_settings = static_cast<params_typ*>(settings);
     const auto count = static_cast<std::size_t>(polygon->numPnts);
-    corners.resize(count);
+    if (corners.size() < count)
+        corners.resize(count);
     for (std::size_t i = 0; i < count; ++i)
         corners[i] = cloned_point(polygon->points[i], clone_settings);
     edit->addPoly(edit->state, polygon->type, polygon->pol, nullptr, polygon->numPnts,

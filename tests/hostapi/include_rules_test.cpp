@@ -89,7 +89,7 @@ const std::vector<Room> rooms = {
     {"mesh", {"mesh"}, {"sys", "unistd.h"}},
     {"plugin", {"plugin", "hostapi"}, {}},
     {"formats", {"formats", "mesh"}, {"fmt", "fcntl.h", "sys", "unistd.h", "assimp"}},
-    {"modeler", {"modeler", "hostapi", "mesh"}, {"fmt", "dlfcn.h"}},
+    {"modeler", {"modeler", "hostapi", "mesh"}, {"fmt", "dlfcn.h", "link.h"}},
     {"picture", {"picture", "mesh"}, {"fmt", "embree3", "GL", "ft2build.h", "lodepng.h"}},
     {"settings", {"settings", "modeler"}, {"fmt", "nlohmann"}},
     {"cli",

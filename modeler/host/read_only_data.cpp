@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "modeler/host/read_only_data.h"
+
+#include <cstddef>
+#include <cstdint>
+
+#include <link.h>
+
+namespace modeler {
+
+namespace {
+
+struct Search {
+    std::uintptr_t address;
+    std::vector<std::span<const char>> found;
+};
+
+/// Called for each loaded file. Not 0: it is the one that was looked for.
+int look_at(dl_phdr_info* file, std::size_t /*size*/, void* data)
+{
+    auto& search = *static_cast<Search*>(data);
+    bool is_this_file = false;
+    std::vector<std::span<const char>> parts;
+    for (int i = 0; i < file->dlpi_phnum; ++i) {
+        const ElfW(Phdr)& part = file->dlpi_phdr[i];
+        if (part.p_type != PT_LOAD)
+            continue;
+        const std::uintptr_t begin = file->dlpi_addr + part.p_vaddr;
+        is_this_file = is_this_file || search.address - begin < part.p_memsz;
+        if ((part.p_flags & PF_W) == 0)
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader tells addresses as numbers
+            parts.emplace_back(reinterpret_cast<const char*>(begin), part.p_memsz);
+    }
+    if (is_this_file)
+        search.found.swap(parts);
+    return is_this_file ? 1 : 0;
+}
+
+} // namespace
+
+std::vector<std::span<const char>> read_only_data(const void* address)
+{
+    Search search{reinterpret_cast<std::uintptr_t>(address), {}};
+    (void)dl_iterate_phdr(&look_at, &search);
+    return search.found;
+}
+
+} // namespace modeler
