@@ -160,8 +160,6 @@ private:
         const mesh::Layer* const layer = point.layer < seen_.size() ? seen_[point.layer] : nullptr;
         return layer != nullptr && point.index < layer->points.size() ? layer : nullptr;
     }
-    bool any_map_value(Element point, float* value);
-    [[nodiscard]] NamedMap* find_map(void* handle, LWID type, const char* name);
     /// The same of a polygon.
     [[nodiscard]] const mesh::Layer* polygon_holder(Element polygon) const noexcept
     {
@@ -169,6 +167,9 @@ private:
             polygon.layer < seen_.size() ? seen_[polygon.layer] : nullptr;
         return layer != nullptr && polygon.index < layer->polygons.size() ? layer : nullptr;
     }
+    /// The ways of `map_value` and `select_map` that fit every case.
+    bool any_map_value(Element point, float* value);
+    [[nodiscard]] NamedMap* find_map(void* handle, LWID type, const char* name);
     void describe(const mesh::Polygons& polygons, Element polygon, PolygonRecord& record) const;
     [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
     /// Whether this is the index of a point that was added by this edit.
@@ -177,6 +178,7 @@ private:
         // One comparison for both ends: an older index wraps around to a large one.
         return index - old_points_ < target_layer_->points.size() - old_points_;
     }
+    /// Makes the room behind `point_info` long enough for values of so many floats.
     void make_room(std::size_t dimension);
     int set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
                           const float* value);

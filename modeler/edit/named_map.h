@@ -8,6 +8,7 @@
 
 #include "mesh/fourcc.h"
 #include "mesh/vertex_map.h"
+#include "modeler/edit/ids.h"
 
 namespace modeler {
 
@@ -30,9 +31,8 @@ struct NamedMap {
     std::vector<Place> places; ///< one for each layer that has such a map, in ascending order
 
     /// The layer that values were read from last, and the map of it, if it has one.
-    std::uint32_t read_layer = no_layer;
+    std::uint32_t read_layer = Element::no_layer;
     const mesh::VertexMap* read_map = nullptr;
-    static constexpr std::uint32_t no_layer = 0xFFFFFFFFu;
 
     /// The map in a layer, or null.
     [[nodiscard]] const Place* in_layer(std::uint32_t layer) const noexcept;
