@@ -33,10 +33,12 @@ struct CornerValues {
 
 /// One vertex map of a layer: for each point a vector of `dimension` floats, or no value.
 ///
-/// The values stand packed in ascending order of their points, found through one presence bit for
-/// each point and a running count for each 64 of them: a map of few points costs little more than
-/// its values, a full one little more than a plain array. Adding behind the last point that has a
-/// value and finding a value take constant time; adding before it moves what follows.
+/// The values stand packed in ascending order of their points. Mostly these are one run of
+/// neighbours, as in a full map, and where the run begins and how long it is says which points have
+/// a value. Points that are not are found through one presence bit for each point and a running
+/// count for each 64 of them: a map of few points costs little more than its values. Adding behind
+/// the last point that has a value and finding a value take constant time; adding before it moves
+/// what follows.
 class VertexMap {
 public:
     VertexMap(FourCC type, std::string name, std::size_t dimension)
@@ -49,19 +51,20 @@ public:
     /// Floats for each value; 0 for a set of points.
     [[nodiscard]] std::size_t dimension() const noexcept { return dimension_; }
     /// Number of points that have a value.
-    [[nodiscard]] std::size_t size() const noexcept { return count_; }
+    [[nodiscard]] std::size_t size() const noexcept { return run_size_ + scattered_; }
 
     [[nodiscard]] bool has(std::uint32_t point) const noexcept
     {
         const std::size_t word = point / 64u;
-        return word < present_.size() && ((present_[word] >> (point % 64u)) & 1u) != 0;
+        return lies_in_run(point) ||
+               (word < present_.size() && ((present_[word] >> (point % 64u)) & 1u) != 0);
     }
 
     /// How many of the points from `begin` on that lie before `end` have a value, in constant time.
     [[nodiscard]] std::size_t count_in(std::uint32_t begin, std::uint32_t end) const noexcept
     {
-        const std::size_t before_end = end < end_ ? rank(end) : count_;
-        const std::size_t before_begin = begin < end_ ? rank(begin) : count_;
+        const std::size_t before_end = rank(end);
+        const std::size_t before_begin = rank(begin);
         return before_end > before_begin ? before_end - before_begin : 0;
     }
 
@@ -74,30 +77,29 @@ public:
         return {values_.data() + rank(point) * dimension_, dimension_};
     }
 
-    /// The point's value where all points before the last one that has a value have one, too; null
-    /// where `find` has to tell.
-    [[nodiscard]] const float* find_in_full(std::uint32_t point) const noexcept
+    /// The point's value where the points that have one are a run of neighbours; null where `find`
+    /// has to tell.
+    [[nodiscard]] const float* find_in_run(std::uint32_t point) const noexcept
     {
-        return count_ == end_ && point < end_ ? values_.data() + point * dimension_ : nullptr;
+        const std::uint32_t row = point - run_begin_;
+        return row < run_size_ ? values_.data() + row * dimension_ : nullptr;
     }
 
     /// Gives the point a value of `dimension` floats, in place of one it may have.
     void set(std::uint32_t point, std::span<const float> value)
     {
-        if (!set_in_room(point, value))
+        if (!extend_run(point, value))
             set_anywhere(point, value);
     }
 
-    /// The same where it costs nothing: the point lies behind all that have a value, as where many
-    /// are written in order, and there is room for one more. False: nothing was done.
-    [[nodiscard]] bool set_in_room(std::uint32_t point, std::span<const float> value) noexcept
+    /// The same where it costs nothing: the points that have a value are a run of neighbours, this
+    /// one comes next, and there is room for one more value. False: nothing was done.
+    [[nodiscard]] bool extend_run(std::uint32_t point, std::span<const float> value) noexcept
     {
-        if (point < end_ || point / 64u + 1u != present_.size() || values_.room() < value.size())
+        if (point - run_begin_ != run_size_ || values_.room() < value.size())
             return false;
         copy_floats(value.data(), values_.extend(value.size()), value.size());
-        present_.back() |= std::uint64_t{1} << (point % 64u);
-        end_ = point + 1;
-        ++count_;
+        ++run_size_;
         return true;
     }
 
@@ -105,8 +107,8 @@ public:
     /// have a value; `values` are `dimension` floats for each, one after another.
     void append(std::span<const std::uint32_t> points, std::span<const float> values);
 
-    /// Takes the point's value away.
-    void erase(std::uint32_t point) noexcept;
+    /// Takes the point's value away. Asks for memory where this divides a run of neighbours.
+    void erase(std::uint32_t point);
 
     /// Takes the values of all points from `point_count` on away.
     void truncate(std::uint32_t point_count) noexcept;
@@ -115,17 +117,60 @@ public:
     [[nodiscard]] std::span<const float> values() const noexcept { return values_.span(); }
 
     /// Calls `visit(point, value)` for each point that has a value, in ascending order.
-    template <typename Visit> void for_each(Visit visit) const { for_each_in(0, end_, visit); }
+    template <typename Visit> void for_each(Visit visit) const { for_each_in(0, end(), visit); }
 
     /// The same for the points from `begin` on that lie before `end`, in time that does not grow
     /// with the others.
     template <typename Visit>
     void for_each_in(std::uint32_t begin, std::uint32_t end, Visit visit) const
     {
-        end = std::min(end, end_);
+        if (run_size_ != 0)
+            visit_run(begin, end, visit);
+        else
+            visit_scattered(begin, end, visit);
+    }
+
+    /// Values for single corners; they stand beside those of the points.
+    CornerValues corners;
+
+private:
+    /// Where a run begins that is none: no point has this index.
+    static constexpr std::uint32_t no_run = 0xFFFFFFFFu;
+
+    [[nodiscard]] bool lies_in_run(std::uint32_t point) const noexcept
+    {
+        return point - run_begin_ < run_size_; // a point before the run wraps around
+    }
+    /// One past the last point that has a value; 0 where none has.
+    [[nodiscard]] std::uint32_t end() const noexcept
+    {
+        return run_size_ != 0 ? run_begin_ + run_size_ : scattered_end_;
+    }
+    /// Number of points before `point` that have a value.
+    [[nodiscard]] std::size_t rank(std::uint32_t point) const noexcept
+    {
+        if (point >= end())
+            return size();
+        if (run_size_ != 0)
+            return point > run_begin_ ? point - run_begin_ : 0;
+        return scattered_rank(point);
+    }
+    [[nodiscard]] std::size_t scattered_rank(std::uint32_t point) const noexcept;
+
+    template <typename Visit>
+    void visit_run(std::uint32_t begin, std::uint32_t end, Visit& visit) const
+    {
+        const std::size_t last_row = rank(end);
+        for (std::size_t row = rank(begin); row < last_row; ++row)
+            visit(run_begin_ + static_cast<std::uint32_t>(row), value_in(row));
+    }
+    template <typename Visit>
+    void visit_scattered(std::uint32_t begin, std::uint32_t end, Visit& visit) const
+    {
+        end = std::min(end, scattered_end_);
         if (begin >= end)
             return;
-        std::size_t row = rank(begin);
+        std::size_t row = scattered_rank(begin);
         std::uint64_t bits = present_[begin / 64u] & (~std::uint64_t{0} << (begin % 64u));
         for (std::uint32_t first = begin - begin % 64u;;) {
             for (; bits != 0; bits &= bits - 1, ++row) {
@@ -133,7 +178,7 @@ public:
                     first + static_cast<std::uint32_t>(std::countr_zero(bits));
                 if (point >= end)
                     return;
-                visit(point, std::span<const float>(values_.data() + row * dimension_, dimension_));
+                visit(point, value_in(row));
             }
             if (end - first <= 64u)
                 return;
@@ -141,26 +186,27 @@ public:
             bits = present_[first / 64u];
         }
     }
-
-    /// Values for single corners; they stand beside those of the points.
-    CornerValues corners;
-
-private:
-    /// Number of points before `point`, which lies before `end_`, that have a value.
-    [[nodiscard]] std::size_t rank(std::uint32_t point) const noexcept
+    [[nodiscard]] std::span<const float> value_in(std::size_t row) const noexcept
     {
-        return count_ == end_ ? point : sparse_rank(point);
+        return {values_.data() + row * dimension_, dimension_};
     }
-    [[nodiscard]] std::size_t sparse_rank(std::uint32_t point) const noexcept;
+
     void set_anywhere(std::uint32_t point, std::span<const float> value);
+    /// Makes the map, in which no point has a value, a run of `count` from `point` on.
+    void begin_run(std::uint32_t point, std::size_t count) noexcept;
+    /// Takes the points for scattered ones, with at least `words` words of presence bits.
+    void scatter(std::size_t words);
 
     FourCC type_;
     std::string name_;
     std::size_t dimension_;
-    std::size_t count_ = 0;
-    std::uint32_t end_ = 0;         ///< one past the last point that has a value
-    Buffer<std::uint64_t> present_; ///< bit p % 64 of word p / 64: point p has a value
-    Buffer<std::uint32_t> before_;  ///< for each word: how many points before it have a value
+    // Either a run, and no presence bits, or scattered points.
+    std::uint32_t run_begin_ = no_run;
+    std::uint32_t run_size_ = 0;
+    std::uint32_t scattered_ = 0;     ///< how many of them have a value
+    std::uint32_t scattered_end_ = 0; ///< one past the last of them that has
+    Buffer<std::uint64_t> present_;   ///< bit p % 64 of word p / 64: point p has a value
+    Buffer<std::uint32_t> before_;    ///< for each word: how many points before it have a value
     Buffer<float> values_;
 };
 

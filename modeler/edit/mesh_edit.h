@@ -81,7 +81,7 @@ public:
         const Element element = from_id(id);
         const mesh::VertexMap* const map = selected_->read_map;
         if (map != nullptr && element.layer == selected_->read_layer) {
-            const float* const stored = map->find_in_full(element.index);
+            const float* const stored = map->find_in_run(element.index);
             if (stored != nullptr && map->dimension() == selected_->usual) {
                 mesh::copy_floats(stored, value, selected_->usual);
                 return true;
@@ -99,7 +99,7 @@ public:
             const NamedMap* const named = maps_.known(type, name);
             if (named != nullptr && named->target != nullptr &&
                 named->target->dimension() == static_cast<std::size_t>(dimension) &&
-                named->target->set_in_room(static_cast<std::uint32_t>(index),
+                named->target->extend_run(static_cast<std::uint32_t>(index),
                                            {value, named->target->dimension()}))
                 return EDERR_NONE;
         }

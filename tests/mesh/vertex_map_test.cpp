@@ -38,8 +38,8 @@ void check_equal(const VertexMap& map, const Model& model)
         const auto expected = model.find(point);
         RC_ASSERT(map.has(point) == (expected != model.end()));
         const auto found = map.find(point);
-        const float* const in_full = map.find_in_full(point);
-        RC_ASSERT(in_full == nullptr || (map.has(point) && in_full == found.data()));
+        const float* const in_run = map.find_in_run(point);
+        RC_ASSERT(in_run == nullptr || (map.has(point) && in_run == found.data()));
         RC_ASSERT(std::vector<float>(found.begin(), found.end()) ==
                   (expected != model.end() ? expected->second : std::vector<float>{}));
     }
@@ -68,14 +68,26 @@ void check_range(const VertexMap& map, const Model& model, std::uint32_t begin, 
     RC_ASSERT(map.count_in(begin, end) == expected.size());
 }
 
-/// Appends some points behind all that have a value.
+/// Sets a run of neighbours.
+void set_run(VertexMap& map, Model& model, std::uint32_t first, int seed)
+{
+    const std::uint32_t end = std::min(first + *rc::gen::inRange(0u, 140u), most_points);
+    for (std::uint32_t point = first; point < end; ++point) {
+        const auto value = value_of(map.dimension(), seed++);
+        map.set(point, value);
+        model[point] = value;
+    }
+}
+
+/// Appends some points behind all that have a value, now and then neighbours.
 void append_some(VertexMap& map, Model& model, int seed)
 {
     std::uint32_t next = model.empty() ? 0 : model.rbegin()->first + 1;
     std::vector<std::uint32_t> points;
     std::vector<float> values;
-    for (const auto gap :
-         *rc::gen::container<std::vector<std::uint8_t>>(rc::gen::inRange<std::uint8_t>(0, 100))) {
+    const int most_gap = *rc::gen::element(1, 100); // 1: none
+    for (const auto gap : *rc::gen::container<std::vector<std::uint8_t>>(
+             rc::gen::inRange<std::uint8_t>(0, static_cast<std::uint8_t>(most_gap)))) {
         next += gap;
         if (next >= most_points)
             break;
@@ -97,9 +109,9 @@ RC_GTEST_PROP(VertexMapLaw, BehavesAsAnOrderedMap, ())
         std::uint32_t point;
         int seed;
     };
-    const auto count = *rc::gen::inRange(0, 120);
+    const auto count = *rc::gen::inRange(0, *rc::gen::element(4, 120)); // few steps keep runs
     for (int i = 0; i < count; ++i) {
-        const Step step{*rc::gen::inRange(0, 9), *rc::gen::inRange<std::uint32_t>(0, most_points),
+        const Step step{*rc::gen::inRange(0, 10), *rc::gen::inRange<std::uint32_t>(0, most_points),
                         *rc::gen::inRange(-50, 50)};
         if (step.kind < 5) { // mostly values come
             map.set(step.point, value_of(dimension, step.seed));
@@ -110,8 +122,10 @@ RC_GTEST_PROP(VertexMapLaw, BehavesAsAnOrderedMap, ())
         } else if (step.kind == 7) {
             map.truncate(step.point);
             model.erase(model.lower_bound(step.point), model.end());
-        } else {
+        } else if (step.kind == 8) {
             append_some(map, model, step.seed);
+        } else {
+            set_run(map, model, model.empty() ? step.point : model.rbegin()->first + 1, step.seed);
         }
     }
     check_equal(map, model);
@@ -156,32 +170,56 @@ TEST(VertexMap, AValueIsReplacedInPlace)
     EXPECT_THAT(map.find(7), ElementsAre(3.f, 4.f));
 }
 
-TEST(VertexMap, FindsInAFullMapAtOnce)
+TEST(VertexMap, FindsInARunAtOnce)
 {
-    VertexMap map(mesh::map_wght, "full", 1);
-    for (std::uint32_t point = 0; point < 100; ++point)
+    VertexMap map(mesh::map_wght, "run", 1);
+    for (std::uint32_t point = 100; point < 200; ++point)
         map.set(point, std::array{static_cast<float>(point)});
-    ASSERT_NE(map.find_in_full(70), nullptr);
-    EXPECT_EQ(*map.find_in_full(70), 70.0f);
-    EXPECT_EQ(map.find_in_full(100), nullptr);
-    map.erase(3);
-    EXPECT_EQ(map.find_in_full(70), nullptr);
-    EXPECT_THAT(map.find(70), ElementsAre(70.0f));
+    ASSERT_NE(map.find_in_run(170), nullptr);
+    EXPECT_EQ(*map.find_in_run(170), 170.0f);
+    EXPECT_EQ(map.find_in_run(99), nullptr);
+    EXPECT_EQ(map.find_in_run(200), nullptr);
+    map.erase(103);
+    EXPECT_EQ(map.find_in_run(170), nullptr);
+    EXPECT_THAT(map.find(170), ElementsAre(170.0f));
 }
 
-TEST(VertexMap, SetsInRoomOnlyBehindAllOthers)
+TEST(VertexMap, ExtendsARunWhereThereIsRoom)
 {
     VertexMap map(mesh::map_txuv, "room", 2);
     const std::array value{0.5f, 1.0f};
-    EXPECT_FALSE(map.set_in_room(0, value)) << "there is no memory yet";
-    map.set(4, value);
-    EXPECT_FALSE(map.set_in_room(3, value));
-    EXPECT_FALSE(map.set_in_room(4, value));
+    EXPECT_FALSE(map.extend_run(0, value)) << "there is no run yet";
+    map.set(63, value);
+    EXPECT_FALSE(map.extend_run(62, value));
+    EXPECT_FALSE(map.extend_run(63, value));
+    EXPECT_FALSE(map.extend_run(65, value));
     EXPECT_EQ(map.size(), 1u);
-    EXPECT_TRUE(map.set_in_room(6, value));
-    EXPECT_FALSE(map.set_in_room(64, value)) << "another word of presence bits";
+    EXPECT_TRUE(map.extend_run(64, value));
     EXPECT_EQ(map.size(), 2u);
-    EXPECT_THAT(map.find(6), ElementsAre(0.5f, 1.0f));
+    EXPECT_THAT(map.find(64), ElementsAre(0.5f, 1.0f));
+    map.set(66, value);
+    EXPECT_FALSE(map.extend_run(67, value)) << "the points are a run no longer";
+    EXPECT_EQ(map.size(), 3u);
+}
+
+TEST(VertexMap, ARunBecomesScatteredPointsWithTheSameValues)
+{
+    for (const std::uint32_t begin : {0u, 1u, 63u, 64u, 130u})
+        for (const std::uint32_t count : {1u, 2u, 63u, 64u, 65u, 200u}) {
+            VertexMap map(mesh::map_wght, "m", 1);
+            for (std::uint32_t point = begin; point < begin + count; ++point)
+                map.set(point, std::array{static_cast<float>(point)});
+            map.set(begin + count + 70, std::array{-1.0f});
+            EXPECT_EQ(map.size(), count + 1);
+            for (std::uint32_t point = 0; point < begin + count + 70; ++point) {
+                const bool in_run = point >= begin && point < begin + count;
+                ASSERT_EQ(map.has(point), in_run) << begin << '+' << count << ": " << point;
+                if (in_run) {
+                    ASSERT_THAT(map.find(point), ElementsAre(static_cast<float>(point)));
+                }
+            }
+            EXPECT_THAT(map.find(begin + count + 70), ElementsAre(-1.0f));
+        }
 }
 
 TEST(VertexMap, WorksAcrossTheEdgesOfItsWords)
