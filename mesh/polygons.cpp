@@ -6,7 +6,7 @@
 
 namespace mesh {
 
-std::uint16_t Polygons::look_up_type(FourCC type)
+std::uint16_t Polygons::type_number(FourCC type)
 {
     const auto known = type_numbers_.find(type);
     if (known != type_numbers_.end())
@@ -22,6 +22,19 @@ std::uint16_t Polygons::look_up_type(FourCC type)
         throw;
     }
     return number;
+}
+
+std::uint32_t* Polygons::extend(FourCC type, std::size_t count)
+{
+    if (count > most_corners - corners_.size())
+        throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
+    // All that can fail comes first, so that a failure leaves the polygons as they were.
+    const std::uint16_t number = type_number(type);
+    records_.reserve_more(records_.size() + 1);
+    const auto start = static_cast<std::uint32_t>(corners_.size());
+    std::uint32_t* const room = corners_.extend(count);
+    records_.push_back({start, no_tag, number, 0, false});
+    return room;
 }
 
 TagIndex Polygons::tag(FourCC kind, std::size_t polygon) const noexcept

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <limits>
 #include <span>
-#include <stdexcept>
 #include <unordered_map>
 #include <vector>
 
@@ -92,17 +91,24 @@ public:
     }
 
     /// The same with `count` points, to be set through the pointer that is returned.
-    [[nodiscard]] std::uint32_t* extend(FourCC type, std::size_t count)
+    [[nodiscard]] std::uint32_t* extend(FourCC type, std::size_t count);
+
+    /// The same with the attributes of a polygon `from` of `source` (see `copy_attributes`), where
+    /// it costs nothing: the last polygon is of the same type, there is room for one more, and
+    /// there are no rarer tags to copy. Null: nothing was done.
+    [[nodiscard]] std::uint32_t* extend_in_room(FourCC type, std::size_t count,
+                                                const Polygons& source, std::size_t from) noexcept
     {
-        if (count > std::numeric_limits<std::uint32_t>::max() - corners_.size())
-            throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
-        // All that can fail comes first, so that a failure leaves the polygons as they were.
-        const std::uint16_t number = type_number(type);
-        records_.reserve_more(records_.size() + 1);
-        const auto start = static_cast<std::uint32_t>(corners_.size());
-        std::uint32_t* const room = corners_.extend(count);
-        records_.push_back({start, no_tag, number, 0, false});
-        return room;
+        if (records_.empty() || type_names_[records_.back().type] != type || records_.room() == 0 ||
+            corners_.room() < count || most_corners - corners_.size() < count ||
+            !source.others_.empty())
+            return nullptr;
+        const Record& model = source.records_[from]; // stays where it is: there is room
+        const bool same_type = source.type_names_[model.type] == type;
+        const std::uint16_t number = records_.back().type;
+        *records_.extend(1) = {static_cast<std::uint32_t>(corners_.size()), model.surface, number,
+                               same_type ? model.flags : std::uint8_t{0}, false};
+        return corners_.extend(count);
     }
 
     /// Gives `polygon` all tags of `from`, surface included, and its flags where both are of one
@@ -143,6 +149,8 @@ public:
     void reserve(std::size_t polygons, std::size_t corners);
 
 private:
+    static constexpr std::size_t most_corners = std::numeric_limits<std::uint32_t>::max();
+
     /// What every polygon has.
     struct Record {
         std::uint32_t start = 0; ///< where its corners begin
@@ -162,14 +170,7 @@ private:
     {
         return polygon < records_.size() ? records_[polygon].start : corners_.size();
     }
-    [[nodiscard]] std::uint16_t type_number(FourCC type)
-    {
-        // Polygons of one type mostly stand side by side.
-        if (!records_.empty() && type_names_[records_.back().type] == type)
-            return records_.back().type;
-        return look_up_type(type);
-    }
-    [[nodiscard]] std::uint16_t look_up_type(FourCC type);
+    [[nodiscard]] std::uint16_t type_number(FourCC type);
     void copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon);
 
     std::vector<FourCC> type_names_;
