@@ -23,8 +23,8 @@ public:
     IDs_typ* next = nullptr;  ///< owned
 
     // a run makes one for each point of each clone
-    static void* operator new(std::size_t /*size*/) { return take_ids_memory(); }
-    static void operator delete(void* memory) noexcept { give_ids_memory(memory); }
+    static void* operator new(std::size_t /*size*/) { return ids_nodes.take(); }
+    static void operator delete(void* memory) noexcept { ids_nodes.give(memory); }
 };
 
 } // namespace dastrel

@@ -40,16 +40,28 @@ double weight_factor(double w, double influence)
     return w < 0 ? (w / 2) * influence + 1 : w * influence + 1;
 }
 
-/// The turns of the current clone, each taken once and not for every point.
+/// The turns of the current clone, which all its points share.
 struct {
     remembered_turn bank;
     remembered_turn pitch;
     remembered_turn heading;
     remembered_turn normal_pitch;
     remembered_turn normal_heading;
+
+    void take(const params_typ& settings)
+    {
+        bank.take(HPB_rand.z());
+        pitch.take(HPB_rand.y());
+        heading.take(HPB_rand.x());
+        if (settings.p_align == 1)
+            normal_pitch.take(akt_item->norm_p);
+        if (settings.h_align == 1)
+            normal_heading.take(akt_item->norm_h);
+    }
 } turns;
 
-/// What calc_cloned_point gives; inline for the points, which are many.
+/// What calc_cloned_point gives, with the turns taken before; inline for the points, which are
+/// many.
 inline XYZ6_typ shaped(const XYZ6_typ& point, const params_typ& settings)
 {
     const bool independent = settings.size_indep == 1;
@@ -59,36 +71,19 @@ inline XYZ6_typ shaped(const XYZ6_typ& point, const params_typ& settings)
         p = p * losoj.z_zakresu(1 - settings.jitter, 1 + settings.jitter);
     if (settings.size_wg > 0)
         p = p * weight_factor(WG_val[akt_item->poly], settings.size_wg_influence);
-    p = turns.bank.by(HPB_rand.z()).about_Z(p);
-    p = turns.pitch.by(HPB_rand.y()).about_X(p);
-    p = turns.heading.by(HPB_rand.x()).about_Y(p);
+    p = turns.bank.about_Z(p);
+    p = turns.pitch.about_X(p);
+    p = turns.heading.about_Y(p);
     if (settings.p_align == 1)
-        p = turns.normal_pitch.by(akt_item->norm_p).about_Z(p);
+        p = turns.normal_pitch.about_Z(p);
     if (settings.h_align == 1)
-        p = turns.normal_heading.by(akt_item->norm_h).about_Y(p);
+        p = turns.normal_heading.about_Y(p);
     return p;
 }
 
 /// Beside the list `IDs`: where its points are found, and its last node.
 point_table points;
 IDs_typ* last_point;
-
-/// The copy of a background point in the current clone, if it is there.
-bool find_point(LWPntID old_id, LWPntID& new_id)
-{
-    if (!plain_lists) {
-        bool found = false;
-        new_id = points.find(old_id, found);
-        return found;
-    }
-    for (const IDs_typ* node = IDs; node != nullptr; node = node->next) {
-        if (node->old_id == old_id) {
-            new_id = node->new_id;
-            return true;
-        }
-    }
-    return false;
-}
 
 IDs_typ* append_point()
 {
@@ -109,21 +104,48 @@ void forget_points()
     points.clear();
 }
 
-/// The current clone's copy of a background point, made when it is met for the first time.
-LWPntID cloned_point(LWPntID background_point, params_typ* settings)
+/// Copies a background point into the current clone.
+IDs_typ* copy_point(LWPntID background_point, params_typ* settings)
 {
-    LWPntID copy = nullptr;
-    if (find_point(background_point, copy))
-        return copy;
+    if (IDs == nullptr)
+        turns.take(*settings);
     const EDPointInfo* const info = edit->pointInfo(edit->state, background_point);
     const LWPntID old_id = info->pnt;
     const XYZ6_typ p = shaped(XYZ6_typ(info->position), *settings).move(akt_item->pos);
     IDs_typ* const node = append_point();
     node->new_id = edit->addPoint(edit->state, p);
     node->old_id = old_id;
-    points.add(node->old_id, node->new_id);
     carry_vertex_maps(background_point, node->new_id, settings);
-    return node->new_id;
+    return node;
+}
+
+/// The current clone's copy of a background point, made when it is met for the first time. `slot`:
+/// the point's, where it is known.
+LWPntID cloned_point(LWPntID background_point, point_table::slot_typ* slot, params_typ* settings)
+{
+    if (plain_lists) {
+        const IDs_typ* node = IDs;
+        while (node != nullptr && node->old_id != background_point)
+            node = node->next;
+        return (node != nullptr ? node : copy_point(background_point, settings))->new_id;
+    }
+    if (slot == nullptr)
+        slot = &points.slot(background_point);
+    if (points.has_copy(*slot))
+        return point_table::copy(*slot);
+    const IDs_typ& node = *copy_point(background_point, settings);
+    points.set_copy(node.old_id == background_point ? *slot : points.slot(node.old_id),
+                    node.new_id);
+    return node.new_id;
+}
+
+/// The same; inline for the points that were copied before, which are most.
+inline LWPntID cloned_point(LWPntID background_point, params_typ* settings)
+{
+    point_table::slot_typ* const slot = points.find_at_once(background_point);
+    if (slot != nullptr && points.has_copy(*slot))
+        return point_table::copy(*slot);
+    return cloned_point(background_point, slot, settings);
 }
 
 /// The corners of a copied polygon; kept from polygon to polygon for its memory.
@@ -156,10 +178,11 @@ int poly_clone(void* settings, const EDPolygonInfo* polygon)
     const auto count = static_cast<std::size_t>(polygon->numPnts);
     if (corners.size() < count)
         corners.resize(count);
+    const LWPntID* const originals = polygon->points;
+    LWPntID* const copies = corners.data();
     for (std::size_t i = 0; i < count; ++i)
-        corners[i] = cloned_point(polygon->points[i], clone_settings);
-    edit->addPoly(edit->state, polygon->type, polygon->pol, nullptr, polygon->numPnts,
-                  corners.data());
+        copies[i] = cloned_point(originals[i], clone_settings);
+    edit->addPoly(edit->state, polygon->type, polygon->pol, nullptr, polygon->numPnts, copies);
     return EDERR_NONE;
 }
 
@@ -172,6 +195,7 @@ void release_point_memory()
 
 XYZ6_typ calc_cloned_point(XYZ6_typ point, params_typ* settings)
 {
+    turns.take(*settings);
     return shaped(point, *settings);
 }
 

@@ -20,8 +20,8 @@ public:
     pos_typ* next = nullptr; ///< next node, at an equal or greater X
 
     // a run makes one for each clone
-    static void* operator new(std::size_t /*size*/) { return take_pos_memory(); }
-    static void operator delete(void* memory) noexcept { give_pos_memory(memory); }
+    static void* operator new(std::size_t /*size*/) { return pos_nodes.take(); }
+    static void operator delete(void* memory) noexcept { pos_nodes.give(memory); }
 };
 
 } // namespace dastrel

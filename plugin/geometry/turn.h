@@ -2,7 +2,6 @@
 #pragma once
 
 #include <bit>
-#include <cmath>
 #include <cstdint>
 
 #include "plugin/geometry/LW6-XYZ.h"
@@ -17,7 +16,7 @@ namespace dastrel {
 class turn_typ {
 public:
     turn_typ() : turn_typ(0.0) {}
-    explicit turn_typ(double a) : s(std::sin(-a)), c(std::cos(-a)) {}
+    explicit turn_typ(double a);
 
     /// The formulas themselves, computed for an angle of 0, too.
     XYZ6_typ computed_X(const XYZ6_typ& p) const
@@ -46,22 +45,20 @@ private:
     double c;
 };
 
-/// The turn of the angle last asked for, taken anew only when the angle changes by a bit.
-class remembered_turn {
+/// A turn that is taken anew only when the angle changes by a bit.
+class remembered_turn : public turn_typ {
 public:
-    const turn_typ& by(double a)
+    void take(double a)
     {
         const auto asked = std::bit_cast<std::uint64_t>(a);
-        if (asked != bits) {
-            bits = asked;
-            turn = turn_typ(a);
-        }
-        return turn;
+        if (asked == bits)
+            return;
+        bits = asked;
+        static_cast<turn_typ&>(*this) = turn_typ(a);
     }
 
 private:
     std::uint64_t bits = 0; // of the angle 0.0
-    turn_typ turn;
 };
 
 } // namespace dastrel

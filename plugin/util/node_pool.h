@@ -9,8 +9,10 @@ namespace dastrel {
 
 /// Memory for the nodes of lists that are made and freed by the million: nodes come from large
 /// blocks and go back onto a chain of free ones.
-template <std::size_t node_size> class node_pool {
+class node_pool {
 public:
+    explicit node_pool(std::size_t size) : node_size(size) {}
+
     /// Memory for one node. Throws std::bad_alloc.
     void* take()
     {
@@ -32,34 +34,19 @@ public:
     }
 
     /// Gives the blocks back when no node is in use.
-    void release_blocks() noexcept
-    {
-        if (in_use != 0)
-            return;
-        unused = nullptr;
-        blocks = std::vector<std::unique_ptr<free_node[]>>();
-    }
+    void release_blocks() noexcept;
 
 private:
-    union free_node {
+    struct free_node {
         free_node* next;
-        alignas(std::max_align_t) std::byte bytes[node_size];
     };
 
-    void add_block()
-    {
-        constexpr std::size_t nodes_in_block = 1024;
-        blocks.push_back(std::make_unique_for_overwrite<free_node[]>(nodes_in_block));
-        free_node* const block = blocks.back().get();
-        for (std::size_t i = nodes_in_block; i-- > 0;) {
-            block[i].next = unused;
-            unused = &block[i];
-        }
-    }
+    void add_block();
 
     free_node* unused = nullptr;
     std::size_t in_use = 0;
-    std::vector<std::unique_ptr<free_node[]>> blocks;
+    std::size_t node_size;
+    std::vector<std::unique_ptr<std::byte[]>> blocks;
 };
 
 } // namespace dastrel

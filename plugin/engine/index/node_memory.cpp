@@ -3,26 +3,16 @@
 
 #include "plugin/engine/IDs_typ.h"
 #include "plugin/engine/pos_typ.h"
-#include "plugin/util/node_pool.h"
 
 namespace dastrel {
 
-namespace {
-
-node_pool<sizeof(pos_typ)> pos_pool;
-node_pool<sizeof(IDs_typ)> ids_pool;
-
-} // namespace
-
-void* take_pos_memory() { return pos_pool.take(); }
-void give_pos_memory(void* memory) noexcept { pos_pool.give(memory); }
-void* take_ids_memory() { return ids_pool.take(); }
-void give_ids_memory(void* memory) noexcept { ids_pool.give(memory); }
+node_pool pos_nodes(sizeof(pos_typ));
+node_pool ids_nodes(sizeof(IDs_typ));
 
 void release_node_memory() noexcept
 {
-    pos_pool.release_blocks();
-    ids_pool.release_blocks();
+    pos_nodes.release_blocks();
+    ids_nodes.release_blocks();
 }
 
 } // namespace dastrel

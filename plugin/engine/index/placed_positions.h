@@ -42,7 +42,7 @@ public:
 
 private:
     position_index index;
-    node_pool<sizeof(pos_typ)> memory;
+    node_pool memory{sizeof(pos_typ)};
     std::vector<pos_typ*> nodes; ///< in `memory`, in order of arrival
 };
 

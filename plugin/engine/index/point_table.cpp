@@ -5,48 +5,53 @@
 
 namespace dastrel {
 
-void point_table::clear()
-{
-    ++clone;
-    filled = 0;
-}
-
 void point_table::release()
 {
-    slots = std::vector<slot_typ>();
-    most = 0;
-    clear();
+    memory = std::vector<slot_typ>();
+    slots = &none;
+    mask = 0;
+    used = 0;
 }
 
-void point_table::put(LWPntID old_id, LWPntID new_id)
+point_table::slot_typ& point_table::slot(LWPntID old_id)
 {
     std::size_t i = start(old_id);
-    while (slots[i].clone == clone) {
+    while (slots[i].clone != unused) {
         if (slots[i].old_id == old_id)
-            return;
+            return slots[i];
         i = (i + 1) & mask;
     }
-    slots[i] = {old_id, new_id, clone};
-    ++filled;
+    return add(old_id);
+}
+
+point_table::slot_typ& point_table::add(LWPntID old_id)
+{
+    if (used * 2 >= memory.size())
+        grow();
+    slot_typ slot;
+    slot.old_id = old_id;
+    slot.clone = no_clone;
+    ++used;
+    return put(slot);
+}
+
+point_table::slot_typ& point_table::put(const slot_typ& slot)
+{
+    std::size_t i = start(slot.old_id);
+    while (slots[i].clone != unused)
+        i = (i + 1) & mask;
+    return slots[i] = slot;
 }
 
 void point_table::grow()
 {
-    const std::size_t size = slots.empty() ? 64 : slots.size() * 2;
-    const std::vector<slot_typ> old = std::exchange(slots, std::vector<slot_typ>(size));
-    mask = size - 1;
-    most = size / 2;
-    filled = 0;
+    const std::vector<slot_typ> old =
+        std::exchange(memory, std::vector<slot_typ>(memory.empty() ? 64 : memory.size() * 2));
+    slots = memory.data();
+    mask = memory.size() - 1;
     for (const slot_typ& slot : old)
-        if (slot.clone == clone)
-            put(slot.old_id, slot.new_id);
-}
-
-void point_table::add(LWPntID old_id, LWPntID new_id)
-{
-    if (filled == most)
-        grow();
-    put(old_id, new_id);
+        if (slot.clone != unused)
+            put(slot);
 }
 
 } // namespace dastrel

@@ -9,57 +9,75 @@
 
 namespace dastrel {
 
-/// Finds the copy of a background point in the current clone: a hashed table beside the list `IDs`,
-/// emptied in constant time.
+/// Finds the copy of a background point in the current clone: a hashed table beside the list `IDs`.
+/// Every clone has the same points, so a point keeps its slot from clone to clone; a stamp tells
+/// whether the current one has it, and forgetting all points takes constant time.
 class point_table {
 public:
-    /// Forgets all points.
-    void clear();
+    /// What is known of one background point.
+    class slot_typ {
+        friend class point_table;
+        LWPntID old_id = nullptr;
+        LWPntID new_id = nullptr;
+        std::uint64_t clone = unused; ///< the last clone that has the point
+    };
 
-    /// The copy of the first point added under this id; null when there is none, which is also
-    /// the copy of a point whose copy could not be made: `found` tells the two apart.
-    LWPntID find(LWPntID old_id, bool& found) const
+    point_table() = default;
+    point_table(const point_table&) = delete;
+    point_table& operator=(const point_table&) = delete;
+
+    /// Forgets the copies of all points.
+    void clear() { ++current; }
+
+    /// The slot of a background point where one look finds it, as it mostly does; null where `slot`
+    /// has to tell. Valid until that is called.
+    slot_typ* find_at_once(LWPntID old_id)
     {
-        found = false;
-        if (slots.empty())
-            return nullptr;
-        for (std::size_t i = start(old_id);; i = (i + 1) & mask) {
-            const slot_typ& slot = slots[i];
-            if (slot.clone != clone)
-                return nullptr;
-            if (slot.old_id == old_id) {
-                found = true;
-                return slot.new_id;
-            }
-        }
+        slot_typ& slot = slots[start(old_id)];
+        return slot.old_id == old_id && slot.clone != unused ? &slot : nullptr;
     }
 
-    /// Adds a point, unless its id is there.
-    void add(LWPntID old_id, LWPntID new_id);
+    /// The slot of a background point, valid until the next call.
+    slot_typ& slot(LWPntID old_id);
+
+    /// Whether the current clone has the point.
+    bool has_copy(const slot_typ& slot) const { return slot.clone == current; }
+
+    /// Its copy in the current clone, which may be null: one that could not be made.
+    static LWPntID copy(const slot_typ& slot) { return slot.new_id; }
+
+    /// Notes the copy, unless there is one: the first one counts.
+    void set_copy(slot_typ& slot, LWPntID new_id) const
+    {
+        if (has_copy(slot))
+            return;
+        slot.new_id = new_id;
+        slot.clone = current;
+    }
 
     /// Gives the memory back.
     void release();
 
 private:
-    struct slot_typ {
-        LWPntID old_id = nullptr;
-        LWPntID new_id = nullptr;
-        std::uint64_t clone = 0; ///< which clone it was filled for; of another one it is empty
-    };
+    static constexpr std::uint64_t unused = 0;
+    static constexpr std::uint64_t no_clone = 1;
 
     std::size_t start(LWPntID id) const
     {
+        // Neighbours stay neighbours.
         const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id));
         return static_cast<std::size_t>(bits ^ (bits >> 7)) & mask;
     }
-    void put(LWPntID old_id, LWPntID new_id);
+    slot_typ& add(LWPntID old_id);
+    slot_typ& put(const slot_typ& slot);
     void grow();
 
-    std::vector<slot_typ> slots; ///< a power of two, at most half of them filled
-    std::size_t mask = 0;        ///< their number less one
-    std::size_t filled = 0;
-    std::size_t most = 0; ///< filled slots that the table takes before it grows
-    std::uint64_t clone = 1;
+    slot_typ none;           ///< stands in for the slots as long as there are none
+    slot_typ* slots = &none; ///< a power of two, at most half of them used
+    std::vector<slot_typ> memory;
+    std::size_t mask = 0; ///< their number less one
+    std::size_t used = 0;
+    std::uint64_t current = no_clone + 1;
 };
 
 } // namespace dastrel

@@ -128,35 +128,39 @@ INSTANTIATE_TEST_SUITE_P(Clouds, PositionIndex, testing::Values(
 TEST(PointTable, FindsWhatItWasGivenInThisCloneOnly)
 {
     point_table table;
-    bool found = true;
-    EXPECT_EQ(table.find(RecordingHost::point_id(1), found), nullptr);
-    EXPECT_FALSE(found);
     for (int clone = 0; clone < 3; ++clone) {
         table.clear();
         for (int i = 0; i < 1000; ++i) {
-            (void)table.find(RecordingHost::point_id(i), found);
-            ASSERT_FALSE(found) << i;
-            table.add(RecordingHost::point_id(i), RecordingHost::point_id(i + 5000 * clone));
-            table.add(RecordingHost::point_id(i), nullptr); // the first one counts
+            auto& slot = table.slot(RecordingHost::point_id(i));
+            ASSERT_FALSE(table.has_copy(slot)) << i;
+            table.set_copy(slot, RecordingHost::point_id(i + 5000 * clone));
+            table.set_copy(slot, nullptr); // the first one counts
         }
         for (int i = 0; i < 1000; ++i) {
-            ASSERT_EQ(table.find(RecordingHost::point_id(i), found),
-                      RecordingHost::point_id(i + 5000 * clone));
-            ASSERT_TRUE(found);
+            const auto& slot = table.slot(RecordingHost::point_id(i));
+            ASSERT_TRUE(table.has_copy(slot));
+            ASSERT_EQ(point_table::copy(slot), RecordingHost::point_id(i + 5000 * clone));
         }
     }
     table.release();
-    (void)table.find(RecordingHost::point_id(1), found);
-    EXPECT_FALSE(found);
+    EXPECT_FALSE(table.has_copy(table.slot(RecordingHost::point_id(1))));
 }
 
 TEST(PointTable, KnowsAPointWhoseCopyCouldNotBeMade)
 {
     point_table table;
-    bool found = false;
-    table.add(RecordingHost::point_id(7), nullptr);
-    EXPECT_EQ(table.find(RecordingHost::point_id(7), found), nullptr);
-    EXPECT_TRUE(found);
+    table.set_copy(table.slot(RecordingHost::point_id(7)), nullptr);
+    EXPECT_TRUE(table.has_copy(table.slot(RecordingHost::point_id(7))));
+    EXPECT_EQ(point_table::copy(table.slot(RecordingHost::point_id(7))), nullptr);
+}
+
+TEST(PointTable, TheNullPointIsOneLikeTheOthers)
+{
+    point_table table;
+    EXPECT_FALSE(table.has_copy(table.slot(nullptr)));
+    table.set_copy(table.slot(nullptr), RecordingHost::point_id(3));
+    EXPECT_TRUE(table.has_copy(table.slot(nullptr)));
+    EXPECT_EQ(point_table::copy(table.slot(nullptr)), RecordingHost::point_id(3));
 }
 
 class PlainLists : public ModuleTest {
