@@ -37,11 +37,26 @@ template <typename Id> [[nodiscard]] Element from_id(Id id) noexcept
             static_cast<std::uint32_t>(packed & 0xFFFFFFFFu)};
 }
 
-/// The index that an id spells in a layer; beyond every index for one of another layer, or null.
-template <typename Id> [[nodiscard]] std::uint64_t index_in(std::uint32_t layer, Id id) noexcept
-{
-    const auto packed = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id));
-    return packed - 1 - (std::uint64_t{layer} << 32); // wraps around below the layer
-}
+/// The ids of one layer's elements: numbers side by side, so that each is an addition away.
+class LayerIds {
+public:
+    explicit LayerIds(std::uint32_t layer) noexcept : first_((std::uint64_t{layer} << 32) + 1) {}
+
+    template <typename Id> [[nodiscard]] Id id(std::uint64_t index) const noexcept
+    {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): an id is a number to us, never an address
+        return reinterpret_cast<Id>(static_cast<std::uintptr_t>(first_ + index));
+    }
+
+    /// The index of the element; beyond every index for one of another layer, or null.
+    template <typename Id> [[nodiscard]] std::uint64_t index(Id id) const noexcept
+    {
+        // Wraps around below the layer.
+        return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id)) - first_;
+    }
+
+private:
+    std::uint64_t first_;
+};
 
 } // namespace modeler

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "hostapi/mesh_edit.h"
 
@@ -30,7 +31,7 @@ std::size_t usual_dimension(mesh::FourCC type) noexcept
 } // namespace
 
 MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LastingTexts& texts)
-    : texts_(texts)
+    : texts_(texts), lasting_(64), mask_(lasting_.size() - 1)
 {
     for (const std::uint32_t layer : scope.layers(OPLYR_FG | OPLYR_BG)) {
         auto& maps = document.layers[layer].maps;
@@ -45,6 +46,42 @@ MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LastingTe
 NamedMap* MapIndex::numbered(std::uint64_t number) noexcept
 {
     return number < maps_.size() ? &maps_[number] : nullptr;
+}
+
+NamedMap& MapIndex::find_anew(mesh::FourCC type, const char* name)
+{
+    if (texts_.holds(name)) {
+        NamedMap& map = look_up(type, name);
+        remember({name, &map, type});
+        return map;
+    }
+    Slot& slot = passing_[place(type, name) % passing_.size()];
+    if (slot.text != name || slot.type != type || slot.map->name != name)
+        slot = {name, &look_up(type, name), type};
+    return *slot.map;
+}
+
+void MapIndex::remember(const Slot& slot)
+{
+    constexpr std::size_t most_slots = 4096; // past that a later text takes the place of another
+    for (std::size_t size = lasting_.size();; size *= 2) {
+        std::vector<Slot> table(size);
+        bool apart = true;
+        const auto put = [&](const Slot& known) {
+            Slot& there = table[place(known.type, known.text) % size];
+            apart = apart && there.text == nullptr;
+            there = known;
+        };
+        for (const Slot& known : lasting_)
+            if (known.text != nullptr)
+                put(known);
+        put(slot);
+        if (apart || size >= most_slots) {
+            lasting_ = std::move(table);
+            mask_ = size - 1;
+            return;
+        }
+    }
 }
 
 NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)

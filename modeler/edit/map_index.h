@@ -4,11 +4,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <deque>
 #include <functional>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "mesh/document.h"
 #include "modeler/edit/lasting_texts.h"
@@ -20,8 +20,8 @@ namespace modeler {
 /// Finds the maps of a type and name in the layers that an edit sees.
 ///
 /// The same name asked for again costs next to nothing: a caller gives a name by the address of its
-/// text, so the address leads to the last answer. Of a lasting text the address says all. Of
-/// another it proves nothing, since there may be another text by now: these are compared.
+/// text, so the address leads to the answer. Of a lasting text the address says all. Of another it
+/// proves nothing, since there may be another text by now: these are compared.
 class MapIndex {
 public:
     /// Lists the maps of all layers that `scope` sees. `texts` must outlive the index.
@@ -31,29 +31,25 @@ public:
     /// long as the index.
     [[nodiscard]] NamedMap& find(mesh::FourCC type, const char* name)
     {
-        Slot& slot = slots_[place(type, name)];
-        if (!holds(slot, type, name))
-            slot = {name, &look_up(type, name), type, texts_.holds(name)};
-        return *slot.map;
+        NamedMap* const map = known(type, name);
+        return map != nullptr ? *map : find_anew(type, name);
     }
 
     /// The same record, where a lasting text led to it before; otherwise null.
     [[nodiscard]] NamedMap* known(mesh::FourCC type, const char* name) const noexcept
     {
-        const Slot& slot = slots_[place(type, name)];
-        return slot.text == name && slot.type == type && slot.lasts ? slot.map : nullptr;
+        const Slot& slot = lasting_[place(type, name) & mask_];
+        return slot.text == name && slot.type == type ? slot.map : nullptr;
     }
 
     /// The record of this number, or null.
     [[nodiscard]] NamedMap* numbered(std::uint64_t number) noexcept;
 
 private:
-    static constexpr std::size_t slot_count = 64;
     struct Slot {
         const char* text = nullptr;
         NamedMap* map = nullptr;
         mesh::FourCC type = 0;
-        bool lasts = false;
     };
     struct Key {
         mesh::FourCC type;
@@ -70,20 +66,24 @@ private:
 
     [[nodiscard]] static std::size_t place(mesh::FourCC type, const char* name) noexcept
     {
-        const auto address = reinterpret_cast<std::uintptr_t>(name);
-        return ((address >> 4) ^ type) % slot_count;
+        // Names lie near each other, so the product's upper bits are those that tell them apart.
+        const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name));
+        return static_cast<std::size_t>(((address ^ type) * 0x9E3779B97F4A7C15u) >> 32u);
     }
-    [[nodiscard]] static bool holds(const Slot& slot, mesh::FourCC type, const char* name) noexcept
-    {
-        return slot.text == name && slot.type == type &&
-               (slot.lasts || std::strcmp(slot.map->name.c_str(), name) == 0);
-    }
+    [[nodiscard]] NamedMap& find_anew(mesh::FourCC type, const char* name);
     [[nodiscard]] NamedMap& look_up(mesh::FourCC type, std::string_view name);
+    /// Notes where a lasting text led to.
+    void remember(const Slot& slot);
 
     const LastingTexts& texts_;
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
-    std::array<Slot, slot_count> slots_{};
+
+    // By the address of the text: a table of the lasting ones, large enough that no two of them
+    // share a place, and the last answer for each of the others that may come again.
+    std::vector<Slot> lasting_;
+    std::size_t mask_; ///< the size of that table, a power of two, less one
+    std::array<Slot, 64> passing_{};
 };
 
 } // namespace modeler

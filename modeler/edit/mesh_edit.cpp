@@ -33,8 +33,8 @@ std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
 MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles,
                    const LastingTexts& texts)
     : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_, texts),
-      target_(first_foreground(roles)), target_layer_(&document.layers[target_]),
-      old_points_(target_layer_->points.size()), seen_(document.layers.size()),
+      target_(first_foreground(roles)), target_ids_(target_),
+      target_layer_(&document.layers[target_]), seen_(document.layers.size()),
       point_value_(longest_usual_value)
 {
     for (const std::uint32_t i : scope_.layers(OPLYR_FG | OPLYR_BG)) {
@@ -100,21 +100,6 @@ int MeshEdit::polygon_count(int selector, int mode) const
     return clamped(count);
 }
 
-void MeshEdit::describe(const mesh::Polygons& polygons, Element polygon,
-                        PolygonRecord& record) const
-{
-    const auto corners = polygons.points(polygon.index);
-    record.points.resize(corners.size());
-    for (std::size_t i = 0; i < corners.size(); ++i)
-        record.points[i] = to_id<LWPntID>({polygon.layer, corners[i]});
-    record.info.pol = to_id<LWPolID>(polygon);
-    record.info.type = polygons.type(polygon.index);
-    record.info.numPnts = clamped(corners.size());
-    record.info.points = record.points.data();
-    const bool selected = polygons.selected(polygon.index) || scope_.all_selected(polygon.layer);
-    record.info.flags = selected ? EDPF_SELECTED : 0;
-}
-
 int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
 {
     if (callback == nullptr)
@@ -124,15 +109,18 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
     PolygonRecord record; // of this scan alone: a callback may begin another one
     for (const std::uint32_t layer : scope_.layers(selector)) {
         const mesh::Polygons& polygons = document_.layers[layer].polygons;
+        const LayerIds ids(layer);
+        const bool all_selected = scope_.all_selected(layer);
         const auto count = static_cast<std::uint32_t>(mark_.polygons(layer));
         for (std::uint32_t i = 0; i < count; ++i) {
+            const EDPolygonInfo* polygon = nullptr;
             try {
-                describe(polygons, {layer, i}, record);
+                polygon = &record.describe(polygons, ids, i, all_selected);
             } catch (const std::bad_alloc&) {
                 fail("polyScan");
                 return EDERR_NOMEMORY;
             }
-            const int code = callback(data, &record.info);
+            const int code = callback(data, polygon);
             if (code != EDERR_NONE)
                 return code;
             if (!open_)
@@ -149,12 +137,12 @@ const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
     if (layer == nullptr)
         return nullptr;
     try {
-        describe(layer->polygons, element, polygon_info_);
+        return &polygon_info_.describe(layer->polygons, LayerIds(element.layer), element.index,
+                                       scope_.all_selected(element.layer));
     } catch (const std::bad_alloc&) {
         fail("polyInfo");
         return nullptr;
     }
-    return &polygon_info_.info;
 }
 
 bool MeshEdit::normal(LWPolID id, double* normal) const
@@ -170,17 +158,17 @@ bool MeshEdit::normal(LWPolID id, double* normal) const
     return true;
 }
 
-NamedMap* MeshEdit::find_map(void* handle, LWID type, const char* name)
+void* MeshEdit::select_any_map(void* handle, LWID type, const char* name)
 {
     if (handle != nullptr)
-        return maps_.numbered(reinterpret_cast<std::uintptr_t>(handle) - 1);
+        return select(maps_.numbered(reinterpret_cast<std::uintptr_t>(handle) - 1));
     if (name == nullptr)
-        return nullptr;
+        return select(nullptr);
     try {
-        return &maps_.find(type, name);
+        return select(&maps_.find(type, name));
     } catch (const std::bad_alloc&) {
         fail("pointVSet");
-        return nullptr;
+        return select(nullptr);
     }
 }
 
@@ -241,16 +229,33 @@ int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<
         written_.emplace_back(point.layer, place->map);
         named.written = true;
     }
-    if (point.layer == target_)
-        named.target = place->values;
     if (point.index < mark_.points(point.layer))
         mark_.keep(document_, point.layer, place->map, point.index);
+    else
+        named.target = place->values;
     place->values->set(point.index, value);
     return EDERR_NONE;
 }
 
-LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, int count,
-                              const LWPntID* points)
+LWPntID MeshEdit::add_point_anyhow(const double* position)
+{
+    if (position == nullptr || failed_in_ != nullptr)
+        return nullptr;
+    mesh::Buffer<mesh::Vec3>& points = target_layer_->points;
+    const std::size_t index = points.size();
+    try {
+        if (index >= most_elements)
+            throw std::length_error("a layer holds more than 4,294,967,295 points");
+        points.push_back({position[0], position[1], position[2]});
+    } catch (const std::exception&) {
+        fail("addPoint");
+        return nullptr;
+    }
+    return target_ids_.id<LWPntID>(index);
+}
+
+LWPolID MeshEdit::add_any_polygon(LWID type, LWPolID pattern, const char* surface, int count,
+                                  const LWPntID* points)
 {
     if (count < 0 || (points == nullptr && count > 0) || failed_in_ != nullptr)
         return nullptr;
@@ -262,31 +267,25 @@ LWPolID MeshEdit::add_polygon(LWID type, LWPolID pattern, const char* surface, i
     mesh::Polygons& polygons = target_layer_->polygons;
     const std::size_t added = polygons.size();
     try {
-        if (added == std::numeric_limits<std::uint32_t>::max())
+        if (added >= most_elements)
             throw std::length_error("a layer holds more than 4,294,967,295 polygons");
-        std::uint32_t* const indices = polygons.extend(type, corners);
-        const std::uint32_t target = target_;
-        const std::uint64_t there = target_layer_->points.size();
-        std::size_t known = 0;
-        for (std::size_t i = 0; i < corners; ++i) {
-            const std::uint64_t index = index_in(target, points[i]);
-            known += index < there ? 1u : 0u;
-            indices[i] = static_cast<std::uint32_t>(index);
-        }
-        if (known != corners) {
-            polygons.truncate(added);
-            return nullptr;
-        }
+        if (!set_corners({polygons.extend(type, corners), corners}, points))
+            return drop_polygon(added);
         if (like_layer != nullptr)
             polygons.copy_attributes(like_layer->polygons, like.index, added);
         if (surface != nullptr)
             polygons.set_surface(added, document_.tags.intern(surface));
     } catch (const std::exception&) { // memory, or the layer's room
-        polygons.truncate(added);
         fail("addPoly");
-        return nullptr;
+        return drop_polygon(added);
     }
-    return to_id<LWPolID>({target_, static_cast<std::uint32_t>(added)});
+    return target_ids_.id<LWPolID>(added);
+}
+
+LWPolID MeshEdit::drop_polygon(std::size_t polygon) noexcept
+{
+    target_layer_->polygons.truncate(polygon);
+    return nullptr;
 }
 
 std::optional<UndoStep> MeshEdit::keep()

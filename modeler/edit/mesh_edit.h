@@ -18,6 +18,7 @@
 #include "mesh/floats.h"
 #include "modeler/edit/ids.h"
 #include "modeler/edit/map_index.h"
+#include "modeler/edit/polygon_record.h"
 #include "modeler/edit/scope.h"
 #include "modeler/edit/undo_step.h"
 
@@ -65,13 +66,8 @@ public:
 
     [[nodiscard]] void* select_map(void* handle, LWID type, const char* name)
     {
-        NamedMap* named = handle == nullptr && name != nullptr ? maps_.known(type, name) : nullptr;
-        if (named == nullptr) [[unlikely]]
-            named = find_map(handle, type, name);
-        selected_ = named != nullptr && !named->places.empty() ? named : nullptr;
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
-        return reinterpret_cast<void*>(
-            selected_ != nullptr ? static_cast<std::uintptr_t>(selected_->number) + 1 : 0);
+        NamedMap* const named = handle == nullptr ? maps_.known(type, name) : nullptr;
+        return named != nullptr ? select(named) : select_any_map(handle, type, name);
     }
     [[nodiscard]] bool map_value(LWPntID id, float* value)
     {
@@ -92,38 +88,51 @@ public:
     [[nodiscard]] int set_map_value(LWPntID id, LWID type, const char* name, int dimension,
                                     const float* value)
     {
-        // A new point, in a map that was written to before: nothing is to be kept for undo. This is
-        // how the values of nearly all points come.
-        const std::uint64_t index = index_in(target_, id);
-        if (name != nullptr && value != nullptr && is_new(index) && failed_in_ == nullptr) {
-            const NamedMap* const named = maps_.known(type, name);
-            if (named != nullptr && named->target != nullptr &&
-                named->target->dimension() == static_cast<std::size_t>(dimension) &&
-                named->target->extend_run(static_cast<std::uint32_t>(index),
-                                           {value, named->target->dimension()}))
-                return EDERR_NONE;
-        }
+        // A point behind the others that have a value, which are new ones: nothing is to be kept
+        // for undo. This is how the values of nearly all points come.
+        const NamedMap* const named = maps_.known(type, name);
+        const std::uint64_t index = target_ids_.index(id);
+        if (named != nullptr && named->target != nullptr && value != nullptr &&
+            index < target_layer_->points.size() && failed_in_ == nullptr &&
+            named->target->dimension() == static_cast<std::size_t>(dimension) &&
+            named->target->extend_run(static_cast<std::uint32_t>(index),
+                                      {value, static_cast<std::size_t>(dimension)}))
+            return EDERR_NONE;
         return set_any_map_value(id, type, name, dimension, value);
     }
 
     [[nodiscard]] LWPntID add_point(const double* position)
     {
-        if (position == nullptr || failed_in_ != nullptr)
-            return nullptr;
         mesh::Buffer<mesh::Vec3>& points = target_layer_->points;
         const std::size_t index = points.size();
-        try {
-            if (index == std::numeric_limits<std::uint32_t>::max())
-                throw std::length_error("a layer holds more than 4,294,967,295 points");
-            points.push_back({position[0], position[1], position[2]});
-        } catch (const std::exception&) {
-            fail("addPoint");
-            return nullptr;
-        }
-        return to_id<LWPntID>({target_, static_cast<std::uint32_t>(index)});
+        if (position == nullptr || failed_in_ != nullptr || points.room() == 0 ||
+            index >= most_elements)
+            return add_point_anyhow(position);
+        *points.extend(1) = {position[0], position[1], position[2]};
+        return target_ids_.id<LWPntID>(index);
     }
     [[nodiscard]] LWPolID add_polygon(LWID type, LWPolID pattern, const char* surface, int count,
-                                      const LWPntID* points);
+                                      const LWPntID* points)
+    {
+        const Element like = from_id(pattern);
+        const mesh::Layer* const like_layer = polygon_holder(like);
+        if (like_layer == nullptr || surface != nullptr || count <= 0 || points == nullptr ||
+            failed_in_ != nullptr)
+            return add_any_polygon(type, pattern, surface, count, points);
+        // With the attributes of a pattern, in room that is there: this is how nearly all come.
+        mesh::Polygons& polygons = target_layer_->polygons;
+        const std::size_t added = polygons.size();
+        const auto corners = static_cast<std::size_t>(count);
+        std::uint32_t* const indices =
+            added < most_elements
+                ? polygons.extend_in_room(type, corners, like_layer->polygons, like.index)
+                : nullptr;
+        if (indices == nullptr)
+            return add_any_polygon(type, pattern, surface, count, points);
+        if (!set_corners({indices, corners}, points))
+            return drop_polygon(added);
+        return target_ids_.id<LWPolID>(added);
+    }
 
     /// Whether the edit was neither kept nor dropped so far.
     [[nodiscard]] bool open() const noexcept { return open_; }
@@ -148,11 +157,8 @@ public:
     void drop() noexcept;
 
 private:
-    /// A polygon's record and the ids it points to.
-    struct PolygonRecord {
-        EDPolygonInfo info{};
-        std::vector<LWPntID> points;
-    };
+    /// Points, or polygons, that a layer can hold.
+    static constexpr std::size_t most_elements = std::numeric_limits<std::uint32_t>::max();
 
     /// The layer that the point is in, if the edit sees it and the point is there.
     [[nodiscard]] const mesh::Layer* point_holder(Element point) const noexcept
@@ -167,22 +173,40 @@ private:
             polygon.layer < seen_.size() ? seen_[polygon.layer] : nullptr;
         return layer != nullptr && polygon.index < layer->polygons.size() ? layer : nullptr;
     }
-    /// The ways of `map_value` and `select_map` that fit every case.
+    // The ways that fit every case.
+    LWPntID add_point_anyhow(const double* position);
+    LWPolID add_any_polygon(LWID type, LWPolID pattern, const char* surface, int count,
+                            const LWPntID* points);
     bool any_map_value(Element point, float* value);
-    [[nodiscard]] NamedMap* find_map(void* handle, LWID type, const char* name);
-    void describe(const mesh::Polygons& polygons, Element polygon, PolygonRecord& record) const;
-    [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
-    /// Whether this is the index of a point that was added by this edit.
-    [[nodiscard]] bool is_new(std::uint64_t index) const noexcept
+    void* select_any_map(void* handle, LWID type, const char* name);
+    /// Makes this the map that values are read from, if some layer has it. Gives its handle.
+    void* select(NamedMap* named) noexcept
     {
-        // One comparison for both ends: an older index wraps around to a large one.
-        return index - old_points_ < target_layer_->points.size() - old_points_;
+        selected_ = named != nullptr && !named->places.empty() ? named : nullptr;
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to us, never an address
+        return reinterpret_cast<void*>(
+            selected_ != nullptr ? static_cast<std::uintptr_t>(selected_->number) + 1 : 0);
     }
+    [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
     /// Makes the room behind `point_info` long enough for values of so many floats.
     void make_room(std::size_t dimension);
     int set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
                           const float* value);
     int write_value(Element point, LWID type, const char* name, std::span<const float> value);
+    /// Sets corners to the points that ids spell. False where one is no point of the layer.
+    bool set_corners(std::span<std::uint32_t> corners, const LWPntID* points) const noexcept
+    {
+        const std::uint64_t there = target_layer_->points.size();
+        std::size_t known = 0;
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            const std::uint64_t index = target_ids_.index(points[i]);
+            known += index < there ? 1u : 0u;
+            corners[i] = static_cast<std::uint32_t>(index);
+        }
+        return known == corners.size();
+    }
+    /// Takes the last polygon away. Gives null, as the result of an operation that failed.
+    LWPolID drop_polygon(std::size_t polygon) noexcept;
     void fail(const char* operation) noexcept
     {
         if (failed_in_ == nullptr)
@@ -194,8 +218,8 @@ private:
     UndoStep mark_;
     MapIndex maps_;
     std::uint32_t target_;
+    LayerIds target_ids_;
     mesh::Layer* target_layer_; ///< the same layer; an edit neither adds nor moves layers
-    std::size_t old_points_;    ///< in that layer when the edit began
     std::vector<const mesh::Layer*> seen_; ///< by position; null: hidden from the edit
     bool open_ = true;
     const char* failed_in_ = nullptr;

@@ -26,7 +26,8 @@ struct NamedMap {
     std::uint32_t number; ///< of this record, from 0
     std::size_t usual;    ///< floats that a caller holds ready for a value; 0: not known
     bool written = false; ///< the edit has written to a map of it
-    /// The map of the layer that is added to, once it was written to; otherwise null.
+    /// The map of the layer that is added to, once a point that was added has a value in it;
+    /// otherwise null.
     mesh::VertexMap* target = nullptr;
     std::vector<Place> places; ///< one for each layer that has such a map, in ascending order
 

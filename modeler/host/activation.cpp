@@ -67,8 +67,8 @@ void Activation::call(ActivateFunc* activate) noexcept
     for (const auto& table : edits_)
         if (const char* const operation = table->edit().failed_in())
             blame_edit(operation);
-    if (MeshEdit* const edit = open_edit())
-        edit->drop();
+    if (open_edit() != nullptr)
+        edits_.back()->end(false);
 }
 
 void Activation::rethrow() const
@@ -79,7 +79,7 @@ void Activation::rethrow() const
 
 std::vector<UndoStep> Activation::accept() noexcept { return std::exchange(kept_, {}); }
 
-MeshEdit* Activation::open_edit() noexcept
+const MeshEdit* Activation::open_edit() const noexcept
 {
     if (edits_.empty() || !edits_.back()->edit().open())
         return nullptr;
@@ -97,16 +97,13 @@ MeshEditOp* Activation::begin_edit()
 
 void Activation::end_edit(bool keep)
 {
-    MeshEdit* const edit = open_edit();
-    if (!keep) {
-        edit->drop();
-        return;
-    }
-    kept_.reserve(kept_.size() + 1);
-    if (std::optional<UndoStep> step = edit->keep()) {
+    if (keep)
+        kept_.reserve(kept_.size() + 1);
+    EditTable& table = *edits_.back();
+    if (std::optional<UndoStep> step = table.end(keep)) {
         kept_.push_back(std::move(*step));
         catalog_.forget(); // there may be maps that it does not list
-        note_kept(*edit, kept_.back());
+        note_kept(table.edit(), kept_.back());
     }
 }
 

@@ -65,7 +65,7 @@ public:
     /// Begins an edit; null while one is open, or when there is no foreground layer.
     [[nodiscard]] MeshEditOp* begin_edit();
     /// The edit that is open, or null.
-    [[nodiscard]] MeshEdit* open_edit() noexcept;
+    [[nodiscard]] const MeshEdit* open_edit() const noexcept;
     /// Ends the open edit.
     void end_edit(bool keep);
 

@@ -7,20 +7,20 @@ namespace modeler {
 
 namespace {
 
-/// The edit that was begun last on this thread, as long as it is there.
-thread_local MeshEdit* last_edit = nullptr;
+/// Stands for the state of no edit: nothing else has its address.
+constexpr char no_edit = 0;
 
-/// The edit that `state` stands for, if it is the open one; null for anything else, so that a call
-/// after the end, or with another state, finds nothing to work on.
-MeshEdit* open_edit(void* state) noexcept
-{
-    MeshEdit* const edit = last_edit;
-    return edit != nullptr && edit == state && edit->open() ? edit : nullptr;
-}
+/// The state of the edit that is open on this thread. Never null, so that one comparison tells.
+thread_local const void* open_state = &no_edit;
+
+/// Whether `state` stands for the open edit; not after the end, and not for anything else.
+bool is_open(const void* state) noexcept { return state == open_state; }
+
+MeshEdit& edit_of(void* state) noexcept { return *static_cast<MeshEdit*>(state); }
 
 void done(void* state, int error, int) noexcept
 {
-    if (open_edit(state) == nullptr)
+    if (!is_open(state))
         return;
     Activation* const activation = Activation::current();
     (void)activation->shield(0, [&] {
@@ -31,72 +31,62 @@ void done(void* state, int error, int) noexcept
 
 int point_count(void* state, int layer, int mode) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->point_count(layer, mode) : 0;
+    return is_open(state) ? edit_of(state).point_count(layer, mode) : 0;
 }
 
 int polygon_count(void* state, int layer, int mode) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->polygon_count(layer, mode) : 0;
+    return is_open(state) ? edit_of(state).polygon_count(layer, mode) : 0;
 }
 
 // Not noexcept: what the module's own callback throws passes through to the module.
 int scan(void* state, EDPolyScanFunc* callback, void* data, int layer)
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->scan(callback, data, layer) : EDERR_BADARGS;
+    return is_open(state) ? edit_of(state).scan(callback, data, layer) : EDERR_BADARGS;
 }
 
 const EDPointInfo* point_info(void* state, LWPntID point) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->point_info(point) : nullptr;
+    return is_open(state) ? edit_of(state).point_info(point) : nullptr;
 }
 
 const EDPolygonInfo* polygon_info(void* state, LWPolID polygon) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->polygon_info(polygon) : nullptr;
+    return is_open(state) ? edit_of(state).polygon_info(polygon) : nullptr;
 }
 
 int normal(void* state, LWPolID polygon, double result[3]) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr && edit->normal(polygon, result) ? 1 : 0;
+    return is_open(state) && edit_of(state).normal(polygon, result) ? 1 : 0;
 }
 
 void* select_map(void* state, void* map, LWID type, const char* name) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->select_map(map, type, name) : nullptr;
+    return is_open(state) ? edit_of(state).select_map(map, type, name) : nullptr;
 }
 
 int map_value(void* state, LWPntID point, float* value) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr && edit->map_value(point, value) ? 1 : 0;
+    return is_open(state) && edit_of(state).map_value(point, value) ? 1 : 0;
 }
 
 int set_map_value(void* state, LWPntID point, LWID type, const char* name, int dimension,
                   const float* value) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->set_map_value(point, type, name, dimension, value)
-                           : EDERR_BADARGS;
+    return is_open(state) ? edit_of(state).set_map_value(point, type, name, dimension, value)
+                          : EDERR_BADARGS;
 }
 
 LWPntID add_point(void* state, const double position[3]) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->add_point(position) : nullptr;
+    return is_open(state) ? edit_of(state).add_point(position) : nullptr;
 }
 
 LWPolID add_polygon(void* state, LWID type, LWPolID pattern, const char* surface, int count,
                     const LWPntID* points) noexcept
 {
-    MeshEdit* const edit = open_edit(state);
-    return edit != nullptr ? edit->add_polygon(type, pattern, surface, count, points) : nullptr;
+    return is_open(state) ? edit_of(state).add_polygon(type, pattern, surface, count, points)
+                          : nullptr;
 }
 
 } // namespace
@@ -118,13 +108,24 @@ EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& rol
     operations_.pntVMap = &set_map_value;
     operations_.addPoint = &add_point;
     operations_.addPoly = &add_polygon;
-    last_edit = &edit_;
+    open_state = operations_.state;
 }
 
-EditTable::~EditTable()
+EditTable::~EditTable() { close(); }
+
+std::optional<UndoStep> EditTable::end(bool keep)
 {
-    if (last_edit == &edit_)
-        last_edit = nullptr;
+    close();
+    if (keep)
+        return edit_.keep();
+    edit_.drop();
+    return std::nullopt;
+}
+
+void EditTable::close() noexcept
+{
+    if (open_state == operations_.state)
+        open_state = &no_edit;
 }
 
 } // namespace modeler

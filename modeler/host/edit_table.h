@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "hostapi/mesh_edit.h"
@@ -18,10 +19,15 @@ public:
     EditTable& operator=(const EditTable&) = delete;
     ~EditTable();
 
-    [[nodiscard]] MeshEdit& edit() noexcept { return edit_; }
+    [[nodiscard]] const MeshEdit& edit() const noexcept { return edit_; }
     [[nodiscard]] MeshEditOp* operations() noexcept { return &operations_; }
 
+    /// Ends the edit: keeps what it added, and gives what takes that back again, or drops it.
+    std::optional<UndoStep> end(bool keep);
+
 private:
+    void close() noexcept;
+
     MeshEdit edit_;
     MeshEditOp operations_;
 };
