@@ -6,9 +6,13 @@
 namespace mesh {
 
 /// Copies `count` floats, which are mostly one to three: for these a loop takes less time than the
-/// call of anything cleverer.
+/// call of anything cleverer, and for one no loop.
 inline void copy_floats(const float* from, float* to, std::size_t count) noexcept
 {
+    if (count == 1) {
+        *to = *from;
+        return;
+    }
     for (std::size_t i = 0; i < count; ++i)
         to[i] = from[i];
 }

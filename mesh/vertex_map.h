@@ -78,10 +78,10 @@ public:
     }
 
     /// The point's value where the points that have one are a run of neighbours; null where `find`
-    /// has to tell.
-    [[nodiscard]] const float* find_in_run(std::uint32_t point) const noexcept
+    /// has to tell, and for numbers that no point has.
+    [[nodiscard]] const float* find_in_run(std::uint64_t point) const noexcept
     {
-        const std::uint32_t row = point - run_begin_;
+        const std::uint64_t row = point - run_begin_;
         return row < run_size_ ? values_.data() + row * dimension_ : nullptr;
     }
 

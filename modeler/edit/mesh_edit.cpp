@@ -34,8 +34,8 @@ MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles
                    const LastingTexts& texts)
     : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_, texts),
       target_(first_foreground(roles)), target_ids_(target_),
-      target_layer_(&document.layers[target_]), seen_(document.layers.size()),
-      point_value_(longest_usual_value)
+      target_layer_(&document.layers[target_]), seen_(document.layers.size()), info_ids_(target_),
+      info_layer_(target_layer_), point_value_(longest_usual_value)
 {
     for (const std::uint32_t i : scope_.layers(OPLYR_FG | OPLYR_BG)) {
         seen_[i] = &document.layers[i];
@@ -172,18 +172,29 @@ void* MeshEdit::select_any_map(void* handle, LWID type, const char* name)
     }
 }
 
+const EDPointInfo* MeshEdit::point_info_elsewhere(LWPntID id)
+{
+    const Element element = from_id(id);
+    const mesh::Layer* const layer = point_holder(element);
+    if (layer == nullptr)
+        return nullptr;
+    info_ids_ = LayerIds(element.layer);
+    info_layer_ = layer;
+    return point_info(id);
+}
+
 bool MeshEdit::any_map_value(Element point, float* value)
 {
     // Layers that the edit does not see have no maps in the index, and points that are not there
     // have no values.
-    if (point.layer != selected_->read_layer) {
-        const NamedMap::Place* const place = selected_->in_layer(point.layer);
-        selected_->read_map = place != nullptr ? place->values : nullptr;
-        selected_->read_layer = point.layer;
-    }
-    const mesh::VertexMap* const map = selected_->read_map;
-    if (map == nullptr || !map->has(point.index))
+    const NamedMap::Place* const place = selected_->in_layer(point.layer);
+    if (place == nullptr || !place->values->has(point.index))
         return false;
+    const mesh::VertexMap* const map = place->values;
+    if (map->dimension() == selected_->usual) {
+        selected_->read_ids = LayerIds(point.layer);
+        selected_->read_map = map;
+    }
     const std::span<const float> stored = map->find(point.index);
     const std::size_t wanted = selected_->usual != 0 ? selected_->usual : stored.size();
     const std::size_t there = std::min(wanted, stored.size());

@@ -47,11 +47,10 @@ public:
 
     [[nodiscard]] const EDPointInfo* point_info(LWPntID id)
     {
-        const Element element = from_id(id);
-        const mesh::Layer* const layer = point_holder(element);
-        if (layer == nullptr)
-            return nullptr;
-        const mesh::Vec3& position = layer->points[element.index];
+        const std::uint64_t index = info_ids_.index(id);
+        if (index >= info_layer_->points.size())
+            return point_info_elsewhere(id);
+        const mesh::Vec3& position = info_layer_->points[index];
         point_info_.pnt = id;
         point_info_.position[0] = position.x;
         point_info_.position[1] = position.y;
@@ -73,17 +72,12 @@ public:
     {
         if (selected_ == nullptr || value == nullptr)
             return false;
-        // A full map of the layer that was read last: this is how nearly all values are read.
-        const Element element = from_id(id);
-        const mesh::VertexMap* const map = selected_->read_map;
-        if (map != nullptr && element.layer == selected_->read_layer) {
-            const float* const stored = map->find_in_run(element.index);
-            if (stored != nullptr && map->dimension() == selected_->usual) {
-                mesh::copy_floats(stored, value, selected_->usual);
-                return true;
-            }
-        }
-        return any_map_value(element, value);
+        // A point of the layer that was read last: this is how nearly all values are read.
+        const float* const stored = selected_->read_map->find_in_run(selected_->read_ids.index(id));
+        if (stored == nullptr)
+            return any_map_value(from_id(id), value);
+        mesh::copy_floats(stored, value, selected_->usual);
+        return true;
     }
     [[nodiscard]] int set_map_value(LWPntID id, LWID type, const char* name, int dimension,
                                     const float* value)
@@ -91,12 +85,12 @@ public:
         // A point behind the others that have a value, which are new ones: nothing is to be kept
         // for undo. This is how the values of nearly all points come.
         const NamedMap* const named = maps_.known(type, name);
+        mesh::VertexMap* const map = named != nullptr ? named->target : nullptr;
         const std::uint64_t index = target_ids_.index(id);
-        if (named != nullptr && named->target != nullptr && value != nullptr &&
-            index < target_layer_->points.size() && failed_in_ == nullptr &&
-            named->target->dimension() == static_cast<std::size_t>(dimension) &&
-            named->target->extend_run(static_cast<std::uint32_t>(index),
-                                      {value, static_cast<std::size_t>(dimension)}))
+        if (map != nullptr && value != nullptr && index < target_layer_->points.size() &&
+            failed_in_ == nullptr && map->dimension() == static_cast<std::size_t>(dimension) &&
+            map->extend_run(static_cast<std::uint32_t>(index),
+                            {value, static_cast<std::size_t>(dimension)}))
             return EDERR_NONE;
         return set_any_map_value(id, type, name, dimension, value);
     }
@@ -174,6 +168,7 @@ private:
         return layer != nullptr && polygon.index < layer->polygons.size() ? layer : nullptr;
     }
     // The ways that fit every case.
+    const EDPointInfo* point_info_elsewhere(LWPntID id);
     LWPntID add_point_anyhow(const double* position);
     LWPolID add_any_polygon(LWID type, LWPolID pattern, const char* surface, int count,
                             const LWPntID* points);
@@ -228,6 +223,9 @@ private:
     std::vector<std::pair<std::uint32_t, std::uint32_t>> written_;
 
     EDPointInfo point_info_{};
+    // The layer of the point that was asked for last.
+    LayerIds info_ids_;
+    const mesh::Layer* info_layer_;
     /// What `point_info_` points to; room for the longest value. Never empty: its address tells
     /// that there is a value.
     std::vector<float> point_value_;

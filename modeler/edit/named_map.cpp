@@ -22,9 +22,13 @@ const NamedMap::Place* NamedMap::in_layer(std::uint32_t layer) const noexcept
 
 void NamedMap::add(const Place& place)
 {
-    read_layer = Element::no_layer; // it may be this one, which had no map
-    read_map = nullptr;
     places.insert(std::lower_bound(places.begin(), places.end(), place.layer, before), place);
+}
+
+const mesh::VertexMap& NamedMap::nothing()
+{
+    static const mesh::VertexMap none(0, "", 0);
+    return none;
 }
 
 } // namespace modeler

@@ -31,15 +31,20 @@ struct NamedMap {
     mesh::VertexMap* target = nullptr;
     std::vector<Place> places; ///< one for each layer that has such a map, in ascending order
 
-    /// The layer that values were read from last, and the map of it, if it has one.
-    std::uint32_t read_layer = Element::no_layer;
-    const mesh::VertexMap* read_map = nullptr;
+    /// The ids of the layer that values were read from last, and the map of it; an empty map where
+    /// that one's values are not of the usual length.
+    LayerIds read_ids{Element::no_layer};
+    const mesh::VertexMap* read_map = &nothing();
 
     /// The map in a layer, or null.
     [[nodiscard]] const Place* in_layer(std::uint32_t layer) const noexcept;
 
     /// Adds the map of a layer that had none.
     void add(const Place& place);
+
+private:
+    /// A map without values.
+    [[nodiscard]] static const mesh::VertexMap& nothing();
 };
 
 } // namespace modeler

@@ -73,4 +73,8 @@ void get_any_map_names(LWObjectFuncs* object_functions, LWID type, UV_typ** list
 /// the map "DT_index".
 void carry_vertex_maps(LWPntID old_point, LWPntID new_point, params_typ* settings);
 
+/// The part of it for relative morphs (relative_morphs.cpp). They are offsets: sized and turned
+/// like the points, but not moved. With jitter each is drawn a factor of its own.
+void carry_relative_morphs(LWPntID old_point, LWPntID new_point, params_typ* settings);
+
 } // namespace dastrel

@@ -85,15 +85,17 @@ inline XYZ6_typ shaped(const XYZ6_typ& point, const params_typ& settings)
 point_table points;
 IDs_typ* last_point;
 
-IDs_typ* append_point()
+const IDs_typ& append_point(LWPntID old_id, LWPntID new_id)
 {
     IDs_typ* const node = new IDs_typ;
+    node->old_id = old_id;
+    node->new_id = new_id;
     if (IDs == nullptr)
         IDs = node;
     else
         last_point->next = node;
     last_point = node;
-    return node;
+    return *node;
 }
 
 void forget_points()
@@ -105,17 +107,15 @@ void forget_points()
 }
 
 /// Copies a background point into the current clone.
-IDs_typ* copy_point(LWPntID background_point, params_typ* settings)
+const IDs_typ& copy_point(LWPntID background_point, params_typ* settings)
 {
     if (IDs == nullptr)
         turns.take(*settings);
     const EDPointInfo* const info = edit->pointInfo(edit->state, background_point);
     const LWPntID old_id = info->pnt;
     const XYZ6_typ p = shaped(XYZ6_typ(info->position), *settings).move(akt_item->pos);
-    IDs_typ* const node = append_point();
-    node->new_id = edit->addPoint(edit->state, p);
-    node->old_id = old_id;
-    carry_vertex_maps(background_point, node->new_id, settings);
+    const IDs_typ& node = append_point(old_id, edit->addPoint(edit->state, p));
+    carry_vertex_maps(background_point, node.new_id, settings);
     return node;
 }
 
@@ -127,13 +127,13 @@ LWPntID cloned_point(LWPntID background_point, point_table::slot_typ* slot, para
         const IDs_typ* node = IDs;
         while (node != nullptr && node->old_id != background_point)
             node = node->next;
-        return (node != nullptr ? node : copy_point(background_point, settings))->new_id;
+        return (node != nullptr ? *node : copy_point(background_point, settings)).new_id;
     }
     if (slot == nullptr)
         slot = &points.slot(background_point);
     if (points.has_copy(*slot))
         return point_table::copy(*slot);
-    const IDs_typ& node = *copy_point(background_point, settings);
+    const IDs_typ& node = copy_point(background_point, settings);
     points.set_copy(node.old_id == background_point ? *slot : points.slot(node.old_id),
                     node.new_id);
     return node.new_id;

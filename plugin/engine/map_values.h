@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hostapi/mesh_edit.h"
+#include "plugin/host/run_state.h"
+
+namespace dastrel {
+
+/// The longest value of the types that are carried over.
+constexpr int most_floats = 3;
+
+/// Reads the point's value in a map. False when it has none.
+inline bool read_value(LWID type, const char* name, LWPntID point, float* value)
+{
+    edit->pointVSet(edit->state, nullptr, type, name);
+    return edit->pointVGet(edit->state, point, value) != 0;
+}
+
+inline void write_value(LWID type, const char* name, LWPntID point, int dimension,
+                        const float* value)
+{
+    edit->pntVMap(edit->state, point, type, name, dimension, value);
+}
+
+} // namespace dastrel
