@@ -15,6 +15,9 @@ namespace {
 /// Bytes from which on the memory of a block is new, and not what the program had before.
 constexpr std::size_t large_block = std::size_t{1} << 20;
 
+/// Bytes that are asked for ahead: enough that the helper need not be woken too often.
+constexpr std::size_t stretch = std::size_t{1} << 20;
+
 } // namespace
 
 void reallocate(Block& block, std::size_t capacity, std::size_t value_size)
@@ -27,7 +30,7 @@ void reallocate(Block& block, std::size_t capacity, std::size_t value_size)
     block.data = moved;
     block.capacity = capacity;
     if (capacity * value_size < large_block)
-        block.ready = capacity;
+        block.ready = block.asked = capacity;
 }
 
 void grow(Block& block, std::size_t needed, std::size_t value_size)
@@ -36,11 +39,14 @@ void grow(Block& block, std::size_t needed, std::size_t value_size)
         reallocate(block, std::max(needed, block.capacity + block.capacity / 2 + 16), value_size);
     if (needed <= block.ready)
         return;
-    const std::size_t stretch = (std::size_t{1} << 18) / value_size + 1;
-    const std::size_t next = needed + std::min(stretch, block.capacity - needed);
-    prepare_pages(static_cast<std::byte*>(block.data) + block.ready * value_size,
-                  (next - block.ready) * value_size);
-    block.ready = next;
+    const auto at = [&](std::size_t value) {
+        return static_cast<std::byte*>(block.data) + value * value_size;
+    };
+    if (needed > block.asked)
+        prepare_pages(at(block.asked), (needed - block.asked) * value_size);
+    block.ready = std::max(needed, block.asked);
+    block.asked = std::min(block.ready + stretch / value_size + 1, block.capacity);
+    prepare_pages_ahead(at(block.ready), (block.asked - block.ready) * value_size);
 }
 
 } // namespace mesh

@@ -8,7 +8,8 @@ namespace mesh {
 /// Memory of the C library for values of one size, which a Buffer counts and frees.
 struct Block {
     void* data = nullptr;
-    std::size_t ready = 0;    ///< values that the memory made ready so far holds
+    std::size_t ready = 0;    ///< values that the memory to be used so far holds
+    std::size_t asked = 0;    ///< the same and what was asked for ahead
     std::size_t capacity = 0; ///< values that the memory holds
 };
 
@@ -16,7 +17,8 @@ struct Block {
 /// @throws std::bad_alloc when memory ends; the block is then as it was.
 void reallocate(Block& block, std::size_t capacity, std::size_t value_size);
 
-/// Makes memory ready for `needed` values, and for some more that are likely to follow.
+/// Makes memory ready for `needed` values, and asks for that of some more that are likely to
+/// follow.
 /// @throws std::bad_alloc when memory ends; the block is then as it was.
 void grow(Block& block, std::size_t needed, std::size_t value_size);
 

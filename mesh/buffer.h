@@ -21,7 +21,7 @@ namespace mesh {
 ///
 /// A large block is handed over page by page as it is written to, and each first touch of a page is
 /// an interrupt that costs more than filling it. So the next stretch of a block is asked for in one
-/// go, when the last one is full.
+/// go while the one before it is filled.
 template <typename T> class Buffer {
     static_assert(std::is_trivially_copyable_v<T>, "realloc moves bytes");
 

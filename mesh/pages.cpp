@@ -6,6 +6,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "mesh/page_helper.h"
+
 namespace mesh {
 
 void prepare_pages(void* begin, std::size_t size) noexcept
@@ -22,6 +24,13 @@ void prepare_pages(void* begin, std::size_t size) noexcept
     (void)begin;
     (void)size;
 #endif
+}
+
+void prepare_pages_ahead(void* begin, std::size_t size) noexcept
+{
+    PageHelper* const helper = PageHelper::of_the_process();
+    if (helper == nullptr || !helper->take({begin, size}))
+        prepare_pages(begin, size);
 }
 
 } // namespace mesh
