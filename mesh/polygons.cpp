@@ -8,6 +8,9 @@ namespace mesh {
 
 std::uint16_t Polygons::type_number(FourCC type)
 {
+    // Polygons of one type mostly stand side by side.
+    if (!records_.empty() && type_names_[records_.back().type] == type)
+        return records_.back().type;
     const auto known = type_numbers_.find(type);
     if (known != type_numbers_.end())
         return known->second;
@@ -24,7 +27,7 @@ std::uint16_t Polygons::type_number(FourCC type)
     return number;
 }
 
-std::uint32_t* Polygons::extend(FourCC type, std::size_t count)
+std::uint32_t* Polygons::extend_anyhow(FourCC type, std::size_t count)
 {
     if (count > most_corners - corners_.size())
         throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");

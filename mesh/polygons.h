@@ -91,7 +91,12 @@ public:
     }
 
     /// The same with `count` points, to be set through the pointer that is returned.
-    [[nodiscard]] std::uint32_t* extend(FourCC type, std::size_t count);
+    [[nodiscard]] std::uint32_t* extend(FourCC type, std::size_t count)
+    {
+        if (!has_room(type, count)) [[unlikely]]
+            return extend_anyhow(type, count);
+        return extend_by({0, no_tag, records_.back().type, 0, false}, count);
+    }
 
     /// The same with the attributes of a polygon `from` of `source` (see `copy_attributes`), where
     /// it costs nothing: the last polygon is of the same type, there is room for one more, and
@@ -99,16 +104,13 @@ public:
     [[nodiscard]] std::uint32_t* extend_in_room(FourCC type, std::size_t count,
                                                 const Polygons& source, std::size_t from) noexcept
     {
-        if (records_.empty() || type_names_[records_.back().type] != type || records_.room() == 0 ||
-            corners_.room() < count || most_corners - corners_.size() < count ||
-            !source.others_.empty())
+        if (!has_room(type, count) || !source.others_.empty())
             return nullptr;
-        const Record& model = source.records_[from]; // stays where it is: there is room
+        const Record& model = source.records_[from];
         const bool same_type = source.type_names_[model.type] == type;
-        const std::uint16_t number = records_.back().type;
-        *records_.extend(1) = {static_cast<std::uint32_t>(corners_.size()), model.surface, number,
-                               same_type ? model.flags : std::uint8_t{0}, false};
-        return corners_.extend(count);
+        return extend_by({0, model.surface, records_.back().type,
+                          same_type ? model.flags : std::uint8_t{0}, false},
+                         count);
     }
 
     /// Gives `polygon` all tags of `from`, surface included, and its flags where both are of one
@@ -170,6 +172,21 @@ private:
     {
         return polygon < records_.size() ? records_[polygon].start : corners_.size();
     }
+    /// Whether a polygon of the last one's type can be added at no cost.
+    [[nodiscard]] bool has_room(FourCC type, std::size_t count) const noexcept
+    {
+        return !records_.empty() && type_names_[records_.back().type] == type &&
+               records_.room() != 0 && corners_.room() >= count &&
+               most_corners - corners_.size() >= count;
+    }
+    /// Adds a polygon, for which there is room, of this record but for the start.
+    std::uint32_t* extend_by(const Record& record, std::size_t count) noexcept
+    {
+        *records_.extend(1) = {static_cast<std::uint32_t>(corners_.size()), record.surface,
+                               record.type, record.flags, record.selected};
+        return corners_.extend(count);
+    }
+    [[nodiscard]] std::uint32_t* extend_anyhow(FourCC type, std::size_t count);
     [[nodiscard]] std::uint16_t type_number(FourCC type);
     void copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon);
 

@@ -50,14 +50,12 @@ NamedMap* MapIndex::numbered(std::uint64_t number) noexcept
 
 NamedMap& MapIndex::find_anew(mesh::FourCC type, const char* name)
 {
-    if (texts_.holds(name)) {
-        NamedMap& map = look_up(type, name);
-        remember({name, &map, type});
-        return map;
-    }
     Slot& slot = passing_[place(type, name) % passing_.size()];
-    if (slot.text != name || slot.type != type || slot.map->name != name)
-        slot = {name, &look_up(type, name), type};
+    if (slot.text == name && slot.type == type && slot.map->name == name)
+        return *slot.map;
+    slot = {name, &look_up(type, name), type};
+    if (texts_.holds(name))
+        remember(slot);
     return *slot.map;
 }
 

@@ -224,6 +224,11 @@ int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dim
 int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<const float> value)
 {
     NamedMap& named = maps_.find(type, name);
+    if (named.target != nullptr && named.target->dimension() == value.size() &&
+        point.layer == target_ && point.index >= mark_.points(target_)) {
+        named.target->set(point.index, value);
+        return EDERR_NONE;
+    }
     const NamedMap::Place* place = named.in_layer(point.layer);
     if (place == nullptr) {
         make_room(value.size());

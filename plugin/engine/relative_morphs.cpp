@@ -7,6 +7,24 @@
 
 namespace dastrel {
 
+namespace {
+
+/// Writes to the map of this name, or of one composed of it and the clone's number. The host finds
+/// a map sooner by a name of its own than by a copy.
+void write_offset(const char* name, LWPntID point, const float* value)
+{
+    if (morph_map_num == 0 && name != nullptr) {
+        write_value(LWVMAP_MORF, name, point, 3, value);
+        return;
+    }
+    Cstr composed(name);
+    if (morph_map_num != 0)
+        composed += Cstr(morph_map_num);
+    write_value(LWVMAP_MORF, composed, point, 3, value);
+}
+
+} // namespace
+
 void carry_relative_morphs(LWPntID old_point, LWPntID new_point, params_typ* settings)
 {
     for (const UV_typ* map = MMs; map != nullptr; map = map->next) {
@@ -20,10 +38,7 @@ void carry_relative_morphs(LWPntID old_point, LWPntID new_point, params_typ* set
         value[0] = static_cast<float>(offset.x());
         value[1] = static_cast<float>(offset.y());
         value[2] = static_cast<float>(offset.z());
-        Cstr name(map->name);
-        if (morph_map_num != 0)
-            name += Cstr(morph_map_num);
-        write_value(LWVMAP_MORF, name, new_point, 3, value);
+        write_offset(map->name, new_point, value);
     }
 }
 
