@@ -133,7 +133,8 @@ def main():
         "# Performance",
         "",
         "Made by `scripts/bench.sh`; run it to have the figures of your machine. These are of "
-        f"{bench['context']['num_cpus']} cores ({processor()}), of which Dastrel uses one. "
+        f"{bench['context']['num_cpus']} cores ({processor()}). Dastrel computes on one; a helper "
+        "on another has the system prepare the memory that is written to next. "
         "\"Plain lists\" is the same module with its indexes switched off: the lists are walked as "
         "they stand. Both give the same result to the last bit. Take ratios within this table; "
         "times depend on what else the machine does.",
