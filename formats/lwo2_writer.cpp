@@ -175,7 +175,10 @@ void Plan::warn_of_outgrown_chunks(const WarningSink& warnings) const
     for (const Layout& layout : layouts_) {
         if (!layout.grown())
             continue;
-        const auto layer = static_cast<std::size_t>(layout.part().layer - document_.layers.data());
+        const auto found =
+            std::find_if(document_.layers.begin(), document_.layers.end(),
+                         [&](const mesh::Layer& layer) { return &layer == layout.part().layer; });
+        const auto layer = static_cast<std::size_t>(found - document_.layers.begin());
         for (const FileChunk& chunk : document_.layers[layer].chunks)
             if (chunk.role == ChunkRole::opaque && chunk.id != id_vmpa &&
                 !is_of_whole_file(chunk.id))

@@ -217,7 +217,6 @@ void append_document(mesh::Document& into, mesh::Document&& from, std::string_vi
     insert_chunks(into.tail, std::move(chunks));
     for (mesh::Layer& layer : into.layers)
         open_layer(layer);
-    into.layers.reserve(into.layers.size() + from.layers.size());
     for (mesh::Layer& layer : from.layers) {
         open_layer(layer);
         std::erase_if(layer.chunks, is_merged_apart);

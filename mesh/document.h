@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <vector>
 
 #include "mesh/file_chunk.h"
@@ -12,7 +13,7 @@ namespace mesh {
 
 /// A mesh with layers, as it is read from a file, edited, and saved. It can be moved, not copied.
 struct Document {
-    std::vector<Layer> layers;   ///< in file order
+    std::deque<Layer> layers;    ///< in file order; adding one neither moves nor copies the others
     TagList tags;                ///< what the polygons' tags refer to
     std::vector<FileChunk> head; ///< kept for saving: what stood before the first layer
     std::vector<FileChunk> tail; ///< kept for saving: what stood after the last layer

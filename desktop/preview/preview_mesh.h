@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <span>
 #include <string>
 #include <vector>
@@ -25,9 +26,9 @@ struct LayerCount {
 /// What a run that was tried out came to.
 struct PreviewMesh {
     std::vector<modeler::Message> errors; ///< boxes that the command showed, or why it failed
-    std::vector<mesh::Layer> layers; ///< for each layer of the document what it gained: points,
-                                     ///< polygons over them, and the surfaces of these
-    std::size_t points = 0;          ///< in all layers
+    std::deque<mesh::Layer> layers; ///< for each layer of the document what it gained: points,
+                                    ///< polygons over them, and the surfaces of these
+    std::size_t points = 0;         ///< in all layers
     std::size_t polygons = 0;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window/selection.h"
 
+#include <deque>
+
 namespace desktop {
 
 namespace {
@@ -13,7 +15,7 @@ bool is_foreground(const modeler::Modeler& session, std::size_t layer)
 /// Calls `visit(layer, polygon)` for all polygons of the foreground.
 template <typename Visit> void for_each_polygon(const modeler::Modeler& session, Visit visit)
 {
-    const std::vector<mesh::Layer>& layers = session.document().layers;
+    const std::deque<mesh::Layer>& layers = session.document().layers;
     for (std::size_t layer = 0; layer < layers.size(); ++layer) {
         if (!is_foreground(session, layer))
             continue;

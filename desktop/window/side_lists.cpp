@@ -2,6 +2,7 @@
 #include "desktop/window/side_lists.h"
 
 #include <algorithm>
+#include <deque>
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -114,7 +115,7 @@ void SideLists::show_layers(const Workspace& workspace)
 {
     const std::vector<std::size_t> chosen = chosen_layers();
     layers_->clear();
-    const std::vector<mesh::Layer>& layers = workspace.session().document().layers;
+    const std::deque<mesh::Layer>& layers = workspace.session().document().layers;
     for (std::size_t i = 0; i < layers.size(); ++i) {
         const QString file = to_qt(workspace.file_of(i).stem());
         const QString own = to_qt(std::string_view(layers[i].name));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Commands, undo, selection, roles.
+#include <deque>
 #include <exception>
 
 #include <fmt/format.h>
@@ -122,7 +123,7 @@ void MainWindow::select_in(const QRect& over, Qt::KeyboardModifiers modifiers)
 void MainWindow::take_picked(const Picked& picked)
 {
     std::vector<PolygonRef> polygons;
-    const std::vector<mesh::Layer>& layers = workspace_.session().document().layers;
+    const std::deque<mesh::Layer>& layers = workspace_.session().document().layers;
     for (const picture::PolygonId& one : picked.polygons) {
         // The document may have changed since the picture was made that was pointed at.
         const std::size_t layer = picked.document_layers[one.layer];

@@ -31,4 +31,16 @@ TEST(FourCC, SpellsOutWhatCannotBePrinted)
     EXPECT_EQ(mesh::to_text(0x41207EFFu), "A ~\\xFF");
 }
 
+TEST(Document, AddingALayerLeavesTheOthersWhereTheyAre)
+{
+    mesh::Document document;
+    document.layers.emplace_back().points.push_back({1.0, 2.0, 3.0});
+    const mesh::Layer* const layer = &document.layers.front();
+    const mesh::Vec3* const point = layer->points.data();
+    for (int i = 0; i < 100; ++i)
+        document.layers.emplace_back();
+    EXPECT_EQ(&document.layers.front(), layer);
+    EXPECT_EQ(layer->points.data(), point) << "a copy would need the memory twice";
+}
+
 } // namespace

@@ -268,7 +268,6 @@ void add_model(Session& session, Model model, Numbers& numbers)
 Session make_session(Ground ground, Model model, Numbers& numbers)
 {
     Session session;
-    session.document.layers.reserve(8); // references to layers stay valid
     add_ground(session, ground, numbers);
     add_model(session, model, numbers);
     return session;
