@@ -62,13 +62,18 @@ NamedMap& MapIndex::find_anew(mesh::FourCC type, const char* name)
 void MapIndex::remember(const Slot& slot)
 {
     constexpr std::size_t most_slots = 4096; // past that a later text takes the place of another
-    for (std::size_t size = lasting_.size();; size *= 2) {
+    Slot& there = lasting_[place(slot.type, slot.text) & mask_];
+    if (there.text == nullptr || lasting_.size() >= most_slots) {
+        there = slot;
+        return;
+    }
+    for (std::size_t size = lasting_.size() * 2;; size *= 2) {
         std::vector<Slot> table(size);
         bool apart = true;
         const auto put = [&](const Slot& known) {
-            Slot& there = table[place(known.type, known.text) % size];
-            apart = apart && there.text == nullptr;
-            there = known;
+            Slot& taken = table[place(known.type, known.text) % size];
+            apart = apart && taken.text == nullptr;
+            taken = known;
         };
         for (const Slot& known : lasting_)
             if (known.text != nullptr)

@@ -79,7 +79,7 @@ private:
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
 
-    // By the address of the text: a table of the lasting ones, large enough that no two of them
+    // By the address of the text: a table of the lasting ones, so large that hardly two of them
     // share a place, and the last answer for each of the others that may come again.
     std::vector<Slot> lasting_;
     std::size_t mask_; ///< the size of that table, a power of two, less one

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "modeler/edit/map_index.h"
+
+#include <cstring>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using modeler::LastingTexts;
+using modeler::MapIndex;
+using modeler::NamedMap;
+
+class MapIndexTest : public testing::Test {
+protected:
+    MapIndexTest() { document.layers.emplace_back(); }
+
+    mesh::Document document;
+    std::vector<modeler::LayerRole> roles{modeler::LayerRole::foreground};
+    modeler::Scope scope{document, roles};
+    LastingTexts texts;
+};
+
+TEST_F(MapIndexTest, ALastingNameIsKnownOnceItWasFound)
+{
+    const char* const name = texts.lend("Leaves");
+    MapIndex index(document, scope, texts);
+    EXPECT_EQ(index.known(mesh::map_wght, name), nullptr);
+    NamedMap& found = index.find(mesh::map_wght, name);
+    EXPECT_EQ(index.known(mesh::map_wght, name), &found);
+    EXPECT_EQ(index.known(mesh::map_txuv, name), nullptr) << "another type";
+    EXPECT_EQ(index.known(mesh::map_wght, nullptr), nullptr);
+}
+
+TEST_F(MapIndexTest, ANameThatDoesNotLastIsComparedAnew)
+{
+    MapIndex index(document, scope, texts);
+    char name[] = "A";
+    NamedMap* const first = &index.find(mesh::map_morf, name);
+    EXPECT_EQ(index.known(mesh::map_morf, name), nullptr);
+    EXPECT_EQ(&index.find(mesh::map_morf, name), first);
+    std::strcpy(name, "B");
+    EXPECT_NE(&index.find(mesh::map_morf, name), first) << "the address is the same";
+    std::strcpy(name, "A");
+    EXPECT_EQ(&index.find(mesh::map_morf, name), first);
+}
+
+TEST_F(MapIndexTest, HardlyAnyNameTakesThePlaceOfAnother)
+{
+    MapIndex index(document, scope, texts);
+    std::vector<const char*> names;
+    for (int i = 0; i < 48; ++i)
+        names.push_back(texts.lend("map " + std::to_string(i)));
+    for (const char* const name : names)
+        (void)index.find(mesh::map_wght, name);
+    int known = 0;
+    for (const char* const name : names) {
+        const NamedMap* const map = index.known(mesh::map_wght, name);
+        ASSERT_TRUE(map == nullptr || map->name == name);
+        known += map != nullptr ? 1 : 0;
+    }
+    // Addresses differ from run to run; seven sharing a place would be one run in fifty million.
+    EXPECT_GT(known, 41);
+}
+
+TEST_F(MapIndexTest, ManyNamesEachLeadToTheirOwnRecord)
+{
+    MapIndex index(document, scope, texts);
+    std::vector<const char*> names;
+    for (int i = 0; i < 3000; ++i) // more than fit without sharing a place
+        names.push_back(texts.lend("map " + std::to_string(i)));
+    std::set<const NamedMap*> records;
+    for (int round = 0; round < 3; ++round)
+        for (const char* const name : names) {
+            const NamedMap& found = index.find(mesh::map_wght, name);
+            ASSERT_EQ(found.name, name);
+            records.insert(&found);
+        }
+    EXPECT_EQ(records.size(), names.size());
+}
+
+} // namespace
