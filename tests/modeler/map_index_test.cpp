@@ -14,11 +14,16 @@ using modeler::LastingTexts;
 using modeler::MapIndex;
 using modeler::NamedMap;
 
+mesh::Document of_one_layer()
+{
+    mesh::Document document;
+    document.layers.emplace_back();
+    return document;
+}
+
 class MapIndexTest : public testing::Test {
 protected:
-    MapIndexTest() { document.layers.emplace_back(); }
-
-    mesh::Document document;
+    mesh::Document document = of_one_layer();
     std::vector<modeler::LayerRole> roles{modeler::LayerRole::foreground};
     modeler::Scope scope{document, roles};
     LastingTexts texts;
