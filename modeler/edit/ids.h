@@ -42,6 +42,7 @@ class LayerIds {
 public:
     explicit LayerIds(std::uint32_t layer) noexcept : first_((std::uint64_t{layer} << 32) + 1) {}
 
+    /// The element of this index, as a module sees it.
     template <typename Id> [[nodiscard]] Id id(std::uint64_t index) const noexcept
     {
         // NOLINTNEXTLINE(performance-no-int-to-ptr): an id is a number to us, never an address

@@ -224,6 +224,7 @@ int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dim
 int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<const float> value)
 {
     NamedMap& named = maps_.find(type, name);
+    // A new point in a map that new points have values in: nothing is to be kept, and all is known.
     if (named.target != nullptr && named.target->dimension() == value.size() &&
         point.layer == target_ && point.index >= mark_.points(target_)) {
         named.target->set(point.index, value);

@@ -9,13 +9,15 @@ namespace dastrel {
 /// The longest value of the types that are carried over.
 constexpr int most_floats = 3;
 
-/// Reads the point's value in a map. False when it has none.
+/// Reads the point's value in a map into `value`, which has room for the type's floats. False when
+/// it has none.
 inline bool read_value(LWID type, const char* name, LWPntID point, float* value)
 {
     edit->pointVSet(edit->state, nullptr, type, name);
     return edit->pointVGet(edit->state, point, value) != 0;
 }
 
+/// Gives the point a value of `dimension` floats in a map, which the host makes if there is none.
 inline void write_value(LWID type, const char* name, LWPntID point, int dimension,
                         const float* value)
 {

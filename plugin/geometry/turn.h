@@ -16,6 +16,7 @@ namespace dastrel {
 class turn_typ {
 public:
     turn_typ() : turn_typ(0.0) {}
+    /// By `a` radians.
     explicit turn_typ(double a);
 
     /// The formulas themselves, computed for an angle of 0, too.

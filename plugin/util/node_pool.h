@@ -11,6 +11,7 @@ namespace dastrel {
 /// blocks and go back onto a chain of free ones.
 class node_pool {
 public:
+    /// For nodes of `size` bytes.
     explicit node_pool(std::size_t size) : node_size(size) {}
 
     /// Memory for one node. Throws std::bad_alloc.
