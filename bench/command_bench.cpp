@@ -54,19 +54,33 @@ void once(benchmark::internal::Benchmark* row)
     row->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
+constexpr const char* density = ", \"density_wg\": \"Density\"";
+constexpr const char* area = ", \"size_poly_area\": true";
+constexpr const char* jitter = ", \"jitter\": 0.1";
+
 BENCHMARK_CAPTURE(command, grid_cube, on("grid", "cube"))->Apply(sizes);
 BENCHMARK_CAPTURE(command, grid_cube_plain, plain("grid", "cube"))
     ->Arg(1000)
     ->Arg(10000)
     ->Apply(once);
 BENCHMARK_CAPTURE(command, hills_cube, on("hills", "cube"))->Apply(sizes);
-BENCHMARK_CAPTURE(command, hills_cube_density, on("hills", "cube", ", \"density_wg\": \"Density\""))
+BENCHMARK_CAPTURE(command, hills_cube_plain, plain("hills", "cube"))
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_cube_density, on("hills", "cube", density))
     ->Arg(10000)
     ->Arg(100000)
     ->Apply(once);
-BENCHMARK_CAPTURE(command, hills_cube_area, on("hills", "cube", ", \"size_poly_area\": true"))
+BENCHMARK_CAPTURE(command, hills_cube_density_plain, plain("hills", "cube", density))
+    ->Arg(10000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_cube_area, on("hills", "cube", area))
     ->Arg(10000)
     ->Arg(100000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_cube_area_plain, plain("hills", "cube", area))
+    ->Arg(10000)
     ->Apply(once);
 BENCHMARK_CAPTURE(command, hills_tree, on("hills", "tree"))
     ->Arg(1000)
@@ -74,14 +88,23 @@ BENCHMARK_CAPTURE(command, hills_tree, on("hills", "tree"))
     ->Arg(48781)
     ->Apply(once);
 BENCHMARK_CAPTURE(command, hills_tree_plain, plain("hills", "tree"))->Arg(1000)->Apply(once);
-BENCHMARK_CAPTURE(command, hills_tree_jitter, on("hills", "tree", ", \"jitter\": 0.1"))
+BENCHMARK_CAPTURE(command, hills_tree_jitter, on("hills", "tree", jitter))
+    ->Arg(1000)
     ->Arg(10000)
     ->Apply(once);
-BENCHMARK_CAPTURE(command, hills_large, on("hills", "large"))->Arg(100)->Arg(2000)->Apply(once);
+BENCHMARK_CAPTURE(command, hills_tree_jitter_plain, plain("hills", "tree", jitter))
+    ->Arg(1000)
+    ->Apply(once);
+BENCHMARK_CAPTURE(command, hills_large, on("hills", "large"))
+    ->Arg(20)
+    ->Arg(100)
+    ->Arg(2000)
+    ->Apply(once);
 BENCHMARK_CAPTURE(command, hills_large_plain, plain("hills", "large"))->Arg(20)->Apply(once);
 BENCHMARK_CAPTURE(command, mountain_cube, on("mountain", "cube"))
     ->Arg(1000)
     ->Arg(1000000)
     ->Apply(once);
+BENCHMARK_CAPTURE(command, mountain_cube_plain, plain("mountain", "cube"))->Arg(1000)->Apply(once);
 
 } // namespace

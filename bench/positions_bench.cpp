@@ -67,11 +67,18 @@ BENCHMARK_CAPTURE(positions, hills_plain, "hills", true, false)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(positions, hills_by_area, "hills", false, true)
+    ->Arg(10000)
     ->Arg(100000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(positions, hills_by_area_plain, "hills", true, true)
+    ->Arg(10000)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(positions, mountain, "mountain", false, false)
     ->Arg(1000)
     ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(positions, mountain_plain, "mountain", true, false)
+    ->Arg(1000)
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -45,7 +45,7 @@ def readable(value):
 
 
 def tables(found):
-    lines = ["| what | size | ours | plain lists | ratio | |", "|---|---|---|---|---|---|"]
+    lines = ["| what | size | ours | plain | ratio | |", "|---|---|---|---|---|---|"]
     for name, rows in found.items():
         if name.endswith("plain"):
             continue
@@ -68,7 +68,8 @@ def tables(found):
     return lines
 
 
-def peers_table(file):
+def peers_rows(file):
+    """{(task, mesh, size): {program: [(seconds, peak MiB), ...], ...}, ...}"""
     rows = {}
     with open(file, encoding="utf-8") as lines:
         for row in csv.reader(lines):
@@ -76,6 +77,10 @@ def peers_table(file):
                 task = "positions" if row[1] != "realise" else "realise"
                 key = (task, row[2], int(float(row[3])) if task == "positions" else 0)
                 rows.setdefault(key, {}).setdefault(row[0], []).append((float(row[5]), float(row[7])))
+    return rows
+
+
+def peers_table(rows):
     names = sorted({name for row in rows.values() for name in row})
     lines = ["| task | " + " | ".join(names) + " |", "|---|" + "---|" * len(names)]
     for (task, name, size), row in sorted(rows.items()):
@@ -92,17 +97,24 @@ def peers_table(file):
     return lines
 
 
-def plot(found, target):
+def plot(found, peers, target):
     figure, axes = plt.subplots(figsize=(8, 5.5), dpi=110)
     for name, style in [("positions/hills", "o-"), ("positions/hills_plain", "o--"),
                         ("command/grid_cube", "s-"), ("command/grid_cube_plain", "s--")]:
         rows = sorted(found.get(name, {}).items())
         if rows:
             axes.loglog([n for n, _ in rows], [seconds(r) for _, r in rows], style, label=name)
+    lines = {}
+    for (task, mesh, size), programs in sorted(peers.items()):
+        if (task, mesh) == ("positions", "bumpy"):
+            for program, runs in programs.items():
+                lines.setdefault(program, []).append((size, statistics.median(w for w, _ in runs)))
+    for program, points in sorted(lines.items()):
+        axes.loglog(*zip(*points), "^:", label=f"positions/bumpy: {program}")
     axes.set_xlabel("clones")
     axes.set_ylabel("seconds")
     axes.grid(True, which="both", alpha=0.25)
-    axes.legend()
+    axes.legend(fontsize="small")
     figure.tight_layout()
     figure.savefig(target)
 
@@ -128,16 +140,18 @@ def main():
         processes = json.load(file)
     docs = sys.argv[3]
     found = series(bench)
-    plot(found, f"{docs}/images/performance.png")
+    peers = peers_rows(sys.argv[4]) if len(sys.argv) > 4 else {}
+    plot(found, peers, f"{docs}/images/performance.png")
     lines = [
         "# Performance",
         "",
         "Made by `scripts/bench.sh`; run it to have the figures of your machine. These are of "
         f"{bench['context']['num_cpus']} cores ({processor()}). Dastrel computes on one; a helper "
         "on another has the system prepare the memory that is written to next. "
-        "\"Plain lists\" is the same module with its indexes switched off: the lists are walked as "
-        "they stand. Both give the same result to the last bit. Take ratios within this table; "
-        "times depend on what else the machine does.",
+        "\"Plain\" is the same module with its indexes switched off: the lists are walked as they "
+        "stand; of the files it is the same file, put and taken byte by byte through a stream. Both "
+        "give the same result to the last bit. Take ratios within this table; times depend on what "
+        "else the machine does.",
         "",
         "![Time against clones, both axes logarithmic](images/performance.png)",
         "",
@@ -161,18 +175,19 @@ def main():
           f"{r['file'] / 1e6:,.1f} MB | {r['peak'] / 2**20:,.0f} MiB | "
           f"{per_point(r, processes[0])} |" for r in processes),
     ]
-    if len(sys.argv) > 4:
+    if peers:
         lines += [
             "",
             "## Beside other programs",
             "",
-            "The same tasks on the same meshes, every program once in each round, medians. "
+            "The same tasks on the same meshes (`bumpy` are hills of 141 x 141 quads), every program "
+            "once in each round, medians. "
             "`darts` is a dart thrower with a hash grid and nothing else; `streamlimit` writes "
             "ready copies into memory, the least that realising can take. What the others place or "
             "realise carries no clone numbers, and only Dastrel makes a document of it that can be "
             "edited and undone.",
             "",
-            *peers_table(sys.argv[4]),
+            *peers_table(peers),
         ]
     with open(f"{docs}/performance.md", "w", encoding="utf-8") as file:
         file.write("\n".join(lines) + "\n")
