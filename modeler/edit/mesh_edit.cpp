@@ -286,7 +286,8 @@ LWPolID MeshEdit::add_any_polygon(LWID type, LWPolID pattern, const char* surfac
     try {
         if (added >= most_elements)
             throw std::length_error("a layer holds more than 4,294,967,295 polygons");
-        if (!set_corners({polygons.extend(type, corners), corners}, points))
+        const std::span indices(polygons.extend(type, corners), corners);
+        if (!indices.empty() && !set_corners(indices, points))
             return drop_polygon(added);
         if (like_layer != nullptr)
             polygons.copy_attributes(like_layer->polygons, like.index, added);
