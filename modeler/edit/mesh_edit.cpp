@@ -286,8 +286,9 @@ LWPolID MeshEdit::add_any_polygon(LWID type, LWPolID pattern, const char* surfac
     try {
         if (added >= most_elements)
             throw std::length_error("a layer holds more than 4,294,967,295 polygons");
-        const std::span indices(polygons.extend(type, corners), corners);
-        if (!indices.empty() && !set_corners(indices, points))
+        std::uint32_t* const indices = polygons.extend(type, corners);
+        // A polygon of no points may come without an array of them.
+        if (points != nullptr && !set_corners({indices, corners}, points))
             return drop_polygon(added);
         if (like_layer != nullptr)
             polygons.copy_attributes(like_layer->polygons, like.index, added);
