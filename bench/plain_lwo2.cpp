@@ -2,13 +2,11 @@
 #include "bench/plain_lwo2.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstdint>
 #include <fstream>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "formats/lwo2/ids.h"

@@ -179,7 +179,7 @@ void Plan::warn_of_outgrown_chunks(const WarningSink& warnings) const
             std::find_if(document_.layers.begin(), document_.layers.end(),
                          [&](const mesh::Layer& layer) { return &layer == layout.part().layer; });
         const auto layer = static_cast<std::size_t>(found - document_.layers.begin());
-        for (const FileChunk& chunk : document_.layers[layer].chunks)
+        for (const FileChunk& chunk : found->chunks)
             if (chunk.role == ChunkRole::opaque && chunk.id != id_vmpa &&
                 !is_of_whole_file(chunk.id))
                 warnings(fmt::format("{}: chunk {} is kept as it was; what it says of single "
