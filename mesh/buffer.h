@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <span>
 #include <type_traits>
@@ -37,7 +36,11 @@ public:
         std::swap(size_, other.size_);
         return *this;
     }
-    ~Buffer() { std::free(block_.data); }
+    ~Buffer()
+    {
+        if (block_.data != nullptr)
+            release(block_, sizeof(T));
+    }
 
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
     [[nodiscard]] bool empty() const noexcept { return size_ == 0; }

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include "mesh/buffer.h"
 #include "mesh/file_chunk.h"
 #include "mesh/polygons.h"
+#include "mesh/stable_list.h"
 #include "mesh/vec3.h"
 #include "mesh/vertex_map.h"
 
@@ -27,7 +27,7 @@ struct Layer {
 
     Buffer<Vec3> points;
     Polygons polygons;
-    std::deque<VertexMap> maps;    ///< in order of appearance; adding one moves none of the others
+    StableList<VertexMap> maps;    ///< in order of appearance
     std::vector<FileChunk> chunks; ///< kept for saving: the file's layout; empty without a file
 
     /// The first map of this type and name, or null. Valid as long as the map is there.

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "mesh/page_helper.h"
 
+#include <atomic>
 #include <csignal>
+#include <cstdint>
 #include <exception>
 #include <memory>
 #include <thread>
+#include <utility>
 
 #include "mesh/pages.h"
 
@@ -29,17 +32,30 @@ private:
     sigset_t before_{};
 };
 
+/// Set in a forked child, where there is no such thread, and its lock may be taken for ever.
+std::atomic<bool> forked = false;
+
+bool overlap(const PageHelper::Stretch& a, const PageHelper::Stretch& b) noexcept
+{
+    const auto begin = [](const PageHelper::Stretch& stretch) {
+        return reinterpret_cast<std::uintptr_t>(stretch.begin);
+    };
+    return begin(a) < begin(b) + b.size && begin(b) < begin(a) + a.size;
+}
+
 } // namespace
 
 PageHelper* PageHelper::of_the_process() noexcept
 {
     static PageHelper* const helper = start();
-    return helper;
+    return forked.load(std::memory_order_relaxed) ? nullptr : helper;
 }
 
 PageHelper* PageHelper::start() noexcept
 {
     if (std::thread::hardware_concurrency() < 2)
+        return nullptr;
+    if (pthread_atfork(nullptr, nullptr, [] { forked = true; }) != 0)
         return nullptr;
     try {
         auto helper = std::make_unique<PageHelper>();
@@ -53,26 +69,35 @@ PageHelper* PageHelper::start() noexcept
 
 bool PageHelper::take(Stretch stretch) noexcept
 {
-    Desk expected = Desk::empty;
-    if (!desk_.compare_exchange_strong(expected, Desk::being_filled, std::memory_order_acquire))
-        return false;
-    next_ = stretch;
-    desk_.store(Desk::full, std::memory_order_release);
-    desk_.notify_one();
+    {
+        const std::lock_guard lock(mutex_);
+        if (next_.size != 0)
+            return false;
+        next_ = stretch;
+    }
+    requested_.notify_one();
     return true;
+}
+
+void PageHelper::withdraw(Stretch memory) noexcept
+{
+    std::unique_lock lock(mutex_);
+    if (overlap(next_, memory))
+        next_ = {};
+    finished_.wait(lock, [&] { return !overlap(current_, memory); });
 }
 
 void PageHelper::work() noexcept
 {
+    std::unique_lock lock(mutex_);
     for (;;) {
-        Desk seen = desk_.load(std::memory_order_acquire);
-        while (seen != Desk::full) {
-            desk_.wait(seen);
-            seen = desk_.load(std::memory_order_acquire);
-        }
-        const Stretch stretch = next_;
-        desk_.store(Desk::empty, std::memory_order_release);
-        prepare_pages(stretch.begin, stretch.size);
+        requested_.wait(lock, [&] { return next_.size != 0; });
+        current_ = std::exchange(next_, {});
+        lock.unlock();
+        prepare_pages(current_.begin, current_.size);
+        lock.lock();
+        current_ = {};
+        finished_.notify_all();
     }
 }
 

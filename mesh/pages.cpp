@@ -33,4 +33,10 @@ void prepare_pages_ahead(void* begin, std::size_t size) noexcept
         prepare_pages(begin, size);
 }
 
+void withdraw_pages(void* begin, std::size_t size) noexcept
+{
+    if (PageHelper* const helper = PageHelper::of_the_process())
+        helper->withdraw({begin, size});
+}
+
 } // namespace mesh

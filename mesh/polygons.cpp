@@ -11,15 +11,18 @@ std::uint16_t Polygons::type_number(FourCC type)
     // Polygons of one type mostly stand side by side.
     if (!records_.empty() && type_names_[records_.back().type] == type)
         return records_.back().type;
-    const auto known = type_numbers_.find(type);
-    if (known != type_numbers_.end())
+    if (!type_names_.empty() && type_names_.front() == type)
+        return 0;
+    const auto known = type_numbers_->find(type);
+    if (known != type_numbers_->end())
         return known->second;
     if (type_names_.size() > std::numeric_limits<std::uint16_t>::max())
         throw std::length_error("a layer holds more than 65,536 types of polygons");
     const auto number = static_cast<std::uint16_t>(type_names_.size());
     type_names_.push_back(type);
     try {
-        type_numbers_.emplace(type, number);
+        if (number > 0)
+            type_numbers_.make().emplace(type, number);
     } catch (...) {
         type_names_.pop_back();
         throw;
@@ -44,9 +47,9 @@ TagIndex Polygons::tag(FourCC kind, std::size_t polygon) const noexcept
 {
     if (kind == tag_surf)
         return records_[polygon].surface;
-    for (const Tags& tags : others_)
-        if (tags.kind == kind)
-            return polygon < tags.of_polygon.size() ? tags.of_polygon[polygon] : no_tag;
+    for (const TagColumn& tags : *others_)
+        if (tags.kind() == kind)
+            return tags[polygon];
     return no_tag;
 }
 
@@ -56,57 +59,59 @@ void Polygons::set_tag(FourCC kind, std::size_t polygon, TagIndex tag)
         records_[polygon].surface = tag;
         return;
     }
-    for (Tags& tags : others_) {
-        if (tags.kind != kind)
-            continue;
-        if (polygon >= tags.of_polygon.size())
-            tags.of_polygon.resize(polygon + 1, no_tag);
-        tags.of_polygon[polygon] = tag;
-        return;
+    std::vector<TagColumn>& others = others_.make();
+    for (TagColumn& tags : others) {
+        if (tags.kind() == kind) {
+            tags.set(polygon, tag);
+            return;
+        }
     }
-    others_.push_back({kind, {}});
-    others_.back().of_polygon.resize(polygon + 1, no_tag);
-    others_.back().of_polygon[polygon] = tag;
+    others.emplace_back(kind).set(polygon, tag);
 }
 
 std::vector<FourCC> Polygons::other_tag_kinds() const
 {
     std::vector<FourCC> kinds;
-    kinds.reserve(others_.size());
-    for (const Tags& tags : others_)
-        kinds.push_back(tags.kind);
+    kinds.reserve(others_->size());
+    for (const TagColumn& tags : *others_)
+        kinds.push_back(tags.kind());
     return kinds;
 }
 
 void Polygons::copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon)
 {
     // With `source` being this object no kind is new: the list does not grow under the loop.
-    for (const Tags& tags : source.others_)
-        if (from < tags.of_polygon.size() && tags.of_polygon[from] != no_tag)
-            set_tag(tags.kind, polygon, tags.of_polygon[from]);
+    for (const TagColumn& tags : *source.others_)
+        if (const TagIndex tag = tags[from]; tag != no_tag)
+            set_tag(tags.kind(), polygon, tag);
 }
 
 void Polygons::truncate(std::size_t count) noexcept
 {
     corners_.truncate(start_of(count));
     records_.truncate(count);
-    for (Tags& tags : others_)
-        tags.of_polygon.truncate(count);
+    if (auto* const others = others_.there())
+        for (TagColumn& tags : *others)
+            tags.truncate(count);
 }
 
 Polygons::Mark Polygons::mark() const noexcept
 {
-    return {size(), type_names_.size(), others_.size()};
+    return {size(), type_names_.size(), others_->size()};
 }
 
 void Polygons::truncate(const Mark& mark) noexcept
 {
     truncate(mark.polygons);
     while (type_names_.size() > mark.types) {
-        type_numbers_.erase(type_names_.back());
+        if (auto* const numbers = type_numbers_.there())
+            numbers->erase(type_names_.back());
         type_names_.pop_back();
     }
-    others_.erase(others_.begin() + static_cast<std::ptrdiff_t>(mark.tag_kinds), others_.end());
+    if (auto* const others = others_.there())
+        others->erase(others->begin() + static_cast<std::ptrdiff_t>(mark.tag_kinds), others->end());
+    if (mark.tag_kinds == 0)
+        others_.reset();
 }
 
 void Polygons::reserve(std::size_t polygons, std::size_t corners)

@@ -11,6 +11,8 @@
 
 #include "mesh/buffer.h"
 #include "mesh/fourcc.h"
+#include "mesh/rare.h"
+#include "mesh/tag_column.h"
 #include "mesh/tags.h"
 
 namespace mesh {
@@ -83,6 +85,25 @@ public:
     /// The kinds of tags other than `tag_surf` that were ever set, in order of first appearance.
     [[nodiscard]] std::vector<FourCC> other_tag_kinds() const;
 
+    /// The tags of these kinds, for passes over all of them: for each kind, in the same order, the
+    /// polygons that have one.
+    [[nodiscard]] std::span<const TagColumn> other_tags() const noexcept { return *others_; }
+
+    /// Gives every polygon the tags, surface included, that `surface(tag)` and `other(tag)` make of
+    /// those that it has.
+    template <typename Surface, typename Other> void change_tags(Surface surface, Other other)
+    {
+        for (std::size_t polygon = 0; polygon < size(); ++polygon)
+            if (records_[polygon].surface != no_tag)
+                records_[polygon].surface = surface(records_[polygon].surface);
+        if (std::vector<TagColumn>* const others = others_.there())
+            for (TagColumn& tags : *others)
+                tags.change_each(other);
+    }
+
+    /// The types that polygons were ever added of, in order of first appearance.
+    [[nodiscard]] std::span<const FourCC> types() const noexcept { return type_names_; }
+
     /// Appends a polygon without tags and flags, not selected.
     /// @throws std::length_error past 65,536 types or 2^32 - 1 corners in one layer.
     void add(FourCC type, std::span<const std::uint32_t> points)
@@ -104,7 +125,7 @@ public:
     [[nodiscard]] std::uint32_t* extend_in_room(FourCC type, std::size_t count,
                                                 const Polygons& source, std::size_t from) noexcept
     {
-        if (!has_room(type, count) || !source.others_.empty())
+        if (!has_room(type, count) || source.others_.is_there())
             return nullptr;
         const Record& model = source.records_[from];
         const bool same_type = source.type_names_[model.type] == type;
@@ -128,7 +149,7 @@ public:
         copy.surface = model.surface;
         if (type_names_[copy.type] == source.type_names_[model.type])
             copy.flags = model.flags;
-        if (!source.others_.empty())
+        if (source.others_.is_there())
             copy_other_tags(source, from, polygon);
     }
 
@@ -161,11 +182,6 @@ private:
         std::uint8_t flags = 0;
         bool selected = false;
     };
-    /// Tags of one kind. Shorter than the polygons where the last of them have none.
-    struct Tags {
-        FourCC kind;
-        Buffer<TagIndex> of_polygon;
-    };
 
     /// Where a polygon's corners begin; for the one behind the last, where all of them end.
     [[nodiscard]] std::size_t start_of(std::size_t polygon) const noexcept
@@ -191,10 +207,11 @@ private:
     void copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon);
 
     std::vector<FourCC> type_names_;
-    std::unordered_map<FourCC, std::uint16_t> type_numbers_; ///< position in `type_names_`
+    /// Position in `type_names_`. Not there for a layer whose polygons are all of one type.
+    Rare<std::unordered_map<FourCC, std::uint16_t>> type_numbers_;
     Buffer<Record> records_;
     Buffer<std::uint32_t> corners_;
-    std::vector<Tags> others_;
+    Rare<std::vector<TagColumn>> others_;
 };
 
 } // namespace mesh

@@ -21,46 +21,75 @@ std::uint64_t bits_between(std::uint64_t begin, std::uint64_t end, std::uint64_t
     return from(begin) & ~from(end);
 }
 
+std::uint64_t bit_of(std::uint32_t point) noexcept { return std::uint64_t{1} << (point % 64u); }
+
 } // namespace
+
+/// Words ascend, so a word stands at most as far behind the first as its number is greater, and at
+/// most as far before the last as its number is less. Without gaps this is the place itself.
+std::size_t VertexMap::Scattered::place_of(std::uint32_t word) const noexcept
+{
+    const std::size_t count = words.size();
+    if (count == 0 || word <= words[0])
+        return 0;
+    if (word > words.back())
+        return count;
+    const std::size_t last = std::min<std::size_t>(word - words[0], count - 1);
+    if (words[last] == word)
+        return last;
+    const std::size_t to_last = words.back() - word;
+    const std::size_t first = to_last < count ? count - 1 - to_last : 0;
+    return static_cast<std::size_t>(
+        std::lower_bound(words.begin() + first, words.begin() + last, word) - words.begin());
+}
+
+bool VertexMap::is_scattered(std::uint32_t point) const noexcept
+{
+    const Scattered& points = *scattered_;
+    const std::size_t at = points.place_of(point / 64u);
+    return at < points.words.size() && points.words[at] == point / 64u &&
+           (points.present[at] & bit_of(point)) != 0;
+}
 
 std::size_t VertexMap::scattered_rank(std::uint32_t point) const noexcept
 {
-    const std::size_t word = point / 64u;
-    const std::uint64_t below = (std::uint64_t{1} << (point % 64u)) - 1u;
-    return before_[word] + static_cast<std::size_t>(std::popcount(present_[word] & below));
+    const Scattered& points = *scattered_;
+    const std::size_t at = points.place_of(point / 64u);
+    if (at == points.words.size())
+        return points.size;
+    const std::uint64_t below = points.words[at] == point / 64u ? bit_of(point) - 1u : 0;
+    return points.before[at] + static_cast<std::size_t>(std::popcount(points.present[at] & below));
 }
 
 void VertexMap::begin_run(std::uint32_t point, std::size_t count) noexcept
 {
-    present_.truncate(0);
-    before_.truncate(0);
+    scattered_.reset();
     run_begin_ = point;
     run_size_ = static_cast<std::uint32_t>(count);
 }
 
-void VertexMap::scatter(std::size_t words)
+void VertexMap::scatter(std::size_t more)
 {
+    const std::uint64_t run_end = run_size_ != 0 ? end() : 0;
+    const std::uint64_t run_begin = run_size_ != 0 ? run_begin_ : 0;
     if (run_size_ != 0)
-        words = std::max(words, (end() - 1) / 64u + std::size_t{1});
-    if (words <= present_.size())
-        return;
+        more += (run_end - 1) / 64u - run_begin / 64u + 1;
     // All that can fail comes first, so that a failure leaves the map as it was.
-    before_.reserve_more(words);
-    present_.reserve_more(words);
-    if (run_size_ != 0) {
-        const std::uint64_t run_begin = run_begin_;
-        const std::uint64_t run_end = end();
-        for (std::uint64_t first = 0; first < run_end; first += 64) {
-            before_.push_back(first > run_begin ? static_cast<std::uint32_t>(first - run_begin)
-                                                : 0u);
-            present_.push_back(bits_between(run_begin, run_end, first));
-        }
-        scattered_ = std::exchange(run_size_, 0u);
-        scattered_end_ = static_cast<std::uint32_t>(run_end);
-        run_begin_ = no_run;
+    Scattered& points = scattered_.make();
+    points.words.reserve_more(points.words.size() + more);
+    points.present.reserve_more(points.words.size() + more);
+    points.before.reserve_more(points.words.size() + more);
+    if (run_size_ == 0)
+        return;
+    for (std::uint64_t first = run_begin / 64u * 64u; first < run_end; first += 64) {
+        points.words.push_back(static_cast<std::uint32_t>(first / 64u));
+        points.before.push_back(first > run_begin ? static_cast<std::uint32_t>(first - run_begin)
+                                                  : 0u);
+        points.present.push_back(bits_between(run_begin, run_end, first));
     }
-    present_.resize(words, 0);
-    before_.resize(words, scattered_);
+    points.size = std::exchange(run_size_, 0u);
+    points.end = static_cast<std::uint32_t>(run_end);
+    run_begin_ = no_run;
 }
 
 void VertexMap::set_anywhere(std::uint32_t point, std::span<const float> value)
@@ -79,18 +108,24 @@ void VertexMap::set_anywhere(std::uint32_t point, std::span<const float> value)
             ++run_size_;
         return;
     }
-    const std::size_t word = point / 64u;
-    scatter(word + 1);
-    if (point >= scattered_end_) {
-        values_.append(value);
-        scattered_end_ = point + 1;
-    } else {
-        values_.insert(scattered_rank(point) * dimension_, value);
+    values_.reserve_more(values_.size() + dimension_);
+    scatter(1);
+    Scattered& points = scattered_.make();
+    const std::uint32_t row = static_cast<std::uint32_t>(scattered_rank(point));
+    const std::uint32_t word = point / 64u;
+    std::size_t at = points.place_of(word);
+    if (at == points.words.size() || points.words[at] != word) {
+        constexpr std::uint64_t none = 0;
+        points.words.insert(at, {&word, 1});
+        points.present.insert(at, {&none, 1});
+        points.before.insert(at, {&row, 1});
     }
-    present_[word] |= std::uint64_t{1} << (point % 64u);
-    for (std::size_t w = word + 1; w < before_.size(); ++w)
-        ++before_[w];
-    ++scattered_;
+    values_.insert(row * std::size_t{dimension_}, value);
+    points.present[at] |= bit_of(point);
+    while (++at < points.before.size())
+        ++points.before[at];
+    ++points.size;
+    points.end = std::max(points.end, point + 1);
 }
 
 void VertexMap::append(std::span<const std::uint32_t> points, std::span<const float> values)
@@ -109,16 +144,20 @@ void VertexMap::append(std::span<const std::uint32_t> points, std::span<const fl
         return;
     }
     values_.reserve_more(values_.size() + values.size());
-    scatter(points.back() / 64u + std::size_t{1});
+    scatter(std::min<std::size_t>(points.size(),
+                                  points.back() / 64u - points.front() / 64u + std::size_t{1}));
     values_.append(values);
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        present_[points[i] / 64u] |= std::uint64_t{1} << (points[i] % 64u);
-        const std::size_t next = i + 1 < points.size() ? points[i + 1] / 64u : before_.size() - 1;
-        ++scattered_;
-        for (std::size_t w = points[i] / 64u + std::size_t{1}; w <= next; ++w)
-            before_[w] = scattered_;
+    Scattered& all = scattered_.make();
+    for (const std::uint32_t point : points) {
+        if (all.words.empty() || all.words.back() != point / 64u) {
+            all.words.push_back(point / 64u);
+            all.present.push_back(0);
+            all.before.push_back(all.size);
+        }
+        all.present.back() |= bit_of(point);
+        ++all.size;
     }
-    scattered_end_ = points.back() + 1;
+    all.end = points.back() + 1;
 }
 
 void VertexMap::erase(std::uint32_t point)
@@ -130,12 +169,20 @@ void VertexMap::erase(std::uint32_t point)
         return;
     }
     scatter(0);
-    const std::size_t word = point / 64u;
+    Scattered& points = scattered_.make();
+    std::size_t at = points.place_of(point / 64u);
     values_.erase(scattered_rank(point) * dimension_, dimension_);
-    present_[word] &= ~(std::uint64_t{1} << (point % 64u));
-    for (std::size_t w = word + 1; w < before_.size(); ++w)
-        --before_[w];
-    --scattered_;
+    points.present[at] &= ~bit_of(point);
+    if (points.present[at] == 0) {
+        points.words.erase(at, 1);
+        points.present.erase(at, 1);
+        points.before.erase(at, 1);
+    } else {
+        ++at;
+    }
+    for (; at < points.before.size(); ++at)
+        --points.before[at];
+    --points.size;
 }
 
 void VertexMap::truncate(std::uint32_t point_count) noexcept
@@ -150,18 +197,20 @@ void VertexMap::truncate(std::uint32_t point_count) noexcept
             run_begin_ = no_run;
         return;
     }
-    const std::size_t word = point_count / 64u;
-    present_[word] &= (std::uint64_t{1} << (point_count % 64u)) - 1u;
-    std::size_t words = word + 1;
-    while (words > 0 && present_[words - 1] == 0)
-        --words;
-    present_.truncate(words);
-    before_.truncate(words);
-    scattered_ = static_cast<std::uint32_t>(left);
-    scattered_end_ = 0;
+    Scattered& points = *scattered_.there();
+    std::size_t words = points.place_of(point_count / 64u);
+    if (words < points.words.size() && points.words[words] == point_count / 64u) {
+        points.present[words] &= bit_of(point_count) - 1u;
+        words += points.present[words] != 0 ? 1u : 0u;
+    }
+    points.words.truncate(words);
+    points.present.truncate(words);
+    points.before.truncate(words);
+    points.size = static_cast<std::uint32_t>(left);
+    points.end = 0;
     if (words > 0)
-        scattered_end_ = static_cast<std::uint32_t>(words * 64u) -
-                         static_cast<std::uint32_t>(std::countl_zero(present_[words - 1]));
+        points.end = points.words.back() * 64u + 64u -
+                     static_cast<std::uint32_t>(std::countl_zero(points.present.back()));
 }
 
 } // namespace mesh

@@ -12,6 +12,7 @@
 #include "mesh/buffer.h"
 #include "mesh/floats.h"
 #include "mesh/fourcc.h"
+#include "mesh/rare.h"
 
 namespace mesh {
 
@@ -35,14 +36,15 @@ struct CornerValues {
 ///
 /// The values stand packed in ascending order of their points. Mostly these are one run of
 /// neighbours, as in a full map, and where the run begins and how long it is says which points have
-/// a value. Points that are not are found through one presence bit for each point and a running
-/// count for each 64 of them: a map of few points costs little more than its values. Adding behind
-/// the last point that has a value and finding a value take constant time; adding before it moves
-/// what follows.
+/// a value. Points that are not are found through presence bits, a word for each 64 points of which
+/// some have a value, and a running count for each word: a map of few points costs little more than
+/// its values, wherever in the layer they are. Adding behind the last point that has a value takes
+/// constant time; so does finding a value where no word is missing in between, and else a search
+/// among the words. Adding before the last moves what follows.
 class VertexMap {
 public:
     VertexMap(FourCC type, std::string name, std::size_t dimension)
-        : type_(type), name_(std::move(name)), dimension_(dimension)
+        : type_(type), dimension_(static_cast<std::uint32_t>(dimension)), name_(std::move(name))
     {}
 
     [[nodiscard]] FourCC type() const noexcept { return type_; }
@@ -51,16 +53,14 @@ public:
     /// Floats for each value; 0 for a set of points.
     [[nodiscard]] std::size_t dimension() const noexcept { return dimension_; }
     /// Number of points that have a value.
-    [[nodiscard]] std::size_t size() const noexcept { return run_size_ + scattered_; }
+    [[nodiscard]] std::size_t size() const noexcept { return run_size_ + scattered_->size; }
 
     [[nodiscard]] bool has(std::uint32_t point) const noexcept
     {
-        const std::size_t word = point / 64u;
-        return lies_in_run(point) ||
-               (word < present_.size() && ((present_[word] >> (point % 64u)) & 1u) != 0);
+        return lies_in_run(point) || (scattered_.is_there() && is_scattered(point));
     }
 
-    /// How many of the points from `begin` on that lie before `end` have a value, in constant time.
+    /// How many of the points from `begin` on that lie before `end` have a value.
     [[nodiscard]] std::size_t count_in(std::uint32_t begin, std::uint32_t end) const noexcept
     {
         const std::size_t before_end = rank(end);
@@ -131,7 +131,14 @@ public:
     }
 
     /// Values for single corners; they stand beside those of the points.
-    CornerValues corners;
+    [[nodiscard]] const CornerValues& corners() const noexcept { return *corners_; }
+    [[nodiscard]] CornerValues& edit_corners() { return corners_.make(); }
+
+    /// One past the last point that has a value; 0 where none has.
+    [[nodiscard]] std::uint32_t end() const noexcept
+    {
+        return run_size_ != 0 ? run_begin_ + run_size_ : scattered_->end;
+    }
 
 private:
     /// Where a run begins that is none: no point has this index.
@@ -140,11 +147,6 @@ private:
     [[nodiscard]] bool lies_in_run(std::uint32_t point) const noexcept
     {
         return point - run_begin_ < run_size_; // a point before the run wraps around
-    }
-    /// One past the last point that has a value; 0 where none has.
-    [[nodiscard]] std::uint32_t end() const noexcept
-    {
-        return run_size_ != 0 ? run_begin_ + run_size_ : scattered_end_;
     }
     /// Number of points before `point` that have a value.
     [[nodiscard]] std::size_t rank(std::uint32_t point) const noexcept
@@ -155,6 +157,7 @@ private:
             return point > run_begin_ ? point - run_begin_ : 0;
         return scattered_rank(point);
     }
+    [[nodiscard]] bool is_scattered(std::uint32_t point) const noexcept;
     [[nodiscard]] std::size_t scattered_rank(std::uint32_t point) const noexcept;
 
     template <typename Visit>
@@ -167,12 +170,15 @@ private:
     template <typename Visit>
     void visit_scattered(std::uint32_t begin, std::uint32_t end, Visit& visit) const
     {
-        end = std::min(end, scattered_end_);
-        if (begin >= end)
+        const Scattered& points = *scattered_;
+        if (begin >= std::min(end, points.end))
             return;
         std::size_t row = scattered_rank(begin);
-        std::uint64_t bits = present_[begin / 64u] & (~std::uint64_t{0} << (begin % 64u));
-        for (std::uint32_t first = begin - begin % 64u;;) {
+        for (std::size_t i = points.place_of(begin / 64u); i < points.words.size(); ++i) {
+            const std::uint32_t first = points.words[i] * 64u;
+            std::uint64_t bits = points.present[i];
+            if (first < begin)
+                bits &= ~std::uint64_t{0} << (begin - first);
             for (; bits != 0; bits &= bits - 1, ++row) {
                 const std::uint32_t point =
                     first + static_cast<std::uint32_t>(std::countr_zero(bits));
@@ -180,10 +186,6 @@ private:
                     return;
                 visit(point, value_in(row));
             }
-            if (end - first <= 64u)
-                return;
-            first += 64u;
-            bits = present_[first / 64u];
         }
     }
     [[nodiscard]] std::span<const float> value_in(std::size_t row) const noexcept
@@ -194,20 +196,30 @@ private:
     void set_anywhere(std::uint32_t point, std::span<const float> value);
     /// Makes the map, in which no point has a value, a run of `count` from `point` on.
     void begin_run(std::uint32_t point, std::size_t count) noexcept;
-    /// Takes the points for scattered ones, with at least `words` words of presence bits.
-    void scatter(std::size_t words);
+    /// Takes the points for scattered ones, with room for `more` further words.
+    void scatter(std::size_t more);
+
+    /// Points that are no run.
+    struct Scattered {
+        std::uint32_t size = 0;        ///< how many have a value
+        std::uint32_t end = 0;         ///< one past the last of them
+        Buffer<std::uint32_t> words;   ///< ascending: some of the points from 64 times this on
+        Buffer<std::uint64_t> present; ///< for each word: bit p % 64: point p has a value
+        Buffer<std::uint32_t> before;  ///< for each word: how many points before it have a value
+
+        /// Where a word stands, or would stand, among the words.
+        [[nodiscard]] std::size_t place_of(std::uint32_t word) const noexcept;
+    };
 
     FourCC type_;
+    std::uint32_t dimension_;
     std::string name_;
-    std::size_t dimension_;
-    // Either a run, and no presence bits, or scattered points.
+    // Either a run, or scattered points.
     std::uint32_t run_begin_ = no_run;
     std::uint32_t run_size_ = 0;
-    std::uint32_t scattered_ = 0;     ///< how many of them have a value
-    std::uint32_t scattered_end_ = 0; ///< one past the last of them that has
-    Buffer<std::uint64_t> present_;   ///< bit p % 64 of word p / 64: point p has a value
-    Buffer<std::uint32_t> before_;    ///< for each word: how many points before it have a value
+    Rare<Scattered> scattered_;
     Buffer<float> values_;
+    Rare<CornerValues> corners_;
 };
 
 } // namespace mesh

@@ -11,11 +11,13 @@
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "mesh/buffer.h"
 #include "mesh/page_helper.h"
+#include "tests/support/sanitizers.h"
 
 namespace {
 
@@ -50,6 +52,56 @@ bool taken_in_time(PageHelper& helper, PageHelper::Stretch stretch)
     return true;
 }
 
+/// Waits until the helper has nothing to do.
+void expect_idle(PageHelper& helper)
+{
+    const auto memory = std::make_unique<std::byte[]>(2 * megabyte);
+    EXPECT_TRUE(taken_in_time(helper, {memory.get(), megabyte}));
+    EXPECT_TRUE(taken_in_time(helper, {memory.get() + megabyte, megabyte}));
+    helper.withdraw({memory.get(), 2 * megabyte});
+}
+
+/// Private memory, at `place` unless that is null.
+void* map(std::size_t size, void* place)
+{
+    void* const memory =
+        mmap(place, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    EXPECT_NE(memory, MAP_FAILED);
+    return memory;
+}
+
+/// A file of nothing but a hole, mapped where the caller had memory before.
+class SparseFile {
+public:
+    SparseFile(void* place, std::size_t size)
+        : descriptor_(memfd_create("sparse", MFD_CLOEXEC)), memory_(place), size_(size)
+    {
+        EXPECT_EQ(ftruncate(descriptor_, static_cast<off_t>(size)), 0);
+        EXPECT_EQ(mmap(place, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, descriptor_, 0),
+                  place);
+    }
+    SparseFile(const SparseFile&) = delete;
+    SparseFile& operator=(const SparseFile&) = delete;
+    ~SparseFile()
+    {
+        munmap(memory_, size_);
+        close(descriptor_);
+    }
+
+    /// Blocks of 512 bytes that the file takes.
+    [[nodiscard]] blkcnt_t blocks() const
+    {
+        struct stat status = {};
+        EXPECT_EQ(fstat(descriptor_, &status), 0);
+        return status.st_blocks;
+    }
+
+private:
+    int descriptor_;
+    void* memory_;
+    std::size_t size_;
+};
+
 TEST(Pages, PreparingThemChangesNothing)
 {
     std::vector<std::uint32_t> values(3 * megabyte / sizeof(std::uint32_t), 7u);
@@ -69,21 +121,88 @@ TEST(Pages, TheHelperComesBackForTheNextStretch)
         ASSERT_TRUE(taken_in_time(*helper, {memory.get(), megabyte})) << i;
 }
 
-TEST(Pages, TheHelperPassesOverMemoryThatIsGone)
+TEST(Pages, WithdrawnMemoryIsNotTouched)
 {
     PageHelper* const helper = PageHelper::of_the_process();
     if (helper == nullptr)
         GTEST_SKIP() << "there is one processor only";
-    for (int i = 0; i < 50; ++i) {
-        void* const memory =
-            mmap(nullptr, megabyte, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        ASSERT_NE(memory, MAP_FAILED);
+    for (int i = 0; i < 200; ++i) {
+        void* const memory = map(megabyte, nullptr);
         ASSERT_TRUE(taken_in_time(*helper, {memory, megabyte}));
-        ASSERT_EQ(munmap(memory, megabyte), 0);
+        helper->withdraw({memory, megabyte});
+        const SparseFile other(memory, megabyte);
+        expect_idle(*helper);
+        ASSERT_EQ(other.blocks(), 0) << i;
     }
-    EXPECT_TRUE(taken_in_time(*helper, {nullptr, megabyte}));
-    EXPECT_TRUE(taken_in_time(*helper, {nullptr, 0})) << "the one before was dealt with";
 }
+
+TEST(Pages, WithdrawingLeavesOtherMemoryAlone)
+{
+    PageHelper* const helper = PageHelper::of_the_process();
+    if (helper == nullptr)
+        GTEST_SKIP() << "there is one processor only";
+    void* const memory = map(2 * megabyte, nullptr);
+    const SparseFile asked(memory, megabyte);
+    ASSERT_TRUE(taken_in_time(*helper, {memory, megabyte}));
+    helper->withdraw({static_cast<std::byte*>(memory) + megabyte, megabyte});
+    expect_idle(*helper);
+    EXPECT_EQ(asked.blocks() * 512, static_cast<blkcnt_t>(megabyte));
+    ASSERT_EQ(munmap(static_cast<std::byte*>(memory) + megabyte, megabyte), 0);
+}
+
+#ifndef ADDRESS_SANITIZER // it keeps freed memory back
+
+/// The first byte of the page that an address lies in.
+void* page_of(void* address)
+{
+    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    return static_cast<std::byte*>(address) - reinterpret_cast<std::uintptr_t>(address) % page;
+}
+
+TEST(Pages, MemoryOfAnArrayThatIsGoneIsNotTouched)
+{
+    PageHelper* const helper = PageHelper::of_the_process();
+    if (helper == nullptr)
+        GTEST_SKIP() << "there is one processor only";
+    constexpr std::size_t size = 64 * megabyte; // such blocks go back to the system at once
+    for (int i = 0; i < 200; ++i) {
+        void* memory = nullptr;
+        {
+            Buffer<std::byte> buffer;
+            buffer.reserve(size);
+            buffer.push_back({}); // asks for pages ahead
+            memory = page_of(buffer.data());
+        }
+        const SparseFile other(memory, size);
+        expect_idle(*helper);
+        ASSERT_EQ(other.blocks(), 0) << i;
+    }
+}
+
+TEST(Pages, MemoryThatAnArrayLeftIsNotTouched)
+{
+    PageHelper* const helper = PageHelper::of_the_process();
+    if (helper == nullptr)
+        GTEST_SKIP() << "there is one processor only";
+    constexpr std::size_t size = 64 * megabyte;
+    for (int i = 0; i < 20; ++i) {
+        Buffer<std::byte> buffer;
+        buffer.reserve(size);
+        buffer.push_back({});
+        void* const before = page_of(buffer.data());
+        // Something behind it, so that it has to move to grow.
+        void* const wall = map(megabyte, static_cast<std::byte*>(before) + size + megabyte);
+        buffer.reserve(4 * size);
+        if (page_of(buffer.data()) != before) {
+            const SparseFile other(before, size);
+            expect_idle(*helper);
+            ASSERT_EQ(other.blocks(), 0) << i;
+        }
+        ASSERT_EQ(munmap(wall, megabyte), 0);
+    }
+}
+
+#endif
 
 TEST(Pages, ArraysOfSeveralThreadsGrowAtOnce)
 {
