@@ -13,6 +13,10 @@ FormatError::FormatError(std::string chunk, std::uint64_t offset, const std::str
       chunk_(std::move(chunk)), offset_(offset)
 {}
 
+FormatError::FormatError(const std::string& kind)
+    : std::runtime_error(kind), chunk_("FORM"), offset_(0)
+{}
+
 FormatError::FormatError(const std::filesystem::path& path, const FormatError& fault)
     : std::runtime_error(fmt::format("{}: {}", path.string(), fault.what())), chunk_(fault.chunk_),
       offset_(fault.offset_)

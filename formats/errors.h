@@ -16,6 +16,10 @@ public:
     /// @param reason  what is wrong, and what it means
     FormatError(std::string chunk, std::uint64_t offset, const std::string& reason);
 
+    /// A file that is of another format as a whole.
+    /// @param kind  what it is, such as "is a PNG picture; ...", which is the whole message
+    explicit FormatError(const std::string& kind);
+
     /// The same fault with the file named before it.
     FormatError(const std::filesystem::path& path, const FormatError& fault);
 

@@ -11,13 +11,16 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "formats/descriptor.h"
 #include "formats/errors.h"
+#include "formats/part_file.h"
 
 namespace formats {
 
@@ -82,29 +85,6 @@ std::optional<int> named_descriptor(const fs::path& path)
     return std::nullopt;
 }
 
-/// Where the bytes go: the path, or what its symbolic links lead to, which need not exist.
-fs::path follow_links(const fs::path& path)
-{
-    constexpr int most = 40; // as many as the system itself would follow
-    fs::path target = path;
-    for (int i = 0; i < most; ++i) {
-        std::error_code error;
-        if (!fs::is_symlink(fs::symlink_status(target, error)))
-            return target;
-        const fs::path next = fs::read_symlink(target, error);
-        if (error)
-            throw FileError(path, cannot_write, error.value());
-        target = next.is_absolute() ? next : target.parent_path() / next;
-    }
-    throw FileError(path, cannot_write, ELOOP);
-}
-
-fs::path folder_of(const fs::path& target)
-{
-    const fs::path folder = target.parent_path();
-    return folder.empty() ? fs::path(".") : folder;
-}
-
 /// What a target is now; none when there is nothing. @throws FileError
 std::optional<struct stat> status_of(const fs::path& path, const fs::path& target)
 {
@@ -124,6 +104,28 @@ void sync(int descriptor, const fs::path& path)
 }
 
 } // namespace
+
+fs::path follow_links(const fs::path& path)
+{
+    constexpr int most = 40; // as many as the system itself would follow
+    fs::path target = path;
+    for (int i = 0; i < most; ++i) {
+        std::error_code error;
+        if (!fs::is_symlink(fs::symlink_status(target, error)))
+            return target;
+        const fs::path next = fs::read_symlink(target, error);
+        if (error)
+            throw FileError(path, cannot_write, error.value());
+        target = next.is_absolute() ? next : target.parent_path() / next;
+    }
+    throw FileError(path, cannot_write, ELOOP);
+}
+
+fs::path folder_of(const fs::path& file)
+{
+    const fs::path folder = file.parent_path();
+    return folder.empty() ? fs::path(".") : folder;
+}
 
 FileWriter::FileWriter(const fs::path& path) : path_(path)
 {
@@ -147,25 +149,29 @@ void FileWriter::open_beside()
 {
     static std::atomic<unsigned> counter{0};
     const fs::path folder = fs::absolute(folder_of(target_));
+    remove_abandoned_part_files(target_);
+    const std::string prefix = part_file_prefix(target_);
+    // Over a target it opens to nobody else, until it has the target's permissions. A new file has
+    // those that the user's mask leaves from the start.
+    const mode_t mode = status_of(path_, target_) ? 0600 : 0666;
     for (;;) {
         // a short name of its own: one made from a long target's name might be too long
-        const fs::path name = fmt::format(".dastrel-{}-{}.part", ::getpid(), counter++);
-        temporary_ = folder / name;
+        temporary_ = folder / fmt::format("{}{}-{}.part", prefix, ::getpid(), counter++);
         // listed first: a signal between the two calls must not leave a file behind
         slot_ = list_unfinished(temporary_.string());
-        descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor_ >= 0)
-            break;
+        descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         const int error = errno;
-        forget_unfinished(slot_);
-        slot_ = -1;
-        if (error != EEXIST)
+        if (descriptor_ >= 0 && lock_part_file(descriptor_))
+            return;
+        if (descriptor_ >= 0) {
+            ::unlink(temporary_.c_str());
+            ::close(std::exchange(descriptor_, -1));
+        } else if (error != EEXIST) {
+            temporary_.clear();
+            forget_unfinished(std::exchange(slot_, -1));
             throw FileError(path_, cannot_write, error);
-    }
-    struct stat status = {};
-    if (::stat(target_.c_str(), &status) == 0) {
-        // Best effort: on file systems without permissions there are none to keep.
-        static_cast<void>(::fchmod(descriptor_, status.st_mode & 0777u));
+        }
+        forget_unfinished(std::exchange(slot_, -1));
     }
 }
 
@@ -192,11 +198,13 @@ void FileWriter::write(std::span<const std::byte> bytes)
 
 void FileWriter::commit()
 {
-    if (!temporary_.empty())
+    if (!temporary_.empty()) {
+        take_over_access(descriptor_, target_);
         sync(descriptor_, path_);
-    const int descriptor = descriptor_;
-    descriptor_ = -1;
-    if (::close(descriptor) != 0 && errno != EINTR)
+    }
+    // A second descriptor keeps the part file locked until it has its name.
+    const Descriptor lock(::fcntl(descriptor_, F_DUPFD_CLOEXEC, 0));
+    if (::close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR)
         throw FileError(path_, cannot_write, errno);
     if (temporary_.empty())
         return;

@@ -12,8 +12,9 @@ namespace formats {
 /// The bytes go to a new file beside the target, which is flushed to the disk and renamed over the
 /// target by `commit`. Until then, and after any failure, the target is as it was. A target that is
 /// a symbolic link stays one: what it points to is replaced. An existing target keeps its
-/// permissions; a new one gets what the user's mask leaves. A pipe, a device or /dev/stdout is
-/// written directly.
+/// permissions, and its owner and group where the system allows it; a new one gets the permissions
+/// that the user's mask leaves. What runs that were killed left behind for the same target is
+/// removed. A pipe, a device or /dev/stdout is written directly.
 class FileWriter {
 public:
     /// Opens the file for writing. @throws FileError
@@ -38,6 +39,13 @@ private:
     int descriptor_ = -1;
     int slot_ = -1; ///< place among the unfinished files
 };
+
+/// Where the bytes written to a path go: the path, or what its symbolic links lead to, which need
+/// not exist. @throws FileError where they lead nowhere
+[[nodiscard]] std::filesystem::path follow_links(const std::filesystem::path& path);
+
+/// The folder of a file, `.` for a name alone.
+[[nodiscard]] std::filesystem::path folder_of(const std::filesystem::path& file);
 
 /// Removes the unfinished files of all writers there are now. For a handler of a signal that ends
 /// the program: calls only what is safe there.

@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
 #include "formats/errors.h"
+#include "formats/file_kind.h"
+#include "formats/lwo2/big_endian.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/read/chunk_source.h"
 #include "formats/lwo2/read/cursor.h"
@@ -26,32 +29,9 @@ using mesh::FileChunk;
 constexpr std::uint64_t header_size = 8; // of a chunk: its four characters and its size
 constexpr std::uint64_t form_start = 12; // the first chunk, after the file's own header
 
-/// Says why an object of another form is not read, and what to do.
-[[noreturn]] void refuse_form(FourCC form)
-{
-    constexpr std::uint64_t at = 8;
-    const auto refuse = [&](const char* text) { throw FormatError("FORM", at, text); };
-    if (form == fourcc("LWOB"))
-        refuse("this is an object of the older form LWOB, which is not read; save it as LWO2 "
-               "first");
-    if (form == fourcc("LWLO"))
-        refuse("this is a layered object of the older form LWLO, which is not read; save it as "
-               "LWO2 first");
-    if (form == fourcc("LWO3"))
-        refuse("this is an object of the newer form LWO3, which is not read; save it as LWO2 "
-               "first");
-    if (form == fourcc("LXOB"))
-        refuse("this is an object of the form LXOB (.lxo), which is not read; export it as LWO2 "
-               "first");
-    throw FormatError(
-        "FORM", at,
-        fmt::format("found \"{}\" instead of LWO2; this is no LWO2 object", mesh::to_text(form)));
-}
-
 class Reader {
 public:
-    Reader(ChunkSource& source, const WarningSink& warnings)
-        : source_(source), reading_(warnings, source.size())
+    Reader(ChunkSource& source, const WarningSink& warnings) : source_(source), reading_(warnings)
     {}
 
     mesh::Document read();
@@ -77,18 +57,11 @@ private:
 std::uint64_t Reader::read_form_header()
 {
     const std::uint64_t size = source_.size();
-    if (size < form_start)
-        throw FormatError("FORM", 0,
-                          fmt::format("a file of {} bytes is no object; it is empty, cut short, or "
-                                      "of another format",
-                                      size));
-    Cursor header(id_form, source_, 0, form_start);
-    if (const FourCC first = header.u4(); first != id_form)
-        header.fail_at(0, fmt::format("found \"{}\" instead of FORM; this is no LWO2 object",
-                                      mesh::to_text(first)));
-    const std::uint64_t end = header_size + header.u4();
-    if (const FourCC form = header.u4(); form != id_lwo2)
-        refuse_form(form);
+    const auto looked_at = static_cast<std::size_t>(std::min<std::uint64_t>(size, kind_bytes));
+    const auto begin = source_.read(0, looked_at).first(looked_at);
+    if (const std::string kind = foreign_kind(begin, size); !kind.empty())
+        throw FormatError(kind);
+    const std::uint64_t end = header_size + read_u4(begin.data() + 4);
     if (end < form_start)
         throw FormatError("FORM", 4, "the size is too small for any content; the file is damaged");
     if (end > size + 1)
@@ -97,7 +70,7 @@ std::uint64_t Reader::read_form_header()
             fmt::format("the file should have {} bytes and has {}; it is cut short", end, size));
     if (end < size)
         reading_.warn(id_form, end,
-                      fmt::format("{} bytes after the end of the object are left out", size - end));
+                      "the file goes on after the end of the object, which is left out");
     return end;
 }
 
@@ -180,8 +153,19 @@ void Reader::read_tags(Cursor& body)
         keep({.id = id_tags, .role = ChunkRole::tags});
     }
     has_tags_ = true;
-    while (body.left() > 0)
-        document_.tags.append(body.text());
+    const std::uint64_t start = body.offset() - header_size;
+    std::size_t left_out = 0;
+    while (body.left() > 0) {
+        std::string text = body.text();
+        if (document_.tags.size() < tag_limit)
+            document_.tags.append(std::move(text));
+        else
+            ++left_out;
+    }
+    if (left_out > 0)
+        reading_.warn(id_tags, start,
+                      fmt::format("{} tags behind the {} that polygons can name are left out",
+                                  left_out, tag_limit));
 }
 
 void Reader::keep(FileChunk chunk)
@@ -229,14 +213,20 @@ mesh::Document read_lwo2(std::span<const std::byte> bytes, const WarningSink& wa
     return Reader(*source, warnings).read();
 }
 
-mesh::Document read_lwo2_file(const std::filesystem::path& path, const WarningSink& warnings)
+mesh::Document read_lwo2_file(InputFile file, const WarningSink& warnings)
 {
-    const auto source = file_source(path);
+    const std::filesystem::path name = file.name;
+    const auto source = file_source(std::move(file));
     try {
         return Reader(*source, warnings).read();
     } catch (const FormatError& fault) {
-        throw FormatError(path, fault);
+        throw FormatError(name, fault);
     }
+}
+
+mesh::Document read_lwo2_file(const std::filesystem::path& path, const WarningSink& warnings)
+{
+    return read_lwo2_file(open_input(path), warnings);
 }
 
 } // namespace formats

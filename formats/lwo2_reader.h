@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <span>
 
+#include "formats/input_file.h"
 #include "formats/warnings.h"
 #include "mesh/document.h"
 
@@ -24,10 +25,14 @@ namespace formats {
 [[nodiscard]] mesh::Document read_lwo2(std::span<const std::byte> bytes,
                                        const WarningSink& warnings);
 
-/// Reads an LWO2 file. Takes hardly more memory than the document; a pipe is read whole first.
+/// Reads an LWO2 file. Takes hardly more memory than the document; of a pipe the whole object is
+/// held first. What is neither an ordinary file nor a pipe is not opened.
 /// @throws FileError when it cannot be opened or read; FormatError as `read_lwo2`, with the path
 ///         before the message.
 [[nodiscard]] mesh::Document read_lwo2_file(const std::filesystem::path& path,
                                             const WarningSink& warnings);
+
+/// The same from a file that is open already, such as standard input.
+[[nodiscard]] mesh::Document read_lwo2_file(InputFile file, const WarningSink& warnings);
 
 } // namespace formats

@@ -172,14 +172,13 @@ void Plan::warn_of_outgrown_chunks(const WarningSink& warnings) const
 {
     if (!warnings)
         return;
+    std::size_t layer = 0;
     for (const Layout& layout : layouts_) {
+        while (&document_.layers[layer] != layout.part().layer)
+            ++layer; // the layouts are in the order of the layers
         if (!layout.grown())
             continue;
-        const auto found =
-            std::find_if(document_.layers.begin(), document_.layers.end(),
-                         [&](const mesh::Layer& layer) { return &layer == layout.part().layer; });
-        const auto layer = static_cast<std::size_t>(found - document_.layers.begin());
-        for (const FileChunk& chunk : found->chunks)
+        for (const FileChunk& chunk : document_.layers[layer].chunks)
             if (chunk.role == ChunkRole::opaque && chunk.id != id_vmpa &&
                 !is_of_whole_file(chunk.id))
                 warnings(fmt::format("{}: chunk {} is kept as it was; what it says of single "

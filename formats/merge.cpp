@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 #include <string>
+#include <type_traits>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -32,9 +34,13 @@ public:
         std::size_t number = wanted;
         if (number >= no_parent || taken_[number])
             number = end_;
-        if (number >= no_parent)
-            number = static_cast<std::size_t>(std::find(taken_.begin(), taken_.end(), false) -
-                                              taken_.begin());
+        if (number >= no_parent) {
+            // none is given back, so the search goes on where it ended
+            const auto from = taken_.begin() + static_cast<std::ptrdiff_t>(first_free_);
+            number =
+                static_cast<std::size_t>(std::find(from, taken_.end(), false) - taken_.begin());
+            first_free_ = number;
+        }
         if (number >= no_parent)
             throw LimitError(fmt::format("document: more than {} layers are more than LWO2 can "
                                          "number; join fewer files",
@@ -55,6 +61,7 @@ public:
 private:
     std::vector<bool> taken_ = std::vector<bool>(no_parent, false);
     std::size_t end_ = 0;
+    std::size_t first_free_ = 0; ///< all before it are taken
 };
 
 bool is_default_layer(const mesh::Layer& layer)
@@ -63,6 +70,7 @@ bool is_default_layer(const mesh::Layer& layer)
 }
 
 /// Gives a layer that its file never opened a chunk of its own: among several it needs one.
+/// Throws nothing where the layer's chunks have room for one more.
 void open_layer(mesh::Layer& layer)
 {
     if (is_default_layer(layer))
@@ -89,13 +97,10 @@ std::vector<std::uint16_t> number_layers(const mesh::Document& into, const mesh:
     return result;
 }
 
-void apply_numbers(mesh::Document& into, mesh::Document& from,
-                   const std::vector<std::uint16_t>& numbers)
+/// Numbers the layers of `from`; the first of the numbers are for `into` (see `number_layers`).
+void number_incoming(mesh::Document& from, std::span<const std::uint16_t> numbers)
 {
-    auto number = numbers.begin();
-    for (mesh::Layer& layer : into.layers)
-        if (is_default_layer(layer))
-            layer.number = *number++;
+    auto number = numbers.end() - static_cast<std::ptrdiff_t>(from.layers.size());
     std::unordered_map<std::uint16_t, std::uint16_t> renumbered;
     for (mesh::Layer& layer : from.layers) {
         renumbered.try_emplace(layer.number, *number);
@@ -126,14 +131,13 @@ TagNames name_tags(const mesh::Document& from, SurfaceMerge& surfaces)
     TagNames names{std::vector<std::string>(count), std::vector<std::string>(count),
                    std::vector<bool>(count), std::vector<bool>(count)};
     for (const mesh::Layer& layer : from.layers) {
-        const auto kinds = layer.polygons.other_tag_kinds();
-        for (std::size_t p = 0; p < layer.polygons.size(); ++p) {
+        const std::size_t polygons = layer.polygons.size();
+        for (std::size_t p = 0; p < polygons; ++p)
             if (const TagIndex tag = layer.polygons.surface(p); tag != mesh::no_tag)
                 names.is_surface[tag] = true;
-            for (const mesh::FourCC kind : kinds)
-                if (const TagIndex tag = layer.polygons.tag(kind, p); tag != mesh::no_tag)
-                    names.is_other[tag] = true;
-        }
+        for (const mesh::TagColumn& tags : layer.polygons.other_tags())
+            tags.for_each_in(0, polygons,
+                             [&](std::size_t, TagIndex tag) { names.is_other[tag] = true; });
     }
     for (std::size_t i = 0; i < count; ++i) {
         const std::string& text = from.tags[static_cast<TagIndex>(i)];
@@ -156,17 +160,9 @@ void apply_tags(mesh::TagList& tags, mesh::Document& from, const TagNames& names
         if (names.is_other[i])
             others[i] = tags.intern(names.others[i]);
     }
-    for (mesh::Layer& layer : from.layers) {
-        mesh::Polygons& polygons = layer.polygons;
-        const auto kinds = polygons.other_tag_kinds();
-        for (std::size_t p = 0; p < polygons.size(); ++p) {
-            if (const TagIndex tag = polygons.surface(p); tag != mesh::no_tag)
-                polygons.set_surface(p, surfaces[tag]);
-            for (const mesh::FourCC kind : kinds)
-                if (const TagIndex tag = polygons.tag(kind, p); tag != mesh::no_tag)
-                    polygons.set_tag(kind, p, others[tag]);
-        }
-    }
+    for (mesh::Layer& layer : from.layers)
+        layer.polygons.change_tags([&](TagIndex tag) { return surfaces[tag]; },
+                                   [&](TagIndex tag) { return others[tag]; });
 }
 
 bool is_merged_apart(const FileChunk& chunk)
@@ -186,6 +182,7 @@ void warn_of_left_out(const std::vector<FileChunk>& chunks, std::string_view fro
                                  mesh::to_text(chunk.id), from_name));
 }
 
+/// Throws nothing where `tail` has room for them.
 void insert_chunks(std::vector<FileChunk>& tail, SurfaceMerge::Chunks&& chunks)
 {
     const auto is_surface = [](const FileChunk& chunk) { return chunk.id == id_surf; };
@@ -199,30 +196,73 @@ void insert_chunks(std::vector<FileChunk>& tail, SurfaceMerge::Chunks&& chunks)
                 std::make_move_iterator(chunks.numbered.end()));
 }
 
+/// Cuts off what was appended to a document's layers and tags, unless it is kept.
+class AppendRollback {
+public:
+    explicit AppendRollback(mesh::Document& document)
+        : document_(document), layers_(document.layers.size()), tags_(document.tags.size())
+    {}
+    AppendRollback(const AppendRollback&) = delete;
+    AppendRollback& operator=(const AppendRollback&) = delete;
+    ~AppendRollback()
+    {
+        if (kept_)
+            return;
+        document_.layers.truncate(layers_);
+        document_.tags.truncate(tags_);
+    }
+    void keep() noexcept { kept_ = true; }
+
+private:
+    mesh::Document& document_;
+    std::size_t layers_;
+    std::size_t tags_;
+    bool kept_ = false;
+};
+
 } // namespace
 
 void append_document(mesh::Document& into, mesh::Document&& from, std::string_view from_name,
                      const WarningSink& warnings)
 {
-    // First all that may fail, so that a refusal leaves both documents as they were.
+    static_assert(std::is_nothrow_move_assignable_v<mesh::Layer>);
+    // First all that may fail. Of `into` it changes only what can be cut off again, and capacities.
     const auto numbers = number_layers(into, from);
     SurfaceMerge surfaces(into, from, from_name, warnings);
     const TagNames names = name_tags(from, surfaces);
     auto chunks = surfaces.finish();
     warn_of_left_out(from.head, from_name, warnings);
     warn_of_left_out(from.tail, from_name, warnings);
-
-    apply_numbers(into, from, numbers);
-    apply_tags(into.tags, from, names);
-    insert_chunks(into.tail, std::move(chunks));
-    for (mesh::Layer& layer : into.layers)
-        open_layer(layer);
+    number_incoming(from, numbers);
     for (mesh::Layer& layer : from.layers) {
         open_layer(layer);
         std::erase_if(layer.chunks, is_merged_apart);
-        into.layers.push_back(std::move(layer));
     }
-    from = mesh::Document();
+    into.tail.reserve(into.tail.size() + chunks.numbered.size() + chunks.surfaces.size());
+    for (mesh::Layer& layer : into.layers)
+        layer.chunks.reserve(layer.chunks.size() + (is_default_layer(layer) ? 1 : 0));
+    AppendRollback rollback(into);
+    apply_tags(into.tags, from, names);
+    const std::size_t old_layers = into.layers.size();
+    into.layers.resize(old_layers + from.layers.size());
+
+    // From here on nothing fails.
+    rollback.keep();
+    auto number = numbers.begin();
+    for (std::size_t i = 0; i < old_layers; ++i) {
+        mesh::Layer& layer = into.layers[i];
+        if (is_default_layer(layer))
+            layer.number = *number++;
+        open_layer(layer);
+    }
+    insert_chunks(into.tail, std::move(chunks));
+    std::move(from.layers.begin(), from.layers.end(),
+              into.layers.begin() + static_cast<std::ptrdiff_t>(old_layers));
+    from.layers.clear();
+    from.tags.truncate(0);
+    from.head.clear();
+    from.tail.clear();
+    from.file_tags = 0;
 }
 
 } // namespace formats

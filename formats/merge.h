@@ -18,9 +18,11 @@ namespace formats {
 /// `from` that are taken change, and parents follow. What `from` says about its file as a whole
 /// (author, description, icon) is left out.
 ///
+/// Whatever is thrown, `into` is as it was before; `from` may be spoilt.
+///
 /// @param from_name  short name of what is appended, such as the file's name without its ending
 /// @throws LimitError when there are no layer numbers left, or a surface grows past what the format
-///         can hold.
+///         can hold; std::bad_alloc
 void append_document(mesh::Document& into, mesh::Document&& from, std::string_view from_name,
                      const WarningSink& warnings);
 

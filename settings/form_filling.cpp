@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string_view>
+#include <variant>
 
 #include <fmt/format.h>
 
@@ -19,6 +21,55 @@ std::string list_of(const std::vector<std::string>& names)
     for (const std::string& name : names)
         list += (list.empty() ? "'" : ", '") + name + "'";
     return list;
+}
+
+/// Whether the control holds values of the setting.
+bool fits(const modeler::Control& control, const Setting& setting)
+{
+    switch (setting.unit) {
+    case Unit::map:
+        return control.kind == modeler::ControlKind::popup;
+    case Unit::count:
+        return control.kind == modeler::ControlKind::integer;
+    case Unit::on_off:
+        return control.kind == modeler::ControlKind::boolean ||
+               control.kind == modeler::ControlKind::integer;
+    case Unit::percent:
+    case Unit::fraction:
+    case Unit::angle:
+        break;
+    }
+    return std::holds_alternative<double>(control.value);
+}
+
+std::string_view kind_name(modeler::ControlKind kind)
+{
+    switch (kind) {
+    case modeler::ControlKind::integer:
+        return "a whole number";
+    case modeler::ControlKind::real:
+        return "a number";
+    case modeler::ControlKind::percent:
+        return "a percentage";
+    case modeler::ControlKind::angle:
+        return "an angle";
+    case modeler::ControlKind::boolean:
+        return "a switch";
+    case modeler::ControlKind::popup:
+        return "a list";
+    case modeler::ControlKind::button:
+        break;
+    }
+    return "a button";
+}
+
+void check_control(const modeler::Control& control, const Setting& setting)
+{
+    if (!fits(control, setting))
+        throw PanelMismatch(fmt::format(
+            "the module's panel has '{}' as {}, which is no control for the setting {} ({}); this "
+            "module is not the one the program was made for",
+            control.label, kind_name(control.kind), setting.field, unit_name(setting.unit)));
 }
 
 int choice_index(const modeler::Control& control, const std::string& name,
@@ -58,6 +109,7 @@ std::vector<std::string> fill_form(modeler::FormPanel& panel, std::span<const Gi
                 fmt::format("{}: the module's panel has no control '{}'; this module is "
                             "not the one the program was made for",
                             one.source, one.setting->label));
+        check_control(*control, *one.setting);
         const modeler::ControlValue before = control->value;
         try {
             panel.fill(control->id, control_value(*control, one));
@@ -77,12 +129,19 @@ std::vector<std::string> fill_form(modeler::FormPanel& panel, std::span<const Gi
     return warnings;
 }
 
+void check_form(const modeler::FormPanel& panel)
+{
+    for (const Setting& setting : all_settings())
+        if (const modeler::Control* const control = panel.find(setting.label))
+            check_control(*control, setting);
+}
+
 std::vector<UsedSetting> read_form(const modeler::FormPanel& panel)
 {
     std::vector<UsedSetting> used;
     for (const Setting& setting : all_settings()) {
         const modeler::Control* const control = panel.find(setting.label);
-        if (control == nullptr)
+        if (control == nullptr || !fits(*control, setting))
             continue;
         if (const int* const whole = std::get_if<int>(&control->value)) {
             const auto index = static_cast<std::size_t>(*whole);

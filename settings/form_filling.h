@@ -18,7 +18,11 @@ namespace settings {
 /// no fitting control.
 std::vector<std::string> fill_form(modeler::FormPanel& panel, std::span<const GivenSetting> given);
 
-/// The values of all settings that the panel has a control for, in the order of the table.
+/// Checks that every control named like a setting takes the setting's values.
+/// @throws PanelMismatch naming the first that does not
+void check_form(const modeler::FormPanel& panel);
+
+/// The values of all settings that the panel has a fitting control for, in the order of the table.
 [[nodiscard]] std::vector<UsedSetting> read_form(const modeler::FormPanel& panel);
 
 } // namespace settings

@@ -2,18 +2,16 @@
 #include "settings/given.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
 #include <iterator>
 #include <optional>
 #include <set>
-#include <system_error>
 #include <utility>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "settings/errors.h"
+#include "settings/file_text.h"
 #include "settings/nearest.h"
 
 namespace settings {
@@ -42,11 +40,19 @@ std::vector<std::string> field_names()
     return names;
 }
 
-/// Refuses keys that come twice, which the parser would pass over.
+/// Deeper than any settings; what takes the parsed values apart goes one call deeper for each
+/// level.
+constexpr int most_levels = 16;
+
+/// Refuses keys that come twice, which the parser would pass over, and values nested too deep.
 nlohmann::json parse_object(std::string_view text, const std::string& name)
 {
     std::set<std::string> seen;
     const auto watch = [&](int depth, nlohmann::json::parse_event_t event, nlohmann::json& parsed) {
+        if (depth >= most_levels)
+            throw WrongSettings(fmt::format("{}: is nested more than {} levels deep; settings are "
+                                            "one JSON object of plain values",
+                                            name, most_levels));
         if (event == nlohmann::json::parse_event_t::key && depth == 1 &&
             !seen.insert(parsed.get<std::string>()).second)
             throw WrongSettings(
@@ -71,11 +77,19 @@ nlohmann::json parse_object(std::string_view text, const std::string& name)
                                     name));
 }
 
+/// Whether it is what `dastrel scatter --json` printed.
+bool is_summary(const nlohmann::json& object)
+{
+    const auto settings = object.find("settings");
+    return object.contains("schema") && settings != object.end() && settings->is_object();
+}
+
 } // namespace
 
 std::vector<GivenSetting> read_settings_text(std::string_view text, const std::string& name)
 {
-    const nlohmann::json object = parse_object(text, name);
+    const nlohmann::json whole = parse_object(text, name);
+    const nlohmann::json& object = is_summary(whole) ? whole["settings"] : whole;
     std::vector<GivenSetting> given;
     for (const auto& [key, value] : object.items()) {
         const auto line = line_of_key(text, key);
@@ -96,18 +110,7 @@ std::vector<GivenSetting> read_settings_text(std::string_view text, const std::s
 
 std::vector<GivenSetting> read_settings_file(const std::filesystem::path& file)
 {
-    errno = 0;
-    std::ifstream stream(file, std::ios::binary);
-    std::string text(std::istreambuf_iterator<char>(stream), {});
-    // A folder opens, and fails only when it is read.
-    if (!stream.is_open() || stream.bad() || std::filesystem::is_directory(file)) {
-        const auto reason = std::filesystem::is_directory(file)
-                                ? std::make_error_code(std::errc::is_a_directory)
-                                : std::error_code(errno, std::generic_category());
-        throw UnreadableSettings(
-            fmt::format("{}: the settings cannot be read: {}", file.string(), reason.message()));
-    }
-    return read_settings_text(text, file.string());
+    return read_settings_text(read_file_text(file), file.string());
 }
 
 std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,

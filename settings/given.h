@@ -26,7 +26,8 @@ struct UsedSetting {
     Value value; ///< of a map: the name of the chosen entry
 };
 
-/// Reads a settings file: one JSON object, its keys the field names.
+/// Reads a settings file: one JSON object, its keys the field names; or the summary of a run, which
+/// has such an object under "settings".
 /// @throws UnreadableSettings when there is no reading it, WrongSettings when it is not such an
 /// object or when a key or value is wrong; file, line and key are in the message.
 [[nodiscard]] std::vector<GivenSetting> read_settings_file(const std::filesystem::path& file);

@@ -26,7 +26,7 @@ constexpr std::string_view minus_ten_degrees = "-0.17452777777777778rad";
 constexpr std::array<Setting, 28> settings{{
     {"clone_num", "Number of Clones", Unit::count, "30", placing, "how many clones to make"},
     {"distribution", "Distribution", Unit::percent, "80%", placing,
-     "spacing between clones, relative to an even spread"},
+     "spacing asked for between clones, relative to an even spread"},
     {"iterations", "Iterations", Unit::count, "15", placing,
      "tries for a place before one is taken as it comes"},
     {"seed", "Random Seed", Unit::count, "25", placing,

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "formats/lwo2/capacity.h"
 #include "mesh/fourcc.h"
 
 namespace formats::lwo2 {
@@ -37,13 +38,6 @@ constexpr bool is_of_whole_file(FourCC id) noexcept
 /// An index below this takes two bytes, any other four.
 constexpr std::uint32_t first_long_index = 0xFF00;
 
-/// How many points or polygons an index can tell apart.
-constexpr std::uint32_t index_limit = 0x1000000;
-
 constexpr std::uint16_t no_parent = 0xFFFF;
-
-/// Most points of one polygon: ten bits hold the count, and a curve has four more.
-constexpr std::uint32_t polygon_point_limit = 0x3FF;
-constexpr std::uint32_t curve_point_limit = 0x3FFF;
 
 } // namespace formats::lwo2

@@ -55,7 +55,7 @@ mesh::Document clones(std::uint32_t count, std::uint32_t points, std::uint32_t p
         if (point % 3 == 1)
             layer.maps[1].set(point, std::array{-value});
     }
-    mesh::CornerValues& corners = layer.maps[0].corners;
+    mesh::CornerValues& corners = layer.maps[0].edit_corners();
     for (std::uint32_t polygon = 0; polygon < layer.polygons.size(); polygon += 5) {
         corners.polygons.push_back(polygon);
         corners.points.push_back(layer.polygons.points(polygon)[1]);
@@ -95,14 +95,14 @@ mesh::Layer cut_out(const mesh::Layer& layer, std::uint32_t begin, std::uint32_t
         for (std::uint32_t point = begin; point < end; ++point)
             if (map.has(point))
                 own.set(point - begin, map.find(point));
-        for (std::size_t row = 0; row < map.corners.size(); ++row) {
-            const std::uint32_t point = map.corners.points[row];
+        for (std::size_t row = 0; row < map.corners().size(); ++row) {
+            const std::uint32_t point = map.corners().points[row];
             if (point < begin || point >= end)
                 continue;
-            own.corners.points.push_back(point - begin);
-            own.corners.polygons.push_back(number[map.corners.polygons[row]]);
-            own.corners.values.append(
-                map.corners.values.span().subspan(row * map.dimension(), map.dimension()));
+            own.edit_corners().points.push_back(point - begin);
+            own.edit_corners().polygons.push_back(number[map.corners().polygons[row]]);
+            own.edit_corners().values.append(
+                map.corners().values.span().subspan(row * map.dimension(), map.dimension()));
         }
     }
     return part;
@@ -247,7 +247,7 @@ TEST(Division, RefusesOnePieceThatIsTooLarge)
 TEST(Division, DoesNotPartACornerFromItsPolygon)
 {
     mesh::Document document = clones(4, 40, 5);
-    mesh::CornerValues& corners = document.layers[0].maps[0].corners;
+    mesh::CornerValues& corners = document.layers[0].maps[0].edit_corners();
     corners.polygons.push_back(9); // of the second clone
     corners.points.push_back(85);  // of the third
     corners.values.append(std::array{1.0f, 2.0f});

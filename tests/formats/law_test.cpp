@@ -2,10 +2,12 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <map>
 
+#include "formats/errors.h"
 #include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
 #include "formats/merge.h"
@@ -80,10 +82,10 @@ void add_maps(mesh::Layer& layer)
         ++same_type;
     const int rows = *rc::gen::inRange(0, 4);
     for (int i = 0; i < rows; ++i) {
-        map.corners.polygons.push_back(*rc::gen::inRange<std::uint32_t>(0, same_type));
-        map.corners.points.push_back(*rc::gen::inRange<std::uint32_t>(0, points));
+        map.edit_corners().polygons.push_back(*rc::gen::inRange<std::uint32_t>(0, same_type));
+        map.edit_corners().points.push_back(*rc::gen::inRange<std::uint32_t>(0, points));
         for (std::size_t d = 0; d < map.dimension(); ++d)
-            map.corners.values.push_back(static_cast<float>(any_number()));
+            map.edit_corners().values.push_back(static_cast<float>(any_number()));
     }
 }
 
@@ -137,6 +139,61 @@ TEST(Law, WritingAgainGivesTheSameBytes)
         const auto file = formats::write_lwo2(any_document());
         RC_ASSERT(formats::write_lwo2(formats::read_lwo2(file, {})) == file);
     }));
+}
+
+/// Four characters, of as many as `kinds` different ones.
+mesh::FourCC any_kind(int kinds)
+{
+    return mesh::fourcc("K000") + static_cast<mesh::FourCC>(*rc::gen::inRange(0, kinds));
+}
+
+/// A layer with about as many types of polygons and kinds of tags as one can hold, and maps with
+/// values anywhere.
+mesh::Document any_full_document()
+{
+    mesh::Document document;
+    document.tags.append("tag");
+    mesh::Layer& layer = document.layers.emplace_back();
+    constexpr std::uint32_t points = 70000; // indices of two bytes and of four
+    layer.points.resize(points);
+    const auto any_point = [] { return *rc::gen::inRange<std::uint32_t>(0, points); };
+    const int types = *rc::gen::inRange(1, 400);
+    const int kinds = *rc::gen::inRange(1, 400);
+    constexpr std::size_t polygons = 700;
+    for (std::size_t i = 0; i < polygons; ++i)
+        layer.polygons.add(any_kind(types), std::array{any_point()});
+    for (std::size_t i = 0; i < polygons; ++i)
+        layer.polygons.set_tag(any_kind(kinds), *rc::gen::inRange<std::size_t>(0, polygons), 0);
+    for (int i = 0; i < 20; ++i) {
+        mesh::VertexMap& map =
+            layer.maps.emplace_back(mesh::map_wght, std::to_string(i), std::size_t{0});
+        for (int row = 0; row < 10; ++row)
+            map.set(any_point(), {});
+    }
+    return document;
+}
+
+TEST(Law, WhatTheWriterTakesTheReaderTakes)
+{
+    int refused = 0;
+    int written = 0;
+    EXPECT_TRUE(rc::check([&] {
+        const mesh::Document document = any_full_document();
+        std::vector<std::byte> file;
+        try {
+            file = formats::write_lwo2(document);
+        } catch (const formats::LimitError&) {
+            ++refused;
+            return;
+        }
+        ++written;
+        const mesh::Document again = formats::read_lwo2(file, {});
+        RC_ASSERT(again.layers[0].polygons.size() == document.layers[0].polygons.size());
+        for (std::size_t i = 0; i < document.layers[0].maps.size(); ++i)
+            RC_ASSERT(again.layers[0].maps[i].size() == document.layers[0].maps[i].size());
+    }));
+    EXPECT_GT(refused, 0);
+    EXPECT_GT(written, 0);
 }
 
 TEST(Law, JoiningKeepsTheMeshesOfBoth)

@@ -5,13 +5,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <numeric>
 
+#include "formats/clone_kinds.h"
 #include "formats/errors.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/write/writer.h"
+#include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
 #include "tests/formats/support/reading.h"
 #include "tests/formats/support/samples.h"
@@ -137,6 +140,46 @@ TEST(Limits, OfSizesAreCheckedIn64Bits)
     EXPECT_EQ(refusal([] { check_file_size(0xFFFFFFFF, {}); }), "");
     EXPECT_THAT(refusal([] { check_file_size(0x100000000, {}); }),
                 StartsWith("document: the file would take 4294967296 bytes"));
+}
+
+TEST(Limits, LetALayerHave256TypesOfPolygonsAndKindsOfTags)
+{
+    mesh::Document document = one_layer();
+    document.tags.append("t");
+    mesh::Polygons& polygons = document.layers[0].polygons;
+    constexpr std::array<std::uint32_t, 1> point{0};
+    for (mesh::FourCC i = 0; i < 256; ++i) {
+        polygons.add(mesh::fourcc("T000") + i, point);
+        polygons.set_tag(mesh::fourcc("K000") + i, 0, 0);
+    }
+    EXPECT_EQ(refusal_of(document), "");
+    const mesh::Document again = formats::read_lwo2(formats::write_lwo2(document), {});
+    EXPECT_EQ(again.layers[0].polygons.other_tag_kinds().size(), 256u);
+    polygons.set_tag(mesh::fourcc("K000") + 256, 255, 0);
+    EXPECT_THAT(refusal_of(document), HasSubstr("257 kinds of polygon tags are more than the 256"));
+    polygons.add(mesh::fourcc("T000") + 256, point);
+    EXPECT_THAT(refusal_of(document), HasSubstr("257 types of polygons are more than the 256"));
+}
+
+TEST(Limits, RefuseClonesThatBringTheirLayerTooManyKinds)
+{
+    mesh::Layer ground;
+    mesh::Layer model;
+    constexpr std::array<std::uint32_t, 1> point{0};
+    for (mesh::FourCC i = 0; i < 256; ++i) {
+        ground.polygons.add(mesh::fourcc("T000") + i, point);
+        ground.polygons.set_tag(mesh::fourcc("K000") + i, 0, 0);
+    }
+    model.polygons.add(mesh::fourcc("T000") + 7, point);
+    model.polygons.set_tag(mesh::fourcc("K000") + 7, 0, 0);
+    const std::array<const mesh::Layer*, 1> models{&model};
+    EXPECT_EQ(refusal([&] { formats::check_clone_kinds(ground, models); }), "");
+    model.polygons.set_tag(mesh::fourcc("PART"), 0, 0);
+    EXPECT_THAT(refusal([&] { formats::check_clone_kinds(ground, models); }),
+                HasSubstr("257 kinds of polygon tags together"));
+    model.polygons.add(mesh::fourcc("SUBD"), point);
+    EXPECT_THAT(refusal([&] { formats::check_clone_kinds(ground, models); }),
+                HasSubstr("257 types of polygons together"));
 }
 
 TEST(Limits, LetADocumentHave65536Tags)

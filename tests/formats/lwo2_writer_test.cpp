@@ -59,7 +59,7 @@ mesh::Document built_in_memory()
     layer.maps.emplace_back(mesh::map_txuv, "uv", 2);
     set_value(layer.maps[0], 1, {0.5f, 0.25f});
     layer.maps.emplace_back(mesh::map_wght, "crease", 1);
-    mesh::CornerValues& corners = layer.maps[1].corners;
+    mesh::CornerValues& corners = layer.maps[1].edit_corners();
     for (const std::uint32_t polygon : {1u, 2u}) {
         corners.polygons.push_back(polygon);
         corners.points.push_back(2);
@@ -164,8 +164,8 @@ TEST(WriteLwo2, AddsToTheChunksThatTheFileHas)
     EXPECT_EQ(polygons.surface(10), 0u);
     const mesh::VertexMap* const density = again.layers[0].find_map(mesh::map_wght, "Density");
     EXPECT_THAT(test::value_at(*density, 6), ElementsAre(0.75f));
-    EXPECT_EQ(again.layers[0].maps[10].corners.polygons[0], 7u) << "it followed its polygon";
-    EXPECT_EQ(again.layers[0].maps[0].corners.polygons[0], 1u);
+    EXPECT_EQ(again.layers[0].maps[10].corners().polygons[0], 7u) << "it followed its polygon";
+    EXPECT_EQ(again.layers[0].maps[0].corners().polygons[0], 1u);
 }
 
 TEST(WriteLwo2, WarnsOfUnknownChunksOfALayerThatHasGrown)
@@ -226,8 +226,8 @@ TEST(WriteLwo2, CountsFromTheStartOfEachBlock)
     ASSERT_EQ(layer.points.size(), 7u);
     ASSERT_EQ(layer.maps.size(), 1u);
     EXPECT_THAT(test::value_at(layer.maps[0], 3), ElementsAre(2));
-    EXPECT_EQ(layer.maps[0].corners.points[1], 6u);
-    EXPECT_EQ(layer.maps[0].corners.polygons[1], 3u);
+    EXPECT_EQ(layer.maps[0].corners().points[1], 6u);
+    EXPECT_EQ(layer.maps[0].corners().polygons[1], 3u);
     EXPECT_THAT(layer.polygons.points(1), ElementsAre(4, 5, 6));
 
     layer.points.push_back({5, 5, 5});
@@ -239,7 +239,7 @@ TEST(WriteLwo2, CountsFromTheStartOfEachBlock)
     EXPECT_THAT(again.layers[0].polygons.points(3), ElementsAre(3, 6, 7));
     EXPECT_EQ(again.layers[0].polygons.surface(3), 1u);
     EXPECT_EQ(again.layers[0].polygons.type(4), mesh::polygon_ptch);
-    EXPECT_EQ(again.layers[0].maps[0].corners.polygons[1], 4u);
+    EXPECT_EQ(again.layers[0].maps[0].corners().polygons[1], 4u);
     EXPECT_THAT(test::value_at(again.layers[0].maps[0], 7), ElementsAre(7));
 }
 
@@ -257,8 +257,8 @@ TEST(WriteLwo2, JoinsBlocksWhenAPolygonNeedsPointsOfBoth)
     EXPECT_THAT(layer.polygons.points(3), ElementsAre(0, 4, 6));
     EXPECT_THAT(layer.polygons.points(4), ElementsAre(3, 4, 5, 6));
     EXPECT_EQ(layer.maps[0].size(), 3u);
-    EXPECT_EQ(layer.maps[0].corners.points[1], 6u);
-    EXPECT_EQ(layer.maps[0].corners.polygons[1], 4u);
+    EXPECT_EQ(layer.maps[0].corners().points[1], 6u);
+    EXPECT_EQ(layer.maps[0].corners().polygons[1], 4u);
 }
 
 TEST(WriteLwo2, LeavesOutWhatATruncationTookAway)
@@ -271,7 +271,7 @@ TEST(WriteLwo2, LeavesOutWhatATruncationTookAway)
     const auto again = test::read_clean(formats::write_lwo2(document));
     EXPECT_EQ(again.layers[0].points.size(), 3u);
     EXPECT_EQ(again.layers[0].polygons.size(), 1u);
-    EXPECT_EQ(again.layers[0].maps[0].corners.size(), 1u);
+    EXPECT_EQ(again.layers[0].maps[0].corners().size(), 1u);
 }
 
 TEST(WriteLwo2, RoundsToSinglePrecision)

@@ -273,6 +273,32 @@ TEST(AppendDocument, EndsWithImagesThatNameEachOther)
     EXPECT_EQ(joined.tail.size(), 6u);
 }
 
+TEST(AppendDocument, DoesNotShareAnImageThatNoSurfaceCanName)
+{
+    const auto joined =
+        join(object({"Grass"}, {image_chunk(5, "moss.png"), image_chunk(0x01000005, "bark.png")}),
+             object({"Bark"}, {image_chunk(1, "bark.png"), surface_chunk("Bark", 0.5f, 0, 1)}));
+    EXPECT_THAT(joined.tail, ElementsAre(image_chunk(5, "moss.png").get(),
+                                         image_chunk(0x01000005, "bark.png").get(),
+                                         image_chunk(1, "bark.png").get(),
+                                         surface_chunk("Bark", 0.5f, 0, 1).get()));
+}
+
+TEST(AppendDocument, RenumbersAnImageThatNoSurfaceCanName)
+{
+    const auto copy_of = [](std::uint32_t number, std::uint32_t image) {
+        return chunk("CLIP",
+                     Bytes().u4(number).add(sub_chunk("XREF", Bytes().u4(image).text("copy"))));
+    };
+    const auto joined =
+        join(object({"Grass"}, {image_chunk(1, "moss.png")}),
+             object({"Bark"}, {image_chunk(0x01000001, "bark.png"), copy_of(2, 0x01000001),
+                               surface_chunk("Bark", 0.5f, 0, 2)}));
+    EXPECT_THAT(joined.tail, ElementsAre(image_chunk(1, "moss.png").get(), copy_of(2, 3).get(),
+                                         image_chunk(3, "bark.png").get(),
+                                         surface_chunk("Bark", 0.5f, 0, 2).get()));
+}
+
 TEST(AppendDocument, SharesASurfaceThatIsTheSame)
 {
     const File file = object({"Bark"}, {envelope_chunk(2, 1), image_chunk(1, "bark.png"),

@@ -68,14 +68,14 @@ TEST(ReadMaps, ReadsCornerValuesByTheLatestPolygons)
     const auto document = test::read_clean(test::rich());
     const mesh::Layer& layer = document.layers[0];
     const mesh::VertexMap& uv = layer.maps[0];
-    ASSERT_EQ(uv.corners.size(), 1u);
-    EXPECT_EQ(uv.corners.points[0], 0u);
-    EXPECT_EQ(uv.corners.polygons[0], 1u);
-    EXPECT_EQ(uv.corners.values[1], 0.5f);
+    ASSERT_EQ(uv.corners().size(), 1u);
+    EXPECT_EQ(uv.corners().points[0], 0u);
+    EXPECT_EQ(uv.corners().polygons[0], 1u);
+    EXPECT_EQ(uv.corners().values[1], 0.5f);
     const mesh::VertexMap& crease = layer.maps[10];
     EXPECT_EQ(crease.size(), 0u) << "it has values for corners alone";
-    ASSERT_EQ(crease.corners.size(), 1u);
-    EXPECT_EQ(crease.corners.polygons[0], 5u) << "the first of the second block";
+    ASSERT_EQ(crease.corners().size(), 1u);
+    EXPECT_EQ(crease.corners().polygons[0], 5u) << "the first of the second block";
 }
 
 TEST(ReadMaps, TakesMapsOfOneNameAndOtherTypeOrDimensionForOthers)
@@ -95,7 +95,7 @@ TEST(ReadMaps, LetsTheLastOfSeveralValuesCount)
     const File file = form(
         {layer_chunk(0), points_chunk(4), weight_rows({{2, 1}, {0, 2}, {2, 3}, {2, 4}, {3, 5}})});
     const auto document = formats::read_lwo2(file, {});
-    const mesh::VertexMap& map = document.layers[0].maps.at(0);
+    const mesh::VertexMap& map = document.layers[0].maps[0];
     EXPECT_EQ(map.size(), 3u);
     EXPECT_THAT(value_at(map, 0), ElementsAre(2));
     EXPECT_THAT(value_at(map, 2), ElementsAre(4));
@@ -121,7 +121,7 @@ TEST(ReadMaps, ReadsRowsInAnyOrderInReasonableTime)
         chunks.add(weight_rows({{i, static_cast<float>(i)}}));
     const auto document =
         formats::read_lwo2(form({layer_chunk(0), points_chunk(count), chunks}), {});
-    const mesh::VertexMap& map = document.layers[0].maps.at(0);
+    const mesh::VertexMap& map = document.layers[0].maps[0];
     EXPECT_EQ(map.size(), count);
     EXPECT_THAT(value_at(map, 12345), ElementsAre(12345));
 }

@@ -67,11 +67,11 @@ void Division::close_places()
     }
     // a value for a corner names a point and a polygon, and can only be said where both are
     for (const mesh::VertexMap& map : layer_.maps)
-        for (std::size_t row = 0; row < map.corners.size(); ++row)
-            if (map.corners.points[row] < layer_.points.size() &&
-                map.corners.polygons[row] < polygons.size())
-                cuts_.join(map.corners.points[row],
-                           polygons.points(map.corners.polygons[row]).front());
+        for (std::size_t row = 0; row < map.corners().size(); ++row)
+            if (map.corners().points[row] < layer_.points.size() &&
+                map.corners().polygons[row] < polygons.size())
+                cuts_.join(map.corners().points[row],
+                           polygons.points(map.corners().polygons[row]).front());
     cuts_.settle();
 }
 

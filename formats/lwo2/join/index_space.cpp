@@ -21,7 +21,9 @@ void IndexSpace::add_present(const mesh::FileChunk& chunk)
 {
     if (const auto parts = numbered(chunk)) {
         taken_.insert(parts->number);
-        present_.try_emplace(key(parts->rest), parts->number);
+        // a surface cannot name a number past the limit, so such a chunk is not shared
+        if (parts->number < index_limit)
+            present_.try_emplace(key(parts->rest), parts->number);
     }
 }
 
@@ -46,7 +48,7 @@ std::uint32_t IndexSpace::map(std::uint32_t number, const Content& content)
             result = same->second;
     }
     if (result == 0) {
-        result = taken_.contains(number) ? free_number() : number;
+        result = number >= index_limit || taken_.contains(number) ? free_number() : number;
         taken_.insert(result);
         if (chunk != nullptr)
             new_.insert(number);

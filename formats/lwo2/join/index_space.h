@@ -32,7 +32,8 @@ public:
     void add_incoming(const mesh::FileChunk& chunk);
 
     /// The number that an incoming number becomes: that of a present chunk of the same content, or
-    /// its own where it is free, or a free one.
+    /// its own where it is free, or a free one. Always below `index_limit`, so that a surface can
+    /// name it.
     /// @throws LimitError when no number is free.
     std::uint32_t map(std::uint32_t number, const Content& content);
 

@@ -5,11 +5,12 @@
 #include <cerrno>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "formats/errors.h"
+#include "formats/file_kind.h"
+#include "formats/lwo2/big_endian.h"
+#include "formats/lwo2/ids.h"
 #include "mesh/buffer.h"
 
 namespace formats::lwo2 {
@@ -29,23 +30,6 @@ public:
 
 private:
     std::span<const std::byte> bytes_;
-};
-
-/// An open file that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&&) = delete;
-    ~Descriptor()
-    {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    [[nodiscard]] int number() const noexcept { return number_; }
-
-private:
-    int number_;
 };
 
 class FileSource final : public ChunkSource {
@@ -97,7 +81,7 @@ private:
     std::unique_ptr<std::byte[]> window_ = std::make_unique_for_overwrite<std::byte[]>(longest_run);
 };
 
-/// What could not be read in pieces, read whole.
+/// What cannot be read in pieces, such as a pipe.
 class OwnedSource final : public ChunkSource {
 public:
     explicit OwnedSource(mesh::Buffer<std::byte> bytes) : bytes_(std::move(bytes)) {}
@@ -113,18 +97,31 @@ private:
     mesh::Buffer<std::byte> bytes_;
 };
 
-std::unique_ptr<ChunkSource> read_to_end(const std::filesystem::path& path, const Descriptor& file)
+/// How many bytes an object has that begins with these, one byte behind it included; of what is no
+/// object, enough to tell what it is. No more is read, so that an endless pipe does no harm.
+std::uint64_t bytes_wanted(std::span<const std::byte> begin)
+{
+    constexpr std::size_t header_size = 12;
+    if (begin.size() < header_size || read_u4(begin.data()) != id_form ||
+        read_u4(begin.data() + 8) != id_lwo2)
+        return kind_bytes;
+    return 8 + std::uint64_t{read_u4(begin.data() + 4)} + 1;
+}
+
+std::unique_ptr<ChunkSource> read_in_order(const InputFile& file)
 {
     constexpr std::size_t step = std::size_t{1024} * 1024;
     mesh::Buffer<std::byte> bytes;
     std::size_t have = 0;
-    for (;;) {
-        bytes.resize(have + step);
-        const ssize_t got = ::read(file.number(), bytes.data() + have, step);
+    while (have < bytes_wanted({bytes.data(), have})) {
+        const std::uint64_t missing = bytes_wanted({bytes.data(), have}) - have;
+        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(missing, step));
+        bytes.resize(have + wanted);
+        const ssize_t got = ::read(file.descriptor.number(), bytes.data() + have, wanted);
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
-            throw FileError(path, "cannot be read", errno);
+            throw FileError(file.name, "cannot be read", errno);
         if (got == 0)
             break;
         have += static_cast<std::size_t>(got);
@@ -140,20 +137,12 @@ std::unique_ptr<ChunkSource> memory_source(std::span<const std::byte> bytes)
     return std::make_unique<MemorySource>(bytes);
 }
 
-std::unique_ptr<ChunkSource> file_source(const std::filesystem::path& path)
+std::unique_ptr<ChunkSource> file_source(InputFile file)
 {
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (file.number() < 0)
-        throw FileError(path, "cannot be opened", errno);
-    struct stat status = {};
-    if (::fstat(file.number(), &status) != 0)
-        throw FileError(path, "cannot be read", errno);
-    if (S_ISDIR(status.st_mode))
-        throw FileError(path, "cannot be read", "it is a folder");
-    if (!S_ISREG(status.st_mode))
-        return read_to_end(path, file);
-    return std::make_unique<FileSource>(path, std::move(file),
-                                        static_cast<std::uint64_t>(status.st_size));
+    if (!file.ordinary)
+        return read_in_order(file);
+    return std::make_unique<FileSource>(std::move(file.name), std::move(file.descriptor),
+                                        file.size);
 }
 
 } // namespace formats::lwo2

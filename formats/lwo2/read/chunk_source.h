@@ -3,9 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <span>
+
+#include "formats/input_file.h"
 
 namespace formats::lwo2 {
 
@@ -32,8 +33,8 @@ public:
 /// Bytes in memory, which must outlive the source.
 [[nodiscard]] std::unique_ptr<ChunkSource> memory_source(std::span<const std::byte> bytes);
 
-/// A file, of which only the piece being read is in memory; what is not an ordinary file, such as a
-/// pipe, is read to its end first. @throws FileError here and in `read`.
-[[nodiscard]] std::unique_ptr<ChunkSource> file_source(const std::filesystem::path& path);
+/// A file, of which only the piece being read is in memory; of a pipe as much is read first as the
+/// object in it says to have. @throws FileError here and in `read`.
+[[nodiscard]] std::unique_ptr<ChunkSource> file_source(InputFile file);
 
 } // namespace formats::lwo2

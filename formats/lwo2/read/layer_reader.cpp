@@ -152,17 +152,14 @@ std::uint32_t LayerReader::polygon_index(Cursor& body) const
     return polygons_.first + index;
 }
 
-/// Remembers a kind of polygons or tags. Each costs a step wherever kinds are looked up, and some
-/// cost memory for every polygon: only damage has many.
-void LayerReader::note_kind(std::vector<mesh::FourCC>& kinds, mesh::FourCC kind, const Cursor& body,
-                            const char* what) const
+/// Refuses another kind of polygons or tags where there are as many as a layer may have.
+void LayerReader::check_kind(bool is_known, std::size_t known, std::size_t most, const Cursor& body,
+                             const char* what) const
 {
-    constexpr std::size_t most = 32;
-    if (std::find(kinds.begin(), kinds.end(), kind) != kinds.end())
-        return;
-    if (kinds.size() == most)
-        body.fail(fmt::format("the layer has more than {} {}; the file is damaged", most, what));
-    kinds.push_back(kind);
+    if (!is_known && known >= most)
+        body.fail(fmt::format("the layer has more than {} {}, which is more than can be held; the "
+                              "file is damaged, or has to be divided into layers",
+                              most, what));
 }
 
 /// Takes the polygons that are at hand whole and sound, up to the first that is not.
@@ -206,7 +203,10 @@ void LayerReader::add_polygon(mesh::FourCC type, std::uint16_t word,
 void LayerReader::polygons(Cursor& body)
 {
     const mesh::FourCC type = body.u4();
-    note_kind(polygon_kinds_, type, body, "types of polygons");
+    const auto types = layer_.polygons.types();
+    if (body.left() > 0)
+        check_kind(std::find(types.begin(), types.end(), type) != types.end(), types.size(),
+                   polygon_type_limit, body, "types of polygons");
     polygons_.first = static_cast<std::uint32_t>(layer_.polygons.size());
     std::vector<std::uint32_t> corners;
     for (;;) {
@@ -237,9 +237,14 @@ void LayerReader::polygon_tags(Cursor& body)
 {
     const std::uint64_t start = chunk_start(body);
     const mesh::FourCC kind = body.u4();
-    note_kind(tag_kinds_, kind, body, "kinds of polygon tags");
     const bool surfaces = kind == mesh::tag_surf;
     mesh::Polygons& polygons = layer_.polygons;
+    const auto kinds = polygons.other_tags();
+    const bool is_known =
+        surfaces || std::any_of(kinds.begin(), kinds.end(),
+                                [&](const auto& tags) { return tags.kind() == kind; });
+    if (body.left() > 0)
+        check_kind(is_known, kinds.size(), tag_kind_limit, body, "kinds of polygon tags");
     std::size_t changed = 0;
     while (body.left() > 0) {
         const std::uint32_t polygon = polygon_index(body);
@@ -261,9 +266,7 @@ void LayerReader::polygon_tags(Cursor& body)
                       fmt::format("{} polygons are given a {} tag more than once; the last one "
                                   "counts",
                                   changed, mesh::to_text(kind)));
-    const std::size_t kept = block_tag_kinds_.size();
-    note_kind(block_tag_kinds_, kind, body, "kinds of polygon tags");
-    if (block_tag_kinds_.size() > kept)
+    if (block_tag_kinds_.insert(kind).second)
         keep({.id = id_ptag, .role = ChunkRole::polygon_tags, .kind = kind});
 }
 
@@ -275,9 +278,10 @@ void LayerReader::drop_map_parameters()
         layer_.chunks.pop_back();
 }
 
-/// Takes rows of a map that are at hand whole and sound, as many as `rows` has room for.
-void LayerReader::sound_rows(Cursor& body, Rows& rows) const
+/// Takes rows of a map that are at hand whole and sound, as many as there is room for.
+void LayerReader::sound_rows(Cursor& body)
 {
+    Rows& rows = rows_;
     const std::size_t size = rows.dimension * sizeof(float);
     const std::size_t longest = 4 + size;
     const auto bytes = body.at_hand(longest);
@@ -307,9 +311,11 @@ void LayerReader::map(Cursor& body)
     const std::uint16_t dimension = body.u2();
     const std::string name = body.text();
     const std::uint32_t number = maps_.number(type, name, dimension);
-    Rows rows(dimension);
+    Rows& rows = rows_;
+    if (body.left() > 0)
+        rows.fit(dimension);
     while (body.left() > 0) {
-        sound_rows(body, rows);
+        sound_rows(body);
         if (rows.count == 0) {
             // one step at a time, which finds the fault if there is one
             rows.count = 1;
@@ -320,7 +326,7 @@ void LayerReader::map(Cursor& body)
         maps_.add(number, rows.points.span().first(rows.count),
                   rows.values.span().first(rows.count * dimension));
     }
-    maps_.account(number, start, body);
+    maps_.end_chunk(number, start);
     if (number >= map_block_.size())
         map_block_.resize(number + 1, 0);
     if (map_block_[number] == point_blocks_ + 1) {
@@ -337,9 +343,10 @@ void LayerReader::corner_values(Cursor& body)
     const std::uint16_t dimension = body.u2();
     const std::string name = body.text();
     const std::uint32_t number = maps_.number(type, name, dimension);
-    mesh::CornerValues& corners = maps_[number].corners;
-    const auto begin = static_cast<std::uint32_t>(corners.size());
+    mesh::VertexMap& map = layer_.maps[number];
+    const auto begin = static_cast<std::uint32_t>(map.corners().size());
     while (body.left() > 0) {
+        mesh::CornerValues& corners = map.edit_corners();
         const std::uint32_t point = point_index(body);
         const std::uint32_t polygon = polygon_index(body);
         corners.points.push_back(point);
@@ -351,12 +358,12 @@ void LayerReader::corner_values(Cursor& body)
           .role = ChunkRole::corner_values,
           .map = number,
           .begin = begin,
-          .end = static_cast<std::uint32_t>(corners.size())});
+          .end = static_cast<std::uint32_t>(map.corners().size())});
 }
 
 mesh::Layer LayerReader::finish()
 {
-    layer_.maps = maps_.finish();
+    maps_.finish();
     return std::move(layer_);
 }
 

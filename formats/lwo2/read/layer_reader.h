@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -18,7 +19,10 @@ namespace formats::lwo2 {
 /// FormatError for damage.
 class LayerReader {
 public:
-    explicit LayerReader(Reading& reading) : reading_(reading), maps_(reading) {}
+    explicit LayerReader(Reading& reading) : reading_(reading), maps_(layer_.maps, reading) {}
+    LayerReader(const LayerReader&) = delete; // the maps look into the layer
+    LayerReader& operator=(const LayerReader&) = delete;
+    ~LayerReader() = default;
 
     /// Takes the chunk that opens the layer; without it the layer is the unnamed one of data that
     /// stands before any.
@@ -57,14 +61,15 @@ private:
 
     /// Room for some rows of a map, some thousand numbers in all.
     struct Rows {
-        explicit Rows(std::size_t dimension_of_map)
-            : dimension(dimension_of_map), most(1 + 4096 / (dimension_of_map + 1))
+        void fit(std::size_t dimension_of_map)
         {
+            dimension = dimension_of_map;
+            most = 1 + 4096 / (dimension + 1);
             points.resize(most);
             values.resize(most * dimension);
         }
-        std::size_t dimension;
-        std::size_t most;
+        std::size_t dimension = 0;
+        std::size_t most = 0;
         std::size_t count = 0; ///< how many there are
         mesh::Buffer<std::uint32_t> points;
         mesh::Buffer<float> values;
@@ -72,11 +77,11 @@ private:
 
     void sound_polygons(Cursor& body, mesh::FourCC type);
     void add_polygon(mesh::FourCC type, std::uint16_t word, std::span<const std::uint32_t> corners);
-    void sound_rows(Cursor& body, Rows& rows) const;
+    void sound_rows(Cursor& body);
     [[nodiscard]] std::uint32_t point_index(Cursor& body) const;
     [[nodiscard]] std::uint32_t polygon_index(Cursor& body) const;
-    void note_kind(std::vector<mesh::FourCC>& kinds, mesh::FourCC kind, const Cursor& body,
-                   const char* what) const;
+    void check_kind(bool is_known, std::size_t known, std::size_t most, const Cursor& body,
+                    const char* what) const;
     void drop_map_parameters();
 
     Reading& reading_;
@@ -86,9 +91,8 @@ private:
     Block polygons_;
     std::uint32_t point_blocks_ = 0;
     std::vector<std::uint32_t> map_block_; ///< for each map: block whose chunk for it was kept, + 1
-    std::vector<mesh::FourCC> polygon_kinds_;
-    std::vector<mesh::FourCC> tag_kinds_;
-    std::vector<mesh::FourCC> block_tag_kinds_; ///< kinds of tags kept for the latest polygons
+    Rows rows_;                            ///< of all maps, one after another
+    std::unordered_set<mesh::FourCC> block_tag_kinds_; ///< kept for the latest polygons
     HighestTag highest_tag_;
 };
 

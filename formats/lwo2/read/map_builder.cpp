@@ -4,92 +4,116 @@
 #include <algorithm>
 #include <functional>
 #include <numeric>
+#include <string>
 #include <utility>
 
 #include "formats/lwo2/ids.h"
 
 namespace formats::lwo2 {
 
-std::uint32_t MapBuilder::number(mesh::FourCC type, const std::string& name,
-                                 std::uint16_t dimension)
+namespace {
+
+std::size_t hash_of(mesh::FourCC type, std::string_view name, std::size_t dimension)
 {
-    std::string key = name;
-    for (unsigned shift = 0; shift < 32; shift += 8)
-        key += static_cast<char>((type >> shift) & 0xFFu);
-    key += static_cast<char>(dimension & 0xFFu);
-    key += static_cast<char>(dimension >> 8u);
-    const auto [found, added] =
-        numbers_.try_emplace(std::move(key), static_cast<std::uint32_t>(maps_.size()));
-    if (added)
-        maps_.push_back({.map = mesh::VertexMap(type, name, dimension)});
-    return found->second;
+    constexpr std::size_t odd = 0x9E3779B97F4A7C15u; // spreads the bits
+    return (std::hash<std::string_view>()(name) ^ type * odd) + dimension * odd;
 }
 
-void MapBuilder::add(std::uint32_t map, std::span<const std::uint32_t> points,
+} // namespace
+
+std::size_t MapBuilder::place_of(mesh::FourCC type, std::string_view name,
+                                 std::size_t dimension) const
+{
+    const std::size_t last = table_.size() - 1;
+    std::size_t place = hash_of(type, name, dimension) & last;
+    for (; table_[place] != 0; place = (place + 1) & last) {
+        const mesh::VertexMap& map = maps_[table_[place] - 1];
+        if (map.type() == type && map.dimension() == dimension && map.name() == name)
+            break;
+    }
+    return place;
+}
+
+void MapBuilder::make_room()
+{
+    if (maps_.size() + 1 <= table_.size() / 4 * 3)
+        return;
+    constexpr std::size_t least = 16;
+    table_.assign(std::max(least, table_.size() * 2), 0);
+    std::uint32_t number = 0;
+    for (const mesh::VertexMap& map : maps_)
+        table_[place_of(map.type(), map.name(), map.dimension())] = ++number;
+}
+
+std::uint32_t MapBuilder::number(mesh::FourCC type, std::string_view name, std::uint16_t dimension)
+{
+    make_room();
+    const std::size_t place = place_of(type, name, dimension);
+    if (table_[place] == 0) {
+        maps_.emplace_back(type, std::string(name), dimension);
+        table_[place] = static_cast<std::uint32_t>(maps_.size());
+    }
+    return table_[place] - 1;
+}
+
+void MapBuilder::add(std::uint32_t number, std::span<const std::uint32_t> points,
                      std::span<const float> values)
 {
     if (points.empty())
         return;
-    Entry& entry = maps_[map];
+    mesh::VertexMap& map = maps_[number];
+    const auto found = late_.empty() ? late_.end() : late_.find(number);
     const bool in_order =
-        entry.late_points.empty() && points.front() >= entry.next &&
+        found == late_.end() && points.front() >= map.end() &&
         std::adjacent_find(points.begin(), points.end(), std::greater_equal<>()) == points.end();
     if (in_order) {
-        entry.map.append(points, values);
-        entry.next = points.back() + 1;
+        map.append(points, values);
         return;
     }
-    const std::size_t dimension = entry.map.dimension();
+    Late* late = found == late_.end() ? nullptr : &found->second;
+    const std::size_t dimension = map.dimension();
     for (std::size_t row = 0; row < points.size(); ++row) {
         const std::uint32_t point = points[row];
         const auto value = values.subspan(row * dimension, dimension);
-        if (point >= entry.next && entry.late_points.empty()) {
-            entry.map.append({&point, 1}, value);
-            entry.next = point + 1;
+        if (point >= map.end() && late == nullptr) {
+            map.append({&point, 1}, value);
             continue;
         }
-        entry.late_end = std::max(entry.late_end, point + 1);
-        entry.late_points.push_back(point);
-        entry.late_values.append(value);
+        if (late == nullptr)
+            late = &late_[number];
+        late->points.push_back(point);
+        late->values.append(value);
     }
 }
 
-void MapBuilder::account(std::uint32_t map, std::uint64_t offset, const Cursor& at)
+void MapBuilder::end_chunk(std::uint32_t map, std::uint64_t offset)
 {
-    Entry& entry = maps_[map];
-    entry.offset = offset;
-    const std::uint32_t end = std::max(entry.next, entry.late_end);
-    if (end <= entry.accounted)
-        return;
-    // for each 64 points the map keeps a word of presence bits and a running count
-    constexpr std::uint64_t bytes_a_word = 12;
-    reading_.claim((end / 64u + 1 - entry.accounted / 64u) * bytes_a_word, at);
-    entry.accounted = end;
+    if (const auto late = late_.find(map); late != late_.end())
+        late->second.offset = offset;
 }
 
-std::deque<mesh::VertexMap> MapBuilder::finish()
+void MapBuilder::finish()
 {
-    std::deque<mesh::VertexMap> maps;
-    for (Entry& entry : maps_) {
-        if (!entry.late_points.empty())
-            merge_late(entry);
-        maps.push_back(std::move(entry.map));
-    }
-    maps_.clear();
-    numbers_.clear();
-    return maps;
+    // in the order of the maps, which is that of the warnings
+    std::vector<std::uint32_t> numbers;
+    for (const auto& [number, late] : late_)
+        numbers.push_back(number);
+    std::sort(numbers.begin(), numbers.end());
+    for (const std::uint32_t number : numbers)
+        merge_late(number, late_[number]);
 }
 
-void MapBuilder::merge_late(Entry& entry)
+void MapBuilder::merge_late(std::uint32_t number, Late& late)
 {
-    const auto& points = entry.late_points;
+    mesh::VertexMap& map = maps_[number];
+    const auto& points = late.points;
     std::vector<std::uint32_t> order(points.size());
     std::iota(order.begin(), order.end(), std::uint32_t{0});
     std::stable_sort(order.begin(), order.end(),
                      [&](std::uint32_t a, std::uint32_t b) { return points[a] < points[b]; });
 
-    const std::size_t dimension = entry.map.dimension();
-    mesh::VertexMap merged(entry.map.type(), entry.map.name(), dimension);
+    const std::size_t dimension = map.dimension();
+    mesh::VertexMap merged(map.type(), map.name(), dimension);
     std::size_t repeated = 0;
     std::size_t at = 0;
     const auto take_up_to = [&](std::uint64_t end) {
@@ -97,22 +121,24 @@ void MapBuilder::merge_late(Entry& entry)
             const std::uint32_t point = points[order[at]];
             if (merged.has(point))
                 ++repeated;
-            merged.set(point, {entry.late_values.data() + order[at] * dimension, dimension});
+            merged.set(point, {late.values.data() + order[at] * dimension, dimension});
         }
     };
-    entry.map.for_each([&](std::uint32_t point, std::span<const float> value) {
+    map.for_each([&](std::uint32_t point, std::span<const float> value) {
         take_up_to(point);
         merged.set(point, value);
     });
     take_up_to(std::uint64_t{1} << 32u);
 
     if (repeated > 0)
-        reading_.warn(id_vmap, entry.offset,
+        reading_.warn(id_vmap, late.offset,
                       fmt::format("map {} \"{}\" gives {} points a value more than once; the last "
                                   "one counts",
-                                  mesh::to_text(entry.map.type()), entry.map.name(), repeated));
-    merged.corners = std::move(entry.map.corners);
-    entry.map = std::move(merged);
+                                  mesh::to_text(map.type()), map.name(), repeated));
+    if (map.corners().size() > 0)
+        merged.edit_corners() = std::move(map.edit_corners());
+    map = std::move(merged);
+    late = {};
 }
 
 } // namespace formats::lwo2

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <span>
-#include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "formats/lwo2/read/reading.h"
+#include "mesh/stable_list.h"
 #include "mesh/vertex_map.h"
 
 namespace formats::lwo2 {
@@ -19,43 +18,47 @@ namespace formats::lwo2 {
 /// grow with their disorder.
 class MapBuilder {
 public:
-    explicit MapBuilder(Reading& reading) : reading_(reading) {}
+    /// @param maps  takes the maps; nobody else adds to it
+    MapBuilder(mesh::StableList<mesh::VertexMap>& maps, Reading& reading)
+        : maps_(maps), reading_(reading)
+    {}
 
     /// The number of the map of this type, name and dimension, in order of first appearance.
-    [[nodiscard]] std::uint32_t number(mesh::FourCC type, const std::string& name,
+    [[nodiscard]] std::uint32_t number(mesh::FourCC type, std::string_view name,
                                        std::uint16_t dimension);
-
-    [[nodiscard]] mesh::VertexMap& operator[](std::uint32_t map) { return maps_[map].map; }
 
     /// Gives points their values, one after another in `values`; where a point comes again, the
     /// last value counts.
     void add(std::uint32_t map, std::span<const std::uint32_t> points,
              std::span<const float> values);
 
-    /// Accounts for the memory of a map after the rows of the chunk at `offset` were added to it.
-    /// @throws FormatError
-    void account(std::uint32_t map, std::uint64_t offset, const Cursor& at);
+    /// Ends the rows of the chunk at `offset`, which were of this map.
+    void end_chunk(std::uint32_t map, std::uint64_t offset);
 
-    /// All maps, whole. The builder is empty afterwards.
-    [[nodiscard]] std::deque<mesh::VertexMap> finish();
+    /// Makes the maps whole. The builder is spent afterwards.
+    void finish();
 
 private:
-    struct Entry {
-        mesh::VertexMap map;
-        std::uint64_t offset = 0;    ///< the chunk that added to it last
-        std::uint32_t next = 0;      ///< one past the last point in the map
-        std::uint32_t late_end = 0;  ///< one past the last point among the late rows
-        std::uint32_t accounted = 0; ///< points that memory was accounted for
-        /// Rows that came after a row of the same or a later point, in order of the file.
-        mesh::Buffer<std::uint32_t> late_points = {};
-        mesh::Buffer<float> late_values = {};
+    /// Rows that came after a row of the same or a later point, in order of the file.
+    struct Late {
+        mesh::Buffer<std::uint32_t> points = {};
+        mesh::Buffer<float> values = {};
+        std::uint64_t offset = 0; ///< the chunk that added to the map last
     };
 
-    void merge_late(Entry& entry);
+    void make_room();
+    /// The place of a map in the table, or the free one where it would go.
+    [[nodiscard]] std::size_t place_of(mesh::FourCC type, std::string_view name,
+                                       std::size_t dimension) const;
+    void merge_late(std::uint32_t map, Late& late);
 
+    mesh::StableList<mesh::VertexMap>& maps_;
     Reading& reading_;
-    std::vector<Entry> maps_;
-    std::unordered_map<std::string, std::uint32_t> numbers_;
+    /// Numbers of maps plus one, each at the first free place from its hash on; 0 is free. A power
+    /// of two long, and never full. Millions of maps of a few bytes each would cost several times
+    /// as much in a standard container.
+    std::vector<std::uint32_t> table_;
+    std::unordered_map<std::uint32_t, Late> late_; ///< by number of the map
 };
 
 } // namespace formats::lwo2

@@ -145,14 +145,22 @@ void put_polygon_tags(const mesh::Layer& layer, const Layout& layout, const Step
         return;
     const mesh::Polygons& polygons = layer.polygons;
     const bool surfaces = step.kind == mesh::tag_surf;
+    const auto others = polygons.other_tags();
+    const auto tags = std::find_if(others.begin(), others.end(), [&](const mesh::TagColumn& kind) {
+        return kind.kind() == step.kind;
+    });
     for (const std::uint32_t number : layout.polygon_block(step.polygons).runs) {
         const PolygonRun& run = layout.run(number);
-        for (std::uint32_t p = run.begin; p < run.end; ++p) {
-            const mesh::TagIndex tag = surfaces ? polygons.surface(p) : polygons.tag(step.kind, p);
-            if (tag == mesh::no_tag)
-                continue;
-            out.index(run.first + (p - run.begin));
+        const auto put = [&](std::size_t polygon, mesh::TagIndex tag) {
+            out.index(run.first + static_cast<std::uint32_t>(polygon - run.begin));
             out.u2(tag);
+        };
+        if (surfaces) {
+            for (std::uint32_t p = run.begin; p < run.end; ++p)
+                if (const mesh::TagIndex tag = polygons.surface(p); tag != mesh::no_tag)
+                    put(p, tag);
+        } else if (tags != others.end()) {
+            tags->for_each_in(run.begin, run.end, put);
         }
     }
 }
@@ -197,8 +205,8 @@ template <typename Out>
 void put_corner_row(const BodySource& source, const Step& step, std::uint32_t row, Out& out)
 {
     const mesh::VertexMap& map = source.layer->maps[step.map];
-    const std::uint32_t point = map.corners.points[row];
-    const std::uint32_t polygon = map.corners.polygons[row];
+    const std::uint32_t point = map.corners().points[row];
+    const std::uint32_t polygon = map.corners().polygons[row];
     const PointBlock& points = source.layout->point_block(step.points);
     const PolygonRun* const run = source.layout->run_of(polygon);
     if (run == nullptr || run->block != step.polygons || point < points.begin ||
@@ -208,7 +216,7 @@ void put_corner_row(const BodySource& source, const Step& step, std::uint32_t ro
     out.index(run->first + (polygon - run->begin));
     const std::size_t dimension = map.dimension();
     for (std::size_t i = 0; i < dimension; ++i)
-        out.u4(std::bit_cast<std::uint32_t>(map.corners.values[row * dimension + i]));
+        out.u4(std::bit_cast<std::uint32_t>(map.corners().values[row * dimension + i]));
 }
 
 template <typename Out> void put_corner_values(const BodySource& source, const Step& step, Out& out)
@@ -217,7 +225,7 @@ template <typename Out> void put_corner_values(const BodySource& source, const S
     put_map_head(map, out);
     if (step.points == no_block || step.polygons == no_block)
         return;
-    const auto size = static_cast<std::uint32_t>(map.corners.size());
+    const auto size = static_cast<std::uint32_t>(map.corners().size());
     for (std::uint32_t row = step.begin; row < step.end && row < size; ++row)
         put_corner_row(source, step, row, out);
     for (const Range& rows : step.rows)

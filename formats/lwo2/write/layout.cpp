@@ -61,6 +61,8 @@ bool Layout::build(bool one_point_block, bool map_parameters)
     polygons_.clear();
     runs_.clear();
     file_ends_.clear();
+    joined_.clear();
+    last_blocks_.clear();
     follow_file(one_point_block);
     place_polygons();
     if (!polygons_are_sayable())
@@ -107,9 +109,6 @@ void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
               .begin = chunk.begin,
               .end = chunk.end,
               .chunk = &chunk};
-    const auto is_same = [&](const Step& other) {
-        return other.role == step.role && other.map == step.map;
-    };
     switch (chunk.role) {
     case ChunkRole::points: {
         const std::uint32_t begin = points_.empty() ? part_.points.begin : points_.back().end;
@@ -131,7 +130,8 @@ void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
     case ChunkRole::bounds:
     case ChunkRole::map:
         // one chunk says for the joined points what several said for the blocks
-        if (one_point_block && std::any_of(steps_.begin(), steps_.end(), is_same)) {
+        if (one_point_block &&
+            !joined_.insert(pair_key(static_cast<std::uint32_t>(chunk.role), chunk.map)).second) {
             if (chunk.role == ChunkRole::map && steps_.back().chunk->id == id_vmpa)
                 steps_.pop_back();
             return;
@@ -153,6 +153,12 @@ void Layout::place_polygons()
 {
     const mesh::Polygons& polygons = layer_.polygons;
     const auto file_blocks = size32(file_ends_.size());
+    const std::uint32_t last_points = size32(points_.size()) - 1;
+    // those before the last block of points count in the points before
+    for (auto last = polygons_.rbegin(); last != polygons_.rend() && last->points == last_points;
+         ++last)
+        last_blocks_.try_emplace(last->type,
+                                 size32(static_cast<std::size_t>(polygons_.rend() - last)) - 1);
     std::uint32_t block = 0;
     for (const Range& range : part_.polygons) {
         for (std::uint32_t begin = range.begin; begin < range.end;) {
@@ -187,13 +193,9 @@ void Layout::extend(std::uint32_t block, std::uint32_t begin, std::uint32_t end)
 std::uint32_t Layout::block_for(mesh::FourCC type)
 {
     const std::uint32_t last_points = size32(points_.size()) - 1;
-    for (std::uint32_t block = size32(polygons_.size()); block-- > 0;) {
-        if (polygons_[block].points != last_points)
-            break; // the ones before count in the points before
-        if (polygons_[block].type == type)
-            return block;
-    }
     const std::uint32_t made = size32(polygons_.size());
+    if (const auto [known, added] = last_blocks_.try_emplace(type, made); !added)
+        return known->second;
     polygons_.push_back({.type = type, .points = last_points});
     additions_.push_back({end_of_data_,
                           made + 1,
@@ -218,46 +220,55 @@ bool Layout::polygons_are_sayable() const
     return true;
 }
 
+bool Layout::has_surfaces(const PolygonBlock& block) const
+{
+    return std::any_of(block.runs.begin(), block.runs.end(), [this](std::uint32_t number) {
+        for (std::uint32_t p = runs_[number].begin; p < runs_[number].end; ++p)
+            if (layer_.polygons.surface(p) != mesh::no_tag)
+                return true;
+        return false;
+    });
+}
+
+bool Layout::has_tags(const PolygonBlock& block, const mesh::TagColumn& tags) const
+{
+    return std::any_of(block.runs.begin(), block.runs.end(), [&](std::uint32_t number) {
+        return tags.any_in(runs_[number].begin, runs_[number].end);
+    });
+}
+
 void Layout::complete_tags()
 {
     const mesh::Polygons& polygons = layer_.polygons;
-    std::vector<mesh::FourCC> kinds = polygons.other_tag_kinds();
-    kinds.insert(kinds.begin(), mesh::tag_surf);
 
     // where further tags of a block go, and which kinds it has
     std::vector<std::ptrdiff_t> place(polygons_.size(), end_of_data_);
-    std::vector<std::vector<mesh::FourCC>> present(polygons_.size());
+    std::unordered_set<std::uint64_t> present;
     for (std::size_t i = 0; i < steps_.size(); ++i) {
         const Step& step = steps_[i];
         const bool tags = step.role == ChunkRole::polygon_tags && step.polygons != no_block;
         if (tags)
-            present[step.polygons].push_back(step.kind);
+            present.insert(pair_key(step.polygons, step.kind));
         if (tags || step.role == ChunkRole::polygons)
             place[step.polygons] = static_cast<std::ptrdiff_t>(i);
     }
     for (std::uint32_t block = 0; block < polygons_.size(); ++block) {
         const PolygonBlock& own = polygons_[block];
         const bool made = block >= file_ends_.size();
-        const auto is_tagged = [&](mesh::FourCC kind) {
-            for (const std::uint32_t number : own.runs)
-                for (std::uint32_t p = runs_[number].begin; p < runs_[number].end; ++p)
-                    if (polygons.tag(kind, p) != mesh::no_tag)
-                        return true;
-            return false;
+        const auto add = [&](mesh::FourCC kind) {
+            additions_.push_back({place[block],
+                                  made ? block + 1 : 0,
+                                  {.role = ChunkRole::polygon_tags,
+                                   .kind = kind,
+                                   .points = own.points,
+                                   .polygons = block}});
         };
-        for (const mesh::FourCC kind : kinds) {
-            const auto& has = present[block];
-            if (std::find(has.begin(), has.end(), kind) != has.end())
-                continue;
-            // readers expect surfaces behind all polygons
-            if ((made && kind == mesh::tag_surf) || is_tagged(kind))
-                additions_.push_back({place[block],
-                                      made ? block + 1 : 0,
-                                      {.role = ChunkRole::polygon_tags,
-                                       .kind = kind,
-                                       .points = own.points,
-                                       .polygons = block}});
-        }
+        // readers expect surfaces behind all polygons
+        if (!present.contains(pair_key(block, mesh::tag_surf)) && (made || has_surfaces(own)))
+            add(mesh::tag_surf);
+        for (const mesh::TagColumn& tags : polygons.other_tags())
+            if (!present.contains(pair_key(block, tags.kind())) && has_tags(own, tags))
+                add(tags.kind());
     }
 }
 
@@ -266,12 +277,42 @@ void Layout::complete_tags()
 void Layout::add_parameters(ChunkRole role, std::uint32_t map, std::ptrdiff_t after,
                             std::uint32_t order)
 {
-    const FileChunk* parameters = &usual_map_parameters;
-    const std::vector<FileChunk>& own = layer_.chunks;
-    for (std::size_t i = 1; i < own.size(); ++i)
-        if (own[i].role == role && own[i].map == map && own[i - 1].id == id_vmpa)
-            parameters = &own[i - 1];
-    additions_.push_back({after, order, {.role = ChunkRole::opaque, .chunk = parameters}});
+    if (!parameters_known_) {
+        parameters_known_ = true;
+        const std::vector<FileChunk>& own = layer_.chunks;
+        for (std::size_t i = 1; i < own.size(); ++i)
+            if (own[i - 1].id == id_vmpa)
+                parameters_[pair_key(static_cast<std::uint32_t>(own[i].role), own[i].map)] =
+                    &own[i - 1];
+    }
+    const auto own = parameters_.find(pair_key(static_cast<std::uint32_t>(role), map));
+    const FileChunk* const chunk = own != parameters_.end() ? own->second : &usual_map_parameters;
+    additions_.push_back({after, order, {.role = ChunkRole::opaque, .chunk = chunk}});
+}
+
+/// Calls `visit` for the blocks of points among which some have a value in the map, in order: in
+/// time for the values where there are more blocks than these.
+template <typename Visit>
+void Layout::for_each_block_with_values(const mesh::VertexMap& map, Visit visit) const
+{
+    if (points_.size() <= map.size()) {
+        for (std::uint32_t block = 0; block < points_.size(); ++block)
+            if (map.count_in(points_[block].begin, points_[block].end) != 0)
+                visit(block);
+        return;
+    }
+    std::uint32_t behind = 0; // the block behind the last one visited
+    map.for_each([&](std::uint32_t point, std::span<const float>) {
+        if (behind > 0 && point < points_[behind - 1].end)
+            return;
+        const auto found = std::upper_bound(
+            points_.begin() + behind, points_.end(), point,
+            [](std::uint32_t p, const PointBlock& block) { return p < block.end; });
+        if (found == points_.end() || point < found->begin)
+            return;
+        behind = size32(static_cast<std::size_t>(found - points_.begin())) + 1;
+        visit(behind - 1);
+    });
 }
 
 void Layout::complete_maps(bool map_parameters)
@@ -290,16 +331,14 @@ void Layout::complete_maps(bool map_parameters)
             place[step.points] = at;
     }
     for (std::uint32_t map = 0; map < layer_.maps.size(); ++map) {
-        for (std::uint32_t block = 0; block < points_.size(); ++block) {
-            const PointBlock& points = points_[block];
-            if (layer_.maps[map].count_in(points.begin, points.end) == 0 ||
-                present.contains(pair_key(map, block)))
-                continue;
+        for_each_block_with_values(layer_.maps[map], [&](std::uint32_t block) {
+            if (present.contains(pair_key(map, block)))
+                return;
             if (map_parameters)
                 add_parameters(ChunkRole::map, map, place[block], 0);
             additions_.push_back(
                 {place[block], 0, {.role = ChunkRole::map, .points = block, .map = map}});
-        }
+        });
     }
 }
 
@@ -318,7 +357,7 @@ bool Layout::complete_corner_values(bool map_parameters)
     }
     std::unordered_map<std::uint64_t, std::size_t> added;
     for (std::uint32_t map = 0; map < layer_.maps.size(); ++map) {
-        const mesh::CornerValues& corners = layer_.maps[map].corners;
+        const mesh::CornerValues& corners = layer_.maps[map].corners();
         for (std::uint32_t row = in_file[map]; row < corners.size(); ++row) {
             const std::uint32_t point = corners.points[row];
             if (point >= layer_.points.size() || corners.polygons[row] >= layer_.polygons.size())

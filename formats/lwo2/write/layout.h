@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "formats/lwo2/write/layer_part.h"
@@ -98,7 +100,11 @@ private:
     void extend(std::uint32_t block, std::uint32_t begin, std::uint32_t end);
     [[nodiscard]] std::uint32_t block_for(mesh::FourCC type);
     [[nodiscard]] bool polygons_are_sayable() const;
+    [[nodiscard]] bool has_surfaces(const PolygonBlock& block) const;
+    [[nodiscard]] bool has_tags(const PolygonBlock& block, const mesh::TagColumn& tags) const;
     void complete_tags();
+    template <typename Visit>
+    void for_each_block_with_values(const mesh::VertexMap& map, Visit visit) const;
     void complete_maps(bool map_parameters);
     void add_parameters(mesh::ChunkRole role, std::uint32_t map, std::ptrdiff_t after,
                         std::uint32_t order);
@@ -115,7 +121,11 @@ private:
     std::vector<PolygonBlock> polygons_;
     std::vector<PolygonRun> runs_;
     std::vector<std::uint32_t>
-        file_ends_;                   ///< for each of the file's blocks, the end of its polygons
+        file_ends_; ///< for each of the file's blocks, the end of its polygons
+    std::unordered_set<std::uint64_t> joined_; ///< roles and maps that stand for several blocks
+    std::unordered_map<mesh::FourCC, std::uint32_t> last_blocks_;          ///< by type
+    std::unordered_map<std::uint64_t, const mesh::FileChunk*> parameters_; ///< by role and map
+    bool parameters_known_ = false;
     std::ptrdiff_t end_of_data_ = -1; ///< number of the last step with data of the layer
     bool grown_ = false;
 };

@@ -14,7 +14,6 @@ namespace formats::lwo2 {
 
 namespace {
 
-constexpr std::size_t tag_limit = 65536;
 constexpr std::uint64_t size_limit = 0xFFFFFFFF;
 
 template <typename... Values>
@@ -74,10 +73,24 @@ void check_points(const mesh::Layer& layer, const std::string& title)
         refuse(title, "the pivot lies beyond the range of LWO2's single precision; move it");
 }
 
+void check_kinds(std::size_t count, std::size_t most, const char* what, const std::string& title)
+{
+    if (count > most)
+        refuse(title,
+               "{} {} are more than the {} that a layer can hold; use fewer, or several layers",
+               count, what, most);
+}
+
 void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::string& title)
 {
     const mesh::Polygons& polygons = layer.polygons;
-    const auto kinds = polygons.other_tag_kinds();
+    check_kinds(polygons.types().size(), polygon_type_limit, "types of polygons", title);
+    check_kinds(polygons.other_tags().size(), tag_kind_limit, "kinds of polygon tags", title);
+    const auto check_tag = [&](std::size_t polygon, mesh::TagIndex tag) {
+        if (tag != mesh::no_tag && tag >= tag_count)
+            refuse(title, "polygon {} has a tag that is not in the list ({} tags); give it another",
+                   polygon, tag_count);
+    };
     for (std::size_t p = 0; p < polygons.size(); ++p) {
         const auto points = polygons.points(p);
         const bool curve = polygons.type(p) == mesh::polygon_curv;
@@ -93,16 +106,10 @@ void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::
         if (bad_point != points.end())
             refuse(title, "polygon {} names point {} of {}; remove it", p, *bad_point,
                    layer.points.size());
-        const auto is_bad = [&](mesh::TagIndex tag) {
-            return tag != mesh::no_tag && tag >= tag_count;
-        };
-        bool bad = is_bad(polygons.surface(p));
-        for (const mesh::FourCC kind : kinds)
-            bad = bad || is_bad(polygons.tag(kind, p));
-        if (bad)
-            refuse(title, "polygon {} has a tag that is not in the list ({} tags); give it another",
-                   p, tag_count);
+        check_tag(p, polygons.surface(p));
     }
+    for (const mesh::TagColumn& tags : polygons.other_tags())
+        tags.for_each_in(0, polygons.size(), check_tag);
 }
 
 void check_layer(const mesh::Layer& layer, std::size_t tag_count, const std::string& title)

@@ -87,9 +87,10 @@ std::string map_difference(const mesh::VertexMap& a, const mesh::VertexMap& b)
     if (a.values().size() != b.values().size() ||
         !same_bytes(a.values().data(), b.values().data(), a.values().size()))
         return "values";
-    if (!same(a.corners.polygons, b.corners.polygons) || !same(a.corners.points, b.corners.points))
+    if (!same(a.corners().polygons, b.corners().polygons) ||
+        !same(a.corners().points, b.corners().points))
         return "corners";
-    if (!same(a.corners.values, b.corners.values))
+    if (!same(a.corners().values, b.corners().values))
         return "corner values";
     return {};
 }
