@@ -57,15 +57,30 @@ void Modeler::replace(mesh::Document document, std::vector<LayerRole> roles)
     redo_.clear();
     document_ = std::move(document);
     roles_ = std::move(roles);
+    begin_state();
 }
 
 mesh::Document Modeler::release()
 {
     check_idle(document_);
+    mesh::Document document = std::exchange(document_, mesh::Document());
     undo_.clear();
     redo_.clear();
     roles_.clear();
-    return std::exchange(document_, mesh::Document());
+    begin_state();
+    return document;
+}
+
+void Modeler::append(const std::vector<LayerRole>& roles,
+                     const std::function<void(mesh::Document&)>& append_layers)
+{
+    check_idle(document_);
+    roles_.reserve(roles_.size() + roles.size());
+    append_layers(document_);
+    roles_.insert(roles_.end(), roles.begin(), roles.end());
+    undo_.clear();
+    redo_.clear();
+    begin_state();
 }
 
 void Modeler::set_role(std::size_t layer, LayerRole role)
@@ -77,7 +92,9 @@ void Modeler::set_role(std::size_t layer, LayerRole role)
 void Modeler::select(std::size_t layer, std::size_t polygon, bool on)
 {
     check_idle(document_);
-    mesh::Polygons& polygons = document_.layers.at(layer).polygons;
+    if (layer >= document_.layers.size())
+        throw std::out_of_range(fmt::format("there is no layer {}", layer));
+    mesh::Polygons& polygons = document_.layers[layer].polygons;
     if (polygon >= polygons.size())
         throw std::out_of_range(fmt::format("there is no polygon {} in layer {}", polygon, layer));
     polygons.select(polygon, on);
@@ -93,21 +110,26 @@ bool Modeler::enabled(const Server& server) const
     return false;
 }
 
-RunResult Modeler::run(Module& module, std::string_view server, FrontEnd& front_end)
+RunResult Modeler::run(Module& module, std::string_view server, FrontEnd& front_end,
+                       const RunOptions& options)
 {
     ActivateFunc* const activate = module.loaded_->activation(mesh_edit_class, server);
     if (activate == nullptr)
         throw no_server(module, server);
     try {
-        Activation activation(document_, roles_, front_end, module.file());
+        Activation activation(document_, roles_, front_end, module.file(), options);
         activation.call(activate);
         activation.rethrow();
         RunResult result = activation.take_result();
         undo_.reserve(undo_.size() + activation.finished_edits());
+        roles_.reserve(document_.layers.size());
         if (result.applied)
             redo_.clear();
-        for (UndoStep& step : activation.accept())
-            undo_.push_back(std::move(step));
+        for (UndoStep& step : activation.accept()) {
+            undo_.push_back({std::move(step), state_});
+            begin_state();
+        }
+        fit_roles();
         return result;
     } catch (const std::bad_alloc&) {
         throw ModuleError(module.file(), "run", "the host ran out of memory; nothing was changed");
@@ -120,8 +142,10 @@ void Modeler::undo()
     if (undo_.empty())
         throw std::logic_error("there is no edit to take back");
     redo_.reserve(redo_.size() + 1);
-    redo_.emplace_back(document_, undo_.back());
-    undo_.back().take_back(document_);
+    redo_.push_back({RedoStep(document_, undo_.back().step), state_});
+    undo_.back().step.take_back(document_);
+    fit_roles();
+    state_ = undo_.back().state;
     undo_.pop_back();
 }
 
@@ -131,8 +155,11 @@ void Modeler::redo()
     if (redo_.empty())
         throw std::logic_error("there is no edit to make again");
     undo_.reserve(undo_.size() + 1);
-    redo_.back().apply(document_);
-    undo_.push_back(redo_.back().take_undo());
+    roles_.reserve(redo_.back().step.undo().layers());
+    redo_.back().step.apply(document_);
+    fit_roles();
+    undo_.push_back({redo_.back().step.take_undo(), state_});
+    state_ = redo_.back().state;
     redo_.pop_back();
 }
 

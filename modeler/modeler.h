@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,15 +36,37 @@ struct WrittenMap {
     friend bool operator==(const WrittenMap&, const WrittenMap&) = default;
 };
 
+/// How a command left an edit.
+enum class EditEnd {
+    never_begun, ///< it began none
+    left_open,   ///< it did not finish it
+    with_error,  ///< it finished it with an error code, and so gave it up
+    finished     ///< it finished it without an error, changed or not
+};
+
 /// What came of one run of a command.
 struct RunResult {
-    int code = 0;         ///< what the command returned; 0: nothing went wrong
+    int code = 0;                             ///< what the command returned; 0: nothing went wrong
+    EditEnd last_edit = EditEnd::never_begun; ///< how the last edit ended
+    int edit_error = 0;                       ///< error code that the last edit was finished with
     bool applied = false; ///< the document was changed (one undo step for each edit)
     std::size_t points_added = 0;
     std::size_t polygons_added = 0;
     std::vector<WrittenMap> maps_written; ///< in order of first writing
     std::vector<Message> errors;          ///< error boxes that the command showed, in order
     bool panel_cancelled = false;         ///< the user closed a panel with Cancel
+};
+
+/// How a command is run.
+struct RunOptions {
+    /// Name of a layer to be made for what the command adds; empty: it goes into the first
+    /// foreground layer. The layer stands behind the others, is in the foreground during the run
+    /// and `shown` afterwards, and comes and goes with undo and redo. A run that adds nothing makes
+    /// none.
+    std::string own_layer;
+    /// Asked when the command first adds something, and so after its panel was answered: whether
+    /// that layer is wanted. None: it is. Must not throw.
+    std::function<bool()> wants_own_layer = {};
 };
 
 /// The class of servers that a Modeler runs.
@@ -70,6 +94,17 @@ public:
     /// Takes the document out; what remains is an empty session.
     [[nodiscard]] mesh::Document release();
 
+    /// Lets `append_layers` add layers behind those of the document, as many as there are roles for
+    /// them, and forgets all undo. Whatever `append_layers` throws comes out of here, and must
+    /// leave the document as it was; then undo and roles are as they were, too.
+    /// @throws std::bad_alloc
+    void append(const std::vector<LayerRole>& roles,
+                const std::function<void(mesh::Document&)>& append_layers);
+
+    /// Number of the present state of the document, from 0. Every change of it besides roles and
+    /// selection has a new number; undo and redo come back to numbers that were there.
+    [[nodiscard]] std::uint64_t state() const noexcept { return state_; }
+
     /// Changes the role of the layer at this position. Not an undo step.
     /// @throws std::out_of_range when there is no such layer.
     void set_role(std::size_t layer, LayerRole role);
@@ -91,13 +126,15 @@ public:
     /// edit; when a command is already running on this thread. What `front_end` threw, allocation
     /// failure aside, comes out as it is. After every exception the document is as it was before
     /// the run.
-    RunResult run(Module& module, std::string_view server, FrontEnd& front_end);
+    RunResult run(Module& module, std::string_view server, FrontEnd& front_end,
+                  const RunOptions& options = {});
 
     /// Number of edits that can be undone.
     [[nodiscard]] std::size_t undo_steps() const noexcept { return undo_.size(); }
     [[nodiscard]] bool can_undo() const noexcept { return !undo_.empty(); }
 
-    /// Takes the last edit back: the mesh is then exactly as it was before.
+    /// Takes the last edit back: the mesh is then exactly as it was before. A layer that was made
+    /// for the edit goes with its role.
     /// Out of memory for what `redo` needs, nothing is changed.
     /// @throws std::logic_error when there is nothing to undo; std::bad_alloc
     void undo();
@@ -108,15 +145,32 @@ public:
     [[nodiscard]] bool can_redo() const noexcept { return !redo_.empty(); }
 
     /// Makes the edit that was taken back last again: the mesh is then exactly as it was before the
-    /// undo. Out of memory, nothing is changed.
+    /// undo, and a layer that was made for the edit is `shown`. Out of memory, nothing is changed.
     /// @throws std::logic_error when there is nothing to redo; std::bad_alloc
     void redo();
 
 private:
+    /// A step, and the state that it leads to.
+    struct Undo {
+        UndoStep step;
+        std::uint64_t state = 0;
+    };
+    struct Redo {
+        RedoStep step;
+        std::uint64_t state = 0;
+    };
+
+    void begin_state() noexcept { state_ = ++last_state_; }
+    /// Gives layers that an edit brought their role, and forgets those of layers that went with
+    /// one. Asks for no memory where there is room for one more role.
+    void fit_roles() { roles_.resize(document_.layers.size(), LayerRole::shown); }
+
     mesh::Document document_;
     std::vector<LayerRole> roles_;
-    std::vector<UndoStep> undo_;
-    std::vector<RedoStep> redo_;
+    std::vector<Undo> undo_;
+    std::vector<Redo> redo_;
+    std::uint64_t state_ = 0;
+    std::uint64_t last_state_ = 0;
 };
 
 } // namespace modeler

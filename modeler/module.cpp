@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "modeler/errors.h"
+#include "modeler/module_call.h"
 #include "modeler/module_loaded.h"
 
 namespace modeler {
@@ -103,6 +104,7 @@ bool ends_list(const ServerRecord& record)
 void* started(const std::filesystem::path& file, const ModuleDescriptor& descriptor)
 {
     void* token = nullptr;
+    const ModuleCall call(file, "startup");
     try {
         token = descriptor.startup();
     } catch (const std::exception& problem) {
@@ -115,34 +117,70 @@ void* started(const std::filesystem::path& file, const ModuleDescriptor& descrip
     return token;
 }
 
+/// dlopen without the promise that it throws nothing: constructors of the module may throw. Read
+/// each time, so that the compiler does not find the promise again.
+void* (*volatile const open_library)(const char* file, int mode) = &dlopen;
+
+/// Runs the module's constructors. An exception of theirs ends the program: on its way through the
+/// dynamic loader it would leave the loader locked and in the middle of its work.
+void* open_with_constructors(const char* file) noexcept
+{
+    return open_library(file, RTLD_NOW | RTLD_LOCAL);
+}
+
+/// A handle of the dynamic loader; null when the file cannot be loaded.
+void* open_file(const std::filesystem::path& file)
+{
+    // A name without a folder would be searched for in the system's library folders.
+    const std::filesystem::path with_folder = std::filesystem::absolute(file);
+    // Outside of the function that ends the program: clang unwinds that one before it ends.
+    const ModuleCall call(file, "loading");
+    return open_with_constructors(with_folder.c_str());
+}
+
 } // namespace
 
 Module::Loaded::~Loaded()
 {
     if (token != nullptr) {
+        const ModuleCall call(file, "shutdown");
         try {
             descriptor->shutdown(token);
         } catch (...) {
             // The module is going away and nobody is left to be told.
         }
     }
-    if (handle != nullptr)
+    if (handle != nullptr) {
+        const ModuleCall call(file, "unloading"); // runs the module's destructors
         dlclose(handle);
+    }
+}
+
+bool Module::Loaded::add(Server server, ActivateFunc* activate)
+{
+    if (!positions_.emplace(Key(server.class_name, server.name), servers.size()).second)
+        return false;
+    servers.push_back(std::move(server));
+    activations.push_back(activate);
+    return true;
+}
+
+std::size_t Module::Loaded::find(std::string_view class_name, std::string_view name) const
+{
+    const auto found = positions_.find(std::pair(class_name, name));
+    return found != positions_.end() ? found->second : servers.size();
 }
 
 ActivateFunc* Module::Loaded::activation(std::string_view class_name, std::string_view name) const
 {
-    for (std::size_t i = 0; i < servers.size(); ++i)
-        if (servers[i].class_name == class_name && servers[i].name == name)
-            return activations[i];
-    return nullptr;
+    const std::size_t position = find(class_name, name);
+    return position < servers.size() ? activations[position] : nullptr;
 }
 
 Module Module::load(const std::filesystem::path& file)
 {
     auto loaded = std::make_unique<Loaded>(file);
-    // A name without a folder would be searched for in the system's library folders.
-    loaded->handle = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    loaded->handle = open_file(file);
     if (loaded->handle == nullptr)
         throw ModuleError(file, "open", fmt::format("cannot be loaded: {}", loader_message()));
 
@@ -156,12 +194,10 @@ Module Module::load(const std::filesystem::path& file)
 
     for (const ServerRecord* record = descriptor->servers; !ends_list(*record); ++record) {
         Server server = read_server(file, loaded->servers.size() + 1, *record);
-        if (loaded->activation(server.class_name, server.name) != nullptr)
+        if (!loaded->add(std::move(server), record->activate))
             throw ModuleError(file, "server list",
                               fmt::format("the server '{}' of class '{}' is there twice",
-                                          server.name, server.class_name));
-        loaded->servers.push_back(std::move(server));
-        loaded->activations.push_back(record->activate);
+                                          record->name, record->class_name));
     }
     if (loaded->servers.empty())
         throw ModuleError(file, "server list", "is empty; the module has no command");
@@ -181,10 +217,8 @@ const std::vector<Server>& Module::servers() const noexcept { return loaded_->se
 
 const Server* Module::find(std::string_view class_name, std::string_view name) const
 {
-    for (const Server& server : loaded_->servers)
-        if (server.class_name == class_name && server.name == name)
-            return &server;
-    return nullptr;
+    const std::size_t position = loaded_->find(class_name, name);
+    return position < loaded_->servers.size() ? &loaded_->servers[position] : nullptr;
 }
 
 } // namespace modeler

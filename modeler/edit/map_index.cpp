@@ -12,7 +12,7 @@ namespace modeler {
 namespace {
 
 /// Floats that a caller holds ready for a value of the type; 0 where the type does not say.
-std::size_t usual_dimension(mesh::FourCC type) noexcept
+std::uint32_t usual_dimension(mesh::FourCC type) noexcept
 {
     switch (type) {
     case LWVMAP_WGHT:
@@ -61,30 +61,24 @@ NamedMap& MapIndex::find_anew(mesh::FourCC type, const char* name)
 
 void MapIndex::remember(const Slot& slot)
 {
-    constexpr std::size_t most_slots = 4096; // past that a later text takes the place of another
-    Slot& there = lasting_[place(slot.type, slot.text) & mask_];
-    if (there.text == nullptr || lasting_.size() >= most_slots) {
-        there = slot;
-        return;
-    }
-    for (std::size_t size = lasting_.size() * 2;; size *= 2) {
-        std::vector<Slot> table(size);
-        bool apart = true;
-        const auto put = [&](const Slot& known) {
-            Slot& taken = table[place(known.type, known.text) % size];
-            apart = apart && taken.text == nullptr;
-            taken = known;
-        };
-        for (const Slot& known : lasting_)
+    if ((lasting_count_ + 1) * 2 > lasting_.size()) {
+        const std::vector<Slot> before =
+            std::exchange(lasting_, std::vector<Slot>(lasting_.size() * 2));
+        mask_ = lasting_.size() - 1;
+        for (const Slot& known : before)
             if (known.text != nullptr)
                 put(known);
-        put(slot);
-        if (apart || size >= most_slots) {
-            lasting_ = std::move(table);
-            mask_ = size - 1;
-            return;
-        }
     }
+    put(slot);
+    ++lasting_count_;
+}
+
+void MapIndex::put(const Slot& slot) noexcept
+{
+    std::size_t i = place(slot.type, slot.text) & mask_;
+    while (lasting_[i].text != nullptr)
+        i = (i + 1) & mask_;
+    lasting_[i] = slot;
 }
 
 NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
@@ -92,13 +86,11 @@ NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
     const auto known = by_name_.find(Key{type, name});
     if (known != by_name_.end())
         return *known->second;
-    maps_.push_back({type,
-                     std::string(name),
-                     static_cast<std::uint32_t>(maps_.size()),
-                     usual_dimension(type),
-                     false,
-                     nullptr,
-                     {}});
+    maps_.push_back({.number = static_cast<std::uint32_t>(maps_.size()),
+                     .usual = usual_dimension(type),
+                     .places = {},
+                     .type = type,
+                     .name = std::string(name)});
     by_name_.emplace(Key{type, maps_.back().name}, &maps_.back());
     return maps_.back();
 }

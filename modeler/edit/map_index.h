@@ -38,8 +38,13 @@ public:
     /// The same record, where a lasting text led to it before; otherwise null.
     [[nodiscard]] NamedMap* known(mesh::FourCC type, const char* name) const noexcept
     {
-        const Slot& slot = lasting_[place(type, name) & mask_];
-        return slot.text == name && slot.type == type ? slot.map : nullptr;
+        for (std::size_t i = place(type, name) & mask_;; i = (i + 1) & mask_) {
+            const Slot& slot = lasting_[i];
+            if (slot.text == name && slot.type == type)
+                return slot.map;
+            if (slot.text == nullptr)
+                return nullptr;
+        }
     }
 
     /// The record of this number, or null.
@@ -72,17 +77,19 @@ private:
     }
     [[nodiscard]] NamedMap& find_anew(mesh::FourCC type, const char* name);
     [[nodiscard]] NamedMap& look_up(mesh::FourCC type, std::string_view name);
-    /// Notes where a lasting text led to.
+    /// Notes where a lasting text led to, one that is not noted so far.
     void remember(const Slot& slot);
+    void put(const Slot& slot) noexcept;
 
     const LastingTexts& texts_;
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
 
-    // By the address of the text: a table of the lasting ones, so large that hardly two of them
-    // share a place, and the last answer for each of the others that may come again.
+    // By the address of the text: a table of the lasting ones, each at its place or at the next
+    // that was free, and the last answer for each of the others that may come again.
     std::vector<Slot> lasting_;
-    std::size_t mask_; ///< the size of that table, a power of two, less one
+    std::size_t mask_;              ///< the size of that table, a power of two, less one
+    std::size_t lasting_count_ = 0; ///< slots that are taken, at most half of them
     std::array<Slot, 64> passing_{};
 };
 

@@ -17,24 +17,35 @@ int clamped(std::size_t count) noexcept
     return static_cast<int>(std::min(count, most));
 }
 
+/// Whether the type can be named in a file: four printable characters.
+bool is_printable(LWID type) noexcept
+{
+    for (int shift = 0; shift < 32; shift += 8) {
+        const unsigned character = (type >> shift) & 0xFFu;
+        if (character < 0x20 || character > 0x7E)
+            return false;
+    }
+    return true;
+}
+
 /// Floats of the longest of the types whose length is known.
 constexpr std::size_t longest_usual_value = 3;
 
 bool valid_mode(int mode) noexcept { return mode == OPCOUNT_ALL || mode == OPCOUNT_SELECTED; }
 
-std::uint32_t first_foreground(const std::vector<LayerRole>& roles)
+bool is_empty(const mesh::Layer& layer) noexcept
 {
-    const auto found = std::find(roles.begin(), roles.end(), LayerRole::foreground);
-    return static_cast<std::uint32_t>(found - roles.begin());
+    return layer.points.size() == 0 && layer.polygons.size() == 0 && layer.maps.empty();
 }
 
 } // namespace
 
-MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles,
+MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, Target target,
                    const LastingTexts& texts)
-    : document_(document), scope_(document, roles), mark_(document), maps_(document, scope_, texts),
-      target_(first_foreground(roles)), target_ids_(target_),
-      target_layer_(&document.layers[target_]), seen_(document.layers.size()), info_ids_(target_),
+    : document_(document), scope_(document, roles), mark_(document, target.is_new ? 1 : 0),
+      maps_(document, scope_, texts), target_(target.layer), target_ids_(target_),
+      target_layer_(&document.layers[target_]), seen_(document.layers.size()),
+      otherwise_(target.otherwise), is_wanted_(target.is_wanted), info_ids_(target_),
       info_layer_(target_layer_), point_value_(longest_usual_value)
 {
     for (const std::uint32_t i : scope_.layers(OPLYR_FG | OPLYR_BG)) {
@@ -258,6 +269,7 @@ LWPntID MeshEdit::add_point_anyhow(const double* position)
 {
     if (position == nullptr || failed_in_ != nullptr)
         return nullptr;
+    settle_target();
     mesh::Buffer<mesh::Vec3>& points = target_layer_->points;
     const std::size_t index = points.size();
     try {
@@ -280,6 +292,14 @@ LWPolID MeshEdit::add_any_polygon(LWID type, LWPolID pattern, const char* surfac
     const mesh::Layer* const like_layer = polygon_holder(like);
     if (pattern != nullptr && like_layer == nullptr)
         return nullptr;
+    // A type that a file brought may be copied, whatever it is.
+    if (!is_printable(type) &&
+        (like_layer == nullptr || like_layer->polygons.type(like.index) != type)) {
+        refused_type_ = type;
+        fail("addPoly");
+        return nullptr;
+    }
+    settle_target();
     const auto corners = static_cast<std::size_t>(count);
     mesh::Polygons& polygons = target_layer_->polygons;
     const std::size_t added = polygons.size();
@@ -314,6 +334,12 @@ std::optional<UndoStep> MeshEdit::keep()
     if (failed_in_ != nullptr || !mark_.changed(document_)) {
         drop();
         return std::nullopt;
+    }
+    if (mark_.layers() > mark_.old_layers() && is_empty(document_.layers.back())) {
+        target_ = otherwise_; // the new layer was not wanted, or not needed
+        target_layer_ = &document_.layers[target_];
+        document_.layers.pop_back();
+        mark_.forget_new_layers();
     }
     open_ = false;
     return std::move(mark_);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <limits>
 #include <new>
 #include <optional>
@@ -25,16 +26,26 @@
 namespace modeler {
 
 /// One edit on a document: what it holds is read as it was when the edit began, and what is added
-/// goes behind that, into the first foreground layer, until the edit is kept or dropped.
+/// goes behind that, into one foreground layer, until the edit is kept or dropped.
 ///
 /// The operations are those of MeshEditOp, with its arguments and results; each checks what it is
 /// given. Memory that ends is not thrown on: the operation gives its null or code, the edit has
 /// failed from then on and adds nothing more, and `keep` refuses it.
 class MeshEdit {
 public:
-    /// Roles: one for each layer, at least one of them foreground. `texts`: those of the caller
-    /// that last as long as the edit. Document and texts must outlive it.
-    MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles,
+    /// Where an edit adds points and polygons.
+    struct Target {
+        std::uint32_t layer = 0; ///< position of a foreground layer
+        bool is_new = false;     ///< it is the last one, and goes when it is still empty in the end
+        /// Of a new layer: the foreground layer to add to in its place where it is not wanted, and
+        /// who says so when something is first added. None: it is wanted.
+        std::uint32_t otherwise = 0;
+        const std::function<bool()>* is_wanted = nullptr;
+    };
+
+    /// Roles: one for each layer. `texts`: those of the caller that last as long as the edit.
+    /// Document and texts must outlive it.
+    MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, Target target,
              const LastingTexts& texts);
     MeshEdit(const MeshEdit&) = delete;
     MeshEdit& operator=(const MeshEdit&) = delete;
@@ -133,6 +144,10 @@ public:
     /// Name of the operation in which memory, or room in the layer, ended; null: none.
     [[nodiscard]] const char* failed_in() const noexcept { return failed_in_; }
 
+    /// Type of polygons that `add_polygon` refused as one that no file can hold: not of four
+    /// printable characters, and not copied from a polygon that has it. The edit has failed then.
+    [[nodiscard]] std::optional<LWID> refused_type() const noexcept { return refused_type_; }
+
     /// What was there when the edit began.
     [[nodiscard]] const UndoStep& mark() const noexcept { return mark_; }
     /// Position of the layer to which points and polygons are added.
@@ -166,6 +181,19 @@ private:
         const mesh::Layer* const layer =
             polygon.layer < seen_.size() ? seen_[polygon.layer] : nullptr;
         return layer != nullptr && polygon.index < layer->polygons.size() ? layer : nullptr;
+    }
+    /// Finds out, before the first is added, which layer is to be added to. Nothing is added in any
+    /// other than the ways that fit every case before that: a new layer has neither room nor maps.
+    void settle_target()
+    {
+        if (is_wanted_ == nullptr)
+            return;
+        const bool wanted = (*std::exchange(is_wanted_, nullptr))();
+        if (wanted)
+            return;
+        target_ = otherwise_;
+        target_ids_ = LayerIds(target_);
+        target_layer_ = &document_.layers[target_];
     }
     // The ways that fit every case.
     const EDPointInfo* point_info_elsewhere(LWPntID id);
@@ -215,9 +243,12 @@ private:
     std::uint32_t target_;
     LayerIds target_ids_;
     mesh::Layer* target_layer_; ///< the same layer; an edit neither adds nor moves layers
-    std::vector<const mesh::Layer*> seen_; ///< by position; null: hidden from the edit
+    std::vector<const mesh::Layer*> seen_;   ///< by position; null: hidden from the edit
+    std::uint32_t otherwise_;                ///< the target where the new layer is not wanted
+    const std::function<bool()>* is_wanted_; ///< null: it is settled
     bool open_ = true;
     const char* failed_in_ = nullptr;
+    std::optional<LWID> refused_type_;
 
     NamedMap* selected_ = nullptr; ///< map of `point_info` and `map_value`
     std::vector<std::pair<std::uint32_t, std::uint32_t>> written_;

@@ -14,7 +14,7 @@ bool before(const NamedMap::Place& place, std::uint32_t layer) noexcept
 
 } // namespace
 
-const NamedMap::Place* NamedMap::in_layer(std::uint32_t layer) const noexcept
+const NamedMap::Place* NamedMap::in_layer_between(std::uint32_t layer) const noexcept
 {
     const auto found = std::lower_bound(places.begin(), places.end(), layer, before);
     return found != places.end() && found->layer == layer ? &*found : nullptr;
@@ -23,6 +23,8 @@ const NamedMap::Place* NamedMap::in_layer(std::uint32_t layer) const noexcept
 void NamedMap::add(const Place& place)
 {
     places.insert(std::lower_bound(places.begin(), places.end(), place.layer, before), place);
+    first_layer = places.front().layer;
+    last_layer = places.back().layer;
 }
 
 const mesh::VertexMap& NamedMap::nothing()

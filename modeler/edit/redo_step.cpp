@@ -7,6 +7,8 @@ namespace modeler {
 
 RedoStep::RedoStep(const mesh::Document& document, UndoStep undo) : undo_(std::move(undo))
 {
+    for (std::size_t i = undo_.old_layers(); i < undo_.layers(); ++i)
+        new_layers_.push_back({document.layers[i].name, document.layers[i].number});
     tails_.reserve(undo_.layers());
     for (std::size_t i = 0; i < undo_.layers(); ++i)
         tails_.push_back(tail_of(document, i));
@@ -86,6 +88,11 @@ void RedoStep::apply(mesh::Document& document) const
     try {
         for (const std::string& text : texts_)
             document.tags.append(text);
+        for (const NewLayer& layer : new_layers_) {
+            mesh::Layer& added = document.layers.emplace_back();
+            added.name = layer.name;
+            added.number = layer.number;
+        }
         for (std::size_t i = 0; i < tails_.size(); ++i)
             add_to(document.layers[i], tails_[i]);
         for (const NewValue& value : values_) {

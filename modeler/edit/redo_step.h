@@ -51,6 +51,11 @@ private:
         std::vector<MapTail> old_maps; ///< for each map that was there: values of new points
         std::vector<mesh::VertexMap> new_maps;
     };
+    /// A layer that came with the step, without what is in it.
+    struct NewLayer {
+        std::string name;
+        std::uint16_t number = 0;
+    };
     /// The newer value of an old point.
     struct NewValue {
         std::size_t layer = 0;
@@ -64,6 +69,7 @@ private:
     void add_to(mesh::Layer& layer, const LayerTail& tail) const;
 
     UndoStep undo_;
+    std::vector<NewLayer> new_layers_;
     std::vector<LayerTail> tails_;
     std::vector<NewValue> values_;
     std::vector<std::string> texts_; ///< new tags

@@ -18,7 +18,7 @@ bool any_selected(const mesh::Polygons& polygons) noexcept
 Scope::Scope(const mesh::Document& document, const std::vector<LayerRole>& roles) : roles_(roles)
 {
     for (std::uint32_t i = 0; i < roles.size(); ++i) {
-        if (roles[i] == LayerRole::hidden)
+        if (!takes_part(roles[i]))
             continue;
         const bool in_front = roles[i] == LayerRole::foreground;
         layers_[in_front ? 0 : 1].push_back(i);

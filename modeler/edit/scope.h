@@ -25,10 +25,10 @@ public:
         return selector >= 1 && selector <= 3;
     }
 
-    /// Whether an edit sees the layer: it is there and not hidden.
+    /// Whether an edit sees the layer: it is there and takes part.
     [[nodiscard]] bool sees(std::uint32_t layer) const noexcept
     {
-        return layer < roles_.size() && roles_[layer] != LayerRole::hidden;
+        return layer < roles_.size() && takes_part(roles_[layer]);
     }
 
     /// Whether the layer counts as selected as a whole, because nothing is selected in all the

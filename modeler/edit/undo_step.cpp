@@ -5,7 +5,8 @@
 
 namespace modeler {
 
-UndoStep::UndoStep(const mesh::Document& document) : tags_(document.tags.size())
+UndoStep::UndoStep(const mesh::Document& document, std::size_t new_layers)
+    : old_layers_(document.layers.size() - new_layers), tags_(document.tags.size())
 {
     layers_.reserve(document.layers.size());
     for (const mesh::Layer& layer : document.layers)
@@ -39,12 +40,13 @@ bool UndoStep::changed(const mesh::Document& document) const
 
 void UndoStep::take_back(mesh::Document& document) const
 {
-    for (std::size_t i = 0; i < layers_.size(); ++i) {
+    while (document.layers.size() > old_layers_)
+        document.layers.pop_back();
+    for (std::size_t i = 0; i < old_layers_; ++i) {
         mesh::Layer& layer = document.layers[i];
         layer.polygons.truncate(layers_[i].polygons);
         layer.points.truncate(layers_[i].points);
-        layer.maps.erase(layer.maps.begin() + static_cast<std::ptrdiff_t>(layers_[i].maps),
-                         layer.maps.end());
+        layer.maps.truncate(layers_[i].maps);
         for (mesh::VertexMap& map : layer.maps)
             map.truncate(static_cast<std::uint32_t>(layers_[i].points));
     }

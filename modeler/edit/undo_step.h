@@ -13,8 +13,9 @@ namespace modeler {
 /// since. What was added lies behind the marks, so that taking it back is cutting it off.
 class UndoStep {
 public:
-    /// Marks the document as it is now.
-    explicit UndoStep(const mesh::Document& document);
+    /// Marks the document as it is now, but for its last `new_layers` layers, which are empty and
+    /// were added for what is to come: taking it back takes them away, too.
+    explicit UndoStep(const mesh::Document& document, std::size_t new_layers = 0);
 
     /// Number of points, polygons and maps of a layer when the mark was set.
     [[nodiscard]] std::size_t points(std::size_t layer) const { return layers_[layer].points; }
@@ -25,7 +26,12 @@ public:
     [[nodiscard]] std::size_t maps(std::size_t layer) const { return layers_[layer].maps; }
 
     [[nodiscard]] std::size_t layers() const noexcept { return layers_.size(); }
+    /// How many of them, the first ones, stay when the step is taken back.
+    [[nodiscard]] std::size_t old_layers() const noexcept { return old_layers_; }
     [[nodiscard]] std::size_t tags() const noexcept { return tags_; }
+
+    /// For new layers that went empty before the step came to its end.
+    void forget_new_layers() { layers_.resize(old_layers_); }
 
     /// Calls `visit(layer, map, point)` for each value that was kept, in the order of keeping.
     template <typename Visit> void for_each_kept(Visit visit) const
@@ -43,7 +49,7 @@ public:
     [[nodiscard]] bool changed(const mesh::Document& document) const;
 
     /// Brings the document back to what it was when the mark was set. Later steps must have been
-    /// taken back before.
+    /// taken back before. Does the same where new layers are not all there.
     void take_back(mesh::Document& document) const;
 
 private:
@@ -62,6 +68,7 @@ private:
     };
 
     std::vector<LayerMark> layers_;
+    std::size_t old_layers_;
     std::size_t tags_;
     std::vector<OldValue> old_;
     mesh::Buffer<float> old_values_;

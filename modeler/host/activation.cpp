@@ -2,12 +2,16 @@
 #include "modeler/host/activation.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <new>
+#include <optional>
 
 #include <fmt/format.h>
 
+#include "mesh/layer_numbers.h"
 #include "modeler/host/read_only_data.h"
 #include "modeler/host/services.h"
+#include "modeler/module_call.h"
 
 namespace modeler {
 
@@ -31,8 +35,10 @@ MeshEditOp* begin_edit_now(int point_buffer, int polygon_buffer, int selection_m
 } // namespace
 
 Activation::Activation(mesh::Document& document, const std::vector<LayerRole>& roles,
-                       FrontEnd& front_end, const std::filesystem::path& module_file)
-    : document_(document), roles_(roles), front_end_(front_end), module_file_(module_file)
+                       FrontEnd& front_end, const std::filesystem::path& module_file,
+                       const RunOptions& options)
+    : document_(document), roles_(roles), front_end_(front_end), module_file_(module_file),
+      options_(options), given_layers_(document.layers.size())
 {
     if (running != nullptr)
         throw ModuleError(module_file, "run", "a command is running already; let it end first");
@@ -56,6 +62,7 @@ void Activation::call(ActivateFunc* activate) noexcept
             texts_.add_read_only(memory); // the names that stand in the module's source
         // The descriptor of a class hands its functions over as a plain pointer.
         void* const local = reinterpret_cast<void*>(&begin_edit_now);
+        const ModuleCall call(module_file_, "run");
         result_.code = activate(mesh_edit_version, &look_up_service, local, nullptr);
     } catch (const std::bad_alloc&) {
         blame("run", "the command ran out of memory; nothing was changed");
@@ -65,8 +72,8 @@ void Activation::call(ActivateFunc* activate) noexcept
         blame("run", "the command failed with an exception of an unknown kind");
     }
     for (const auto& table : edits_)
-        if (const char* const operation = table->edit().failed_in())
-            blame_edit(operation);
+        if (table->edit().failed_in() != nullptr)
+            blame_edit(table->edit());
     if (open_edit() != nullptr)
         edits_.back()->end(false);
 }
@@ -86,17 +93,53 @@ const MeshEdit* Activation::open_edit() const noexcept
     return &edits_.back()->edit();
 }
 
+MeshEdit::Target Activation::edit_target()
+{
+    const auto first = std::find(roles_.begin(), roles_.end(), LayerRole::foreground);
+    const auto ground = static_cast<std::uint32_t>(first - roles_.begin());
+    if (options_.own_layer.empty())
+        return {ground, false};
+    if (document_.layers.size() > given_layers_) // of an edit that is kept
+        return {static_cast<std::uint32_t>(given_layers_), false};
+    roles_.resize(given_layers_); // the last edit may have been dropped, and its layer with it
+    roles_.reserve(given_layers_ + 1);
+    const std::optional<std::uint16_t> number = mesh::free_layer_number(document_);
+    if (!number)
+        throw ModuleError(module_file_, "run",
+                          "all layer numbers are taken, and there is none for a layer of the "
+                          "clones' own; join layers, or let the clones go into the ground's layer");
+    mesh::Layer layer;
+    layer.name = options_.own_layer;
+    layer.number = *number;
+    document_.layers.push_back(std::move(layer));
+    roles_.push_back(LayerRole::foreground);
+    return {static_cast<std::uint32_t>(given_layers_), true, ground,
+            options_.wants_own_layer ? &options_.wants_own_layer : nullptr};
+}
+
 MeshEditOp* Activation::begin_edit()
 {
     if (open_edit() != nullptr ||
         std::find(roles_.begin(), roles_.end(), LayerRole::foreground) == roles_.end())
         return nullptr;
-    edits_.push_back(std::make_unique<EditTable>(document_, roles_, texts_));
+    edits_.reserve(edits_.size() + 1);
+    const MeshEdit::Target target = edit_target();
+    try {
+        edits_.push_back(std::make_unique<EditTable>(document_, roles_, target, texts_));
+    } catch (...) {
+        if (target.is_new && document_.layers.size() > given_layers_)
+            document_.layers.pop_back();
+        throw;
+    }
+    result_.last_edit = EditEnd::left_open;
     return edits_.back()->operations();
 }
 
-void Activation::end_edit(bool keep)
+void Activation::end_edit(int error)
 {
+    const bool keep = error == EDERR_NONE;
+    result_.last_edit = keep ? EditEnd::finished : EditEnd::with_error;
+    result_.edit_error = error;
     if (keep)
         kept_.reserve(kept_.size() + 1);
     EditTable& table = *edits_.back();
@@ -116,21 +159,25 @@ void Activation::note_kept(const MeshEdit& edit, const UndoStep& step)
     for (const auto& [layer, number] : edit.written()) {
         const mesh::VertexMap& map = document_.layers[layer].maps[number];
         const bool created = number >= step.maps(layer);
-        const auto known = std::find_if(
-            result_.maps_written.begin(), result_.maps_written.end(), [&](const WrittenMap& other) {
-                return other.type == map.type() && other.name == map.name();
-            });
-        if (known == result_.maps_written.end())
+        if (written_.emplace(map.type(), map.name()).second)
             result_.maps_written.push_back({map.type(), map.name(), map.dimension(), created});
     }
 }
 
-void Activation::blame_edit(const char* operation) noexcept
+void Activation::blame_edit(const MeshEdit& edit) noexcept
 {
     (void)shield(0, [&] {
-        blame("mesh edit", fmt::format("{}: memory ended, or the layer cannot hold more (at most "
-                                       "4,294,967,295 points or corners); nothing was changed",
-                                       operation));
+        if (const auto type = edit.refused_type())
+            blame("mesh edit", fmt::format("{}: no file can hold polygons of the type {}: a type "
+                                           "is four printable characters, such as FACE; nothing "
+                                           "was changed",
+                                           edit.failed_in(), mesh::to_text(*type)));
+        else
+            blame("mesh edit",
+                  fmt::format("{}: memory ended, or the layer cannot hold more (at most "
+                              "4,294,967,295 points or corners, 65,536 types of polygons); nothing "
+                              "was changed",
+                              edit.failed_in()));
         return 0;
     });
 }

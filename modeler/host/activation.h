@@ -5,6 +5,8 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <set>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -29,9 +31,10 @@ namespace modeler {
 /// changed is taken back at the end unless `accept` was called.
 class Activation {
 public:
+    /// @param options  must live as long
     /// @throws ModuleError when a command is running on this thread already.
     Activation(mesh::Document& document, const std::vector<LayerRole>& roles, FrontEnd& front_end,
-               const std::filesystem::path& module_file);
+               const std::filesystem::path& module_file, const RunOptions& options);
     Activation(const Activation&) = delete;
     Activation& operator=(const Activation&) = delete;
     ~Activation();
@@ -66,8 +69,8 @@ public:
     [[nodiscard]] MeshEditOp* begin_edit();
     /// The edit that is open, or null.
     [[nodiscard]] const MeshEdit* open_edit() const noexcept;
-    /// Ends the open edit.
-    void end_edit(bool keep);
+    /// Ends the open edit: keeps it where the error code is EDERR_NONE, otherwise drops it.
+    void end_edit(int error);
 
     /// Keeps the first thing that went wrong; it is thrown when the command has ended.
     void hold(std::exception_ptr problem) noexcept;
@@ -89,15 +92,20 @@ public:
     }
 
 private:
-    void blame_edit(const char* operation) noexcept;
+    /// The layer that the next edit adds to; makes it, where it is one of the command's own.
+    [[nodiscard]] MeshEdit::Target edit_target();
+    void blame_edit(const MeshEdit& edit) noexcept;
     void note_kept(const MeshEdit& edit, const UndoStep& step);
 
     mesh::Document& document_;
-    const std::vector<LayerRole>& roles_;
+    std::vector<LayerRole> roles_;
     FrontEnd& front_end_;
     std::filesystem::path module_file_;
+    const RunOptions& options_;
+    std::size_t given_layers_; ///< layers that were there before the command
 
     RunResult result_;
+    std::set<std::pair<mesh::FourCC, std::string>> written_; ///< maps that the result lists
     std::exception_ptr held_;
     LastingTexts texts_;
     MapCatalog catalog_;

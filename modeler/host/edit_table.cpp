@@ -24,7 +24,7 @@ void done(void* state, int error, int) noexcept
         return;
     Activation* const activation = Activation::current();
     (void)activation->shield(0, [&] {
-        activation->end_edit(error == EDERR_NONE);
+        activation->end_edit(error);
         return 0;
     });
 }
@@ -92,8 +92,8 @@ LWPolID add_polygon(void* state, LWID type, LWPolID pattern, const char* surface
 } // namespace
 
 EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
-                     const LastingTexts& texts)
-    : edit_(document, roles, texts), operations_{}
+                     MeshEdit::Target target, const LastingTexts& texts)
+    : edit_(document, roles, target, texts), operations_{}
 {
     operations_.state = &edit_;
     operations_.done = &done;

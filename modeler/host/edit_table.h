@@ -14,7 +14,7 @@ namespace modeler {
 class EditTable {
 public:
     EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
-              const LastingTexts& texts);
+              MeshEdit::Target target, const LastingTexts& texts);
     EditTable(const EditTable&) = delete;
     EditTable& operator=(const EditTable&) = delete;
     ~EditTable();

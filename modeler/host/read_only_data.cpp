@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 
 #include <link.h>
 
@@ -13,19 +14,19 @@ namespace {
 struct Search {
     std::uintptr_t address;
     std::vector<std::span<const char>> found;
+    bool out_of_memory = false;
 };
 
-/// Called for each loaded file. Not 0: it is the one that was looked for.
-int look_at(dl_phdr_info* file, std::size_t /*size*/, void* data)
+/// Looks at a loaded file. True: it is the one that was looked for.
+bool look_at(const dl_phdr_info& file, Search& search)
 {
-    auto& search = *static_cast<Search*>(data);
     bool is_this_file = false;
     std::vector<std::span<const char>> parts;
-    for (int i = 0; i < file->dlpi_phnum; ++i) {
-        const ElfW(Phdr)& part = file->dlpi_phdr[i];
+    for (int i = 0; i < file.dlpi_phnum; ++i) {
+        const ElfW(Phdr)& part = file.dlpi_phdr[i];
         if (part.p_type != PT_LOAD)
             continue;
-        const std::uintptr_t begin = file->dlpi_addr + part.p_vaddr;
+        const std::uintptr_t begin = file.dlpi_addr + part.p_vaddr;
         is_this_file = is_this_file || search.address - begin < part.p_memsz;
         if ((part.p_flags & PF_W) == 0)
             // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader tells addresses as numbers
@@ -33,15 +34,30 @@ int look_at(dl_phdr_info* file, std::size_t /*size*/, void* data)
     }
     if (is_this_file)
         search.found.swap(parts);
-    return is_this_file ? 1 : 0;
+    return is_this_file;
+}
+
+/// Called for each loaded file. Not 0: the search is over. No exception passes through the loader,
+/// whose frames cannot be unwound without memory.
+int visit(dl_phdr_info* file, std::size_t /*size*/, void* data) noexcept
+{
+    auto& search = *static_cast<Search*>(data);
+    try {
+        return look_at(*file, search) ? 1 : 0;
+    } catch (const std::bad_alloc&) {
+        search.out_of_memory = true;
+        return 1;
+    }
 }
 
 } // namespace
 
 std::vector<std::span<const char>> read_only_data(const void* address)
 {
-    Search search{reinterpret_cast<std::uintptr_t>(address), {}};
-    (void)dl_iterate_phdr(&look_at, &search);
+    Search search{reinterpret_cast<std::uintptr_t>(address), {}, false};
+    (void)dl_iterate_phdr(&visit, &search);
+    if (search.out_of_memory)
+        throw std::bad_alloc();
     return search.found;
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include <fmt/format.h>
@@ -44,11 +46,43 @@ template <typename Items> auto* find_by_id(Items& items, ControlId id)
     return found != items.end() ? &*found : nullptr;
 }
 
-bool taken(const Form& form, ControlId id)
-{
-    return find_by_id(form.controls, id) != nullptr || find_by_id(form.groups, id) != nullptr ||
-           find_by_id(form.tab_sets, id) != nullptr;
-}
+/// Finds controls, groups and tab sets by their ids.
+class FormIndex {
+public:
+    explicit FormIndex(const Form& form)
+    {
+        for (std::size_t i = 0; i < form.controls.size(); ++i)
+            controls_.emplace(form.controls[i].id, i);
+        for (const ControlGroup& group : form.groups) {
+            others_.insert(group.id);
+            grouped_.insert(group.members.begin(), group.members.end());
+        }
+        for (const TabSet& tabs : form.tab_sets)
+            others_.insert(tabs.id);
+    }
+
+    /// The control of this id, or null. `form` is the form of the index, const or not.
+    template <typename AnyForm>
+    [[nodiscard]] auto control(AnyForm& form, ControlId id) const -> decltype(form.controls.data())
+    {
+        const auto found = controls_.find(id);
+        return found != controls_.end() ? &form.controls[found->second] : nullptr;
+    }
+    /// Whether a control, a group or a tab set has the id.
+    [[nodiscard]] bool taken(ControlId id) const
+    {
+        return controls_.contains(id) || others_.contains(id);
+    }
+    /// Notes the id of a new group or tab set.
+    void add(ControlId id) { others_.insert(id); }
+    /// Notes that a control stands in a group. False when it stands in one already.
+    [[nodiscard]] bool add_to_group(ControlId id) { return grouped_.insert(id).second; }
+
+private:
+    std::unordered_map<ControlId, std::size_t> controls_; ///< positions
+    std::unordered_set<ControlId> others_;                ///< groups and tab sets
+    std::unordered_set<ControlId> grouped_;               ///< controls that stand in groups
+};
 
 ControlValue zero_of(ControlKind kind)
 {
@@ -80,7 +114,7 @@ int kind_of(const LWXPanelHint& hint) noexcept
 /// Reads hints into a form, one after the other.
 class HintReader {
 public:
-    HintReader(Form& form, const BindButton& bind) : form_(form), bind_(bind) {}
+    HintReader(Form& form, const BindButton& bind) : form_(form), index_(form), bind_(bind) {}
 
     void read(const LWXPanelHint& hint)
     {
@@ -115,7 +149,7 @@ public:
             group->title = hint.text;
         else if (TabSet* const tabs = find_by_id(form_.tab_sets, hint.id))
             tabs->title = hint.text;
-        else if (Control* const named = find_by_id(form_.controls, hint.id))
+        else if (Control* const named = index_.control(form_, hint.id))
             named->label = hint.text;
         else
             throw bad("the label '{}' is for {:#x}, which is not on the panel", hint.text, hint.id);
@@ -124,7 +158,7 @@ public:
 private:
     Control& control(const LWXPanelHint& hint, std::string_view what)
     {
-        Control* const found = find_by_id(form_.controls, hint.id);
+        Control* const found = index_.control(form_, hint.id);
         if (found == nullptr)
             throw bad("a {} is for the control {:#x}, which is not on the panel", what, hint.id);
         return *found;
@@ -142,7 +176,7 @@ private:
 
     void check_new(const LWXPanelHint& hint, std::string_view what)
     {
-        if (hint.id == 0 || taken(form_, hint.id))
+        if (hint.id == 0 || index_.taken(hint.id))
             throw bad("the {} {:#x} has an id that is taken", what, hint.id);
     }
 
@@ -150,18 +184,15 @@ private:
     {
         check_new(hint, "group");
         ControlGroup group{hint.id, {}, members(hint, "group")};
-        for (auto id = group.members.begin(); id != group.members.end(); ++id) {
-            if (find_by_id(form_.controls, *id) == nullptr)
+        for (const ControlId id : group.members) {
+            if (index_.control(form_, id) == nullptr)
                 throw bad("the group {:#x} names the control {:#x}, which is not on the panel",
-                          hint.id, *id);
-            bool twice = std::find(group.members.begin(), id, *id) != id;
-            for (const ControlGroup& other : form_.groups)
-                twice = twice || std::find(other.members.begin(), other.members.end(), *id) !=
-                                     other.members.end();
-            if (twice)
-                throw bad("the control {:#x} stands in groups twice", *id);
+                          hint.id, id);
+            if (!index_.add_to_group(id))
+                throw bad("the control {:#x} stands in groups twice", id);
         }
         form_.groups.push_back(std::move(group));
+        index_.add(hint.id);
     }
 
     void add_tabs(const LWXPanelHint& hint)
@@ -173,6 +204,7 @@ private:
                 throw bad("the tab set {:#x} names the group {:#x}, which is not on the panel",
                           hint.id, id);
         form_.tab_sets.push_back(std::move(tabs));
+        index_.add(hint.id);
     }
 
     void set_choices(const LWXPanelHint& hint)
@@ -204,13 +236,14 @@ private:
             throw bad("a rule asks for the value of '{}', which is a button", controller.label);
         EnableRule rule{hint.id, members(hint, "rule of"), hint.text != nullptr ? hint.text : ""};
         for (const ControlId id : rule.members)
-            if (find_by_id(form_.controls, id) == nullptr)
+            if (index_.control(form_, id) == nullptr)
                 throw bad("the rule of '{}' names the control {:#x}, which is not on the panel",
                           controller.label, id);
         form_.rules.push_back(std::move(rule));
     }
 
     Form& form_;
+    FormIndex index_;
     const BindButton& bind_;
 };
 
@@ -219,6 +252,7 @@ private:
 Form read_controls(const LWXPanelControl* controls)
 {
     Form form;
+    std::unordered_set<ControlId> taken;
     if (controls == nullptr)
         throw bad("the table of controls is missing");
     for (; controls->id != 0 || controls->label != nullptr || controls->control_class != nullptr;
@@ -233,7 +267,7 @@ Form read_controls(const LWXPanelControl* controls)
         if (known == classes.end())
             throw bad("the control '{}' ({:#x}) is of the unknown class '{}'", controls->label,
                       controls->id, controls->control_class);
-        if (taken(form, controls->id))
+        if (!taken.insert(controls->id).second)
             throw bad("the control '{}' has the id {:#x}, which is taken", controls->label,
                       controls->id);
         Control control;
@@ -250,8 +284,9 @@ void check_types(const Form& form, const LWXPanelDataDesc* data)
 {
     if (data == nullptr)
         throw bad("the table of data types is missing");
+    const FormIndex index(form);
     for (; data->id != 0; ++data) {
-        const Control* const control = find_by_id(form.controls, data->id);
+        const Control* const control = index.control(form, data->id);
         if (control == nullptr)
             throw bad("a data type is for the control {:#x}, which is not on the panel", data->id);
         const auto known =

@@ -150,7 +150,9 @@ private:
     std::size_t most_ahead = 2;
 };
 
-void align(pos_typ& node, weight_map* wm, const params_typ& settings, candidate_source& candidates)
+/// `angle_name`: of the map that turns the pitch, or null.
+void align(pos_typ& node, weight_map* wm, const char* angle_name, const params_typ& settings,
+           candidate_source& candidates)
 {
     const face6_typ& polygon = poly_data[node.poly];
     const laid_polygon& laid = candidates.laid(node.poly);
@@ -158,10 +160,9 @@ void align(pos_typ& node, weight_map* wm, const params_typ& settings, candidate_
     const double h =
         laid.any_heading ? candidates.sampler().z_zakresu(-float_pi, float_pi) : laid.heading;
     if (settings.p_angle_wg != 0 && wm != nullptr) {
-        const char* const name = weight_map_name(*wm, settings.p_angle_wg);
         if (settings.p_absolute == 1)
             p = half_pi;
-        p = p + wm->calc_weight(polygon.polID, node.pos, name) * half_pi;
+        p = p + wm->calc_weight(polygon.polID, node.pos, angle_name) * half_pi;
     }
     node.norm_p = p;
     node.norm_h = h;
@@ -180,6 +181,8 @@ void set_positions(weight_map* wm, params_typ* settings)
     random sampler;
     sampler.fixed(settings->seed);
     candidate_source candidates(wm, settings, sampler, spacing);
+    const char* const angle_name =
+        wm != nullptr ? weight_map_name(*wm, settings->p_angle_wg) : nullptr;
     for (int i = 0; i < settings->clone_num; ++i) {
         const candidate_typ taken = candidates.next();
         pos_typ& node = *add_item(taken.pos);
@@ -187,7 +190,7 @@ void set_positions(weight_map* wm, params_typ* settings)
         if (settings->size_poly_area == 1)
             node.poly_area = taken.area;
         if (settings->h_align == 1 || settings->p_align == 1)
-            align(node, wm, *settings, candidates);
+            align(node, wm, angle_name, *settings, candidates);
         progress.step();
     }
     candidates.finish();

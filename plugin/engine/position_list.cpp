@@ -92,13 +92,8 @@ bool check_pos(params_typ* settings, XYZ6_typ* pos, double area, double weight, 
 
 pos_typ* add_item(XYZ6_typ pos)
 {
-    if (placed != nullptr) {
-        if (pos_typ* const taken = placed->add(pos))
-            return taken;
-        // It has no place in the order of X: from here on the list itself decides.
-        placed->link(pos_list);
-        placed = nullptr;
-    }
+    if (placed != nullptr)
+        return placed->add(pos);
     pos_typ* const node = new pos_typ;
     node->pos = pos;
     if (pos_list == nullptr || pos_list->pos.x() > pos.x()) {

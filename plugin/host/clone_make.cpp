@@ -113,6 +113,12 @@ int scatter(int scan_result)
         finish(scan_result);
         return AFUNC_OK;
     }
+    // The host's scan ended before its first polygon, or gave others than it had counted. There is
+    // nothing that a clone could stand on.
+    if (num_polys == 0 && par.clone_num > 0) {
+        finish(scan_result);
+        return AFUNC_OK;
+    }
     if (par.size_wg > 0)
         get_wg_info(num_polys, &reader, par.size_wg);
     set_positions(&reader, &par);

@@ -14,18 +14,11 @@
 #include "modeler/errors.h"
 #include "tests/modeler/session.h"
 #include "tests/support/mesh_compare.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define MEMORY_CANNOT_BE_LIMITED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define MEMORY_CANNOT_BE_LIMITED 1
-#endif
-#endif
+#include "tests/support/sanitizers.h"
 
 namespace {
 
-#ifndef MEMORY_CANNOT_BE_LIMITED // the sanitizer reserves more addresses than any limit
+#ifndef ADDRESS_SANITIZER // it reserves more addresses than any limit
 
 void leave(std::size_t bytes)
 {

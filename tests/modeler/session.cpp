@@ -108,7 +108,8 @@ bool LoggingFrontEnd::run_panel(modeler::FormPanel& panel)
     return on_panel && on_panel(panel);
 }
 
-modeler::RunResult run(modeler::Modeler& host, modeler::FrontEnd& front_end, Command command)
+modeler::RunResult run(modeler::Modeler& host, modeler::FrontEnd& front_end, Command command,
+                       const modeler::RunOptions& options)
 {
     modeler::Module module = modeler::Module::load(module_file("script"));
     const Command outer = std::exchange(current_command, std::move(command));
@@ -116,7 +117,7 @@ modeler::RunResult run(modeler::Modeler& host, modeler::FrontEnd& front_end, Com
         const Command& outer;
         ~Restore() { current_command = outer; }
     } restore{outer};
-    return host.run(module, "Script", front_end);
+    return host.run(module, "Script", front_end, options);
 }
 
 modeler::RunResult run(modeler::Modeler& host, Command command)
@@ -159,9 +160,9 @@ mesh::Document sample_document()
     ground.polygons.set_flags(0, 5);
     set(ground, mesh::map_wght, "Height", {0.5f}, {0, 2});
     set(ground, mesh::map_txuv, "Tex", {0.25f, 0.75f}, {0, 1, 2, 3});
-    ground.find_map(mesh::map_txuv, "Tex")->corners.polygons.push_back(1);
-    ground.find_map(mesh::map_txuv, "Tex")->corners.points.push_back(2);
-    ground.find_map(mesh::map_txuv, "Tex")->corners.values.append(std::array{0.5f, 1.0f});
+    ground.find_map(mesh::map_txuv, "Tex")->edit_corners().polygons.push_back(1);
+    ground.find_map(mesh::map_txuv, "Tex")->edit_corners().points.push_back(2);
+    ground.find_map(mesh::map_txuv, "Tex")->edit_corners().values.append(std::array{0.5f, 1.0f});
 
     mesh::Layer& tree = document.layers[1];
     tree.name = "tree";

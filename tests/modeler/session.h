@@ -37,7 +37,8 @@ public:
 using Command = std::function<int(GlobalFunc*, MeshEditBegin*)>;
 
 /// Runs a function of the test as a command of a module.
-modeler::RunResult run(modeler::Modeler& host, modeler::FrontEnd& front_end, Command command);
+modeler::RunResult run(modeler::Modeler& host, modeler::FrontEnd& front_end, Command command,
+                       const modeler::RunOptions& options = {});
 modeler::RunResult run(modeler::Modeler& host, Command command);
 
 /// What the module "script" told so far: "startup" and "shutdown", and the last token of each.

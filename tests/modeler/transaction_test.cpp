@@ -8,6 +8,7 @@
 
 #include "hostapi/messages.h"
 #include "modeler/errors.h"
+#include "modeler/run_failure.h"
 #include "tests/modeler/session.h"
 #include "tests/support/mesh_compare.h"
 
@@ -24,6 +25,7 @@ struct Failure {
     const char* server;
     const char* says; ///< of the exception; null: there is none
     int code = 0;
+    const char* failure = ""; ///< what `run_failure` says; nothing where there is an exception
 };
 class FailingCommand : public testing::TestWithParam<Failure> {};
 
@@ -47,6 +49,7 @@ TEST_P(FailingCommand, LeavesTheDocumentAsItWas)
         EXPECT_FALSE(result.applied);
         EXPECT_EQ(result.points_added, 0u);
         EXPECT_TRUE(result.maps_written.empty());
+        EXPECT_THAT(modeler::run_failure(result), HasSubstr(GetParam().failure));
     }
     EXPECT_EQ(first_difference(host.document(), session::sample_document()), "");
     EXPECT_FALSE(host.can_undo());
@@ -68,8 +71,9 @@ INSTANTIATE_TEST_SUITE_P(Commands, FailingCommand,
                                          Failure{"ThrowsNumber", "unknown kind"},
                                          Failure{"ThrowsAfterDone", "out of memory"},
                                          Failure{"ThrowsInScan", "out of memory"},
-                                         Failure{"NeverDone", nullptr, 0},
-                                         Failure{"GivesUp", nullptr, 17}),
+                                         Failure{"NeverDone", nullptr, 0,
+                                                 "without finishing its edit"},
+                                         Failure{"GivesUp", nullptr, 17, "ended with code 17"}),
                          [](const auto& tested) { return std::string(tested.param.server); });
 
 /// A command that changes something of every kind, the more the larger `size` is.
@@ -149,6 +153,35 @@ TEST(Undo, ReplacingTheDocumentForgetsIt)
     EXPECT_FALSE(host.can_undo());
     EXPECT_TRUE(host.document().layers.empty());
     EXPECT_EQ(host.document().tags.size(), 0u);
+}
+
+TEST(RunFailure, IsHowTheLastEditEnded)
+{
+    const auto failure_of = [](std::vector<int> errors_of_edits) {
+        modeler::Modeler host = sample_host();
+        return modeler::run_failure(run(host, [&](GlobalFunc*, MeshEditBegin* begin) {
+            for (const int error : errors_of_edits) {
+                MeshEditOp* const op = begin(0, 0, OPSEL_USER);
+                op->done(op->state, error, 0);
+            }
+            return 0;
+        }));
+    };
+    EXPECT_THAT(failure_of({}), HasSubstr("it began no edit"));
+    EXPECT_EQ(failure_of({EDERR_NONE}), "") << "also when it changed nothing";
+    EXPECT_THAT(failure_of({EDERR_NONE, EDERR_BADARGS}),
+                HasSubstr("gave its edit up with error 3"));
+    EXPECT_EQ(failure_of({EDERR_BADARGS, EDERR_NONE}), "");
+}
+
+TEST(RunFailure, ARunThatWasRefusedOrCancelledIsNone)
+{
+    modeler::RunResult refused;
+    refused.errors.push_back({"no", ""});
+    EXPECT_EQ(modeler::run_failure(refused), "");
+    modeler::RunResult cancelled;
+    cancelled.panel_cancelled = true;
+    EXPECT_EQ(modeler::run_failure(cancelled), "");
 }
 
 TEST(Session, ChecksWhatItIsGiven)

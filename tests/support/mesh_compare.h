@@ -114,12 +114,12 @@ inline std::string difference(const mesh::VertexMap& a, const mesh::VertexMap& b
             return text("point ", p, ": values differ");
     if (!same(a.values(), b.values()))
         return "packed values differ";
-    for (std::size_t i = 0; i < a.corners.size() && i < b.corners.size(); ++i)
-        if (a.corners.polygons[i] != b.corners.polygons[i] ||
-            a.corners.points[i] != b.corners.points[i])
+    for (std::size_t i = 0; i < a.corners().size() && i < b.corners().size(); ++i)
+        if (a.corners().polygons[i] != b.corners().polygons[i] ||
+            a.corners().points[i] != b.corners().points[i])
             return text("corner value ", i, ": is for another corner");
-    if (a.corners.size() != b.corners.size() ||
-        !same(a.corners.values.span(), b.corners.values.span()))
+    if (a.corners().size() != b.corners().size() ||
+        !same(a.corners().values.span(), b.corners().values.span()))
         return "corner values differ";
     return {};
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <new>
 
 #include "plugin/engine/pos_typ.h"
@@ -11,8 +12,6 @@ namespace dastrel {
 
 pos_typ* placed_positions::add(const XYZ6_typ& pos)
 {
-    if (std::isnan(pos.x()))
-        return nullptr;
     pos_typ* const node = ::new (memory.take()) pos_typ;
     node->pos = pos;
     nodes.push_back(node);
@@ -28,8 +27,16 @@ void placed_positions::link(pos_typ*& list)
     };
     std::vector<key_typ> keys;
     keys.reserve(nodes.size());
-    for (std::size_t i = 0; i < nodes.size(); ++i)
-        keys.push_back({nodes[i]->pos.x(), i});
+    // The plain list puts an X that is not a number behind everything, and any other X before the
+    // first larger one. So the former comes to stand behind the largest X of its time, and what
+    // is as large and comes later behind it: just as a number equal to that X would.
+    double largest_so_far = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const double x = nodes[i]->pos.x();
+        if (x > largest_so_far)
+            largest_so_far = x;
+        keys.push_back({std::isnan(x) ? largest_so_far : x, i});
+    }
     std::sort(keys.begin(), keys.end(), [](const key_typ& a, const key_typ& b) {
         return a.x < b.x || (a.x == b.x && a.arrival < b.arrival);
     });

@@ -13,9 +13,7 @@ namespace dastrel {
 
 /// The positions of a run while they are found: an index answers for the list which of them are
 /// near, and the list is linked in one go at the end, in the order that adding them one by one
-/// gives. That order, and the walk over it, are the plain list's for every input; only where a
-/// position is not a number is the list no longer sorted, and then everything goes on in the plain
-/// list itself.
+/// gives. That order, and the walk over it, are the plain list's for every input.
 class placed_positions {
 public:
     /// As position_index has them.
@@ -25,8 +23,7 @@ public:
     placed_positions(const placed_positions&) = delete;
     placed_positions& operator=(const placed_positions&) = delete;
 
-    /// Takes a new position, and gives its node, to be filled in before `link`. Null, and nothing
-    /// is taken, where it cannot be sorted.
+    /// Takes a new position, and gives its node, to be filled in before `link`.
     pos_typ* add(const XYZ6_typ& pos);
 
     /// Whether any position stands closer to `pos` than `d`.
@@ -36,7 +33,8 @@ public:
     position_index& answers() { return index; }
 
     /// Makes the list of all positions, in ascending X, those of equal X in the order in which
-    /// they came. `list` is null before; it is the caller's at every moment, also when memory ends
+    /// they came. One whose X is not a number stands where the largest X so far ended. `list` is
+    /// null before; it is the caller's at every moment, also when memory ends
     /// on the way.
     void link(pos_typ*& list);
 

@@ -64,9 +64,12 @@ private:
 
     std::size_t start(LWPntID id) const
     {
-        // Neighbours stay neighbours.
+        // Neighbours stay neighbours. A host may number the points of each layer from 0 and have
+        // the layer in the upper half: many small layers must not share their places.
+        constexpr std::uint64_t odd = 0x9E3779B97F4A7C15u;
         const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id));
-        return static_cast<std::size_t>(bits ^ (bits >> 7)) & mask;
+        const std::uint64_t upper = ((bits >> 32) * odd) >> 32;
+        return static_cast<std::size_t>((bits ^ (bits >> 7)) + upper) & mask;
     }
     slot_typ& add(LWPntID old_id);
     slot_typ& put(const slot_typ& slot);

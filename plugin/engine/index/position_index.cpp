@@ -19,10 +19,17 @@ constexpr std::size_t most_for_each = 1;
 /// fall short of the difference along one axis; above it never does.
 constexpr double least_reach = 1e-150;
 
+/// Above this, squares of differences overflow: the computed distance is infinite, and less than no
+/// other. A little more than the square root of the largest number.
+constexpr double most_reach = 0x1.0001p512;
+
+/// How far away along any axis a position closer than `d` can be.
+double reach_of(double d) { return std::clamp(d, least_reach, most_reach); }
+
 /// Cells twice as wide as the distance asked for: its box then touches two of them each way.
 double cells_per_unit_for(double distance)
 {
-    const double width = 2 * distance;
+    const double width = 2 * std::min(distance, most_reach);
     return width > 0 && std::isfinite(1 / width) && std::isfinite(width) ? 1 / width : 1.0;
 }
 
@@ -99,7 +106,7 @@ std::int64_t position_index::cell(const XYZ6_typ& pos, int axis, double reach) c
 
 position_index::box_typ position_index::box(const XYZ6_typ& pos, double d) const
 {
-    const double reach = std::max(d, least_reach);
+    const double reach = reach_of(d);
     return {cell(pos, 0, -reach), cell(pos, 0, reach),  cell(pos, 1, -reach),
             cell(pos, 1, reach),  cell(pos, 2, -reach), cell(pos, 2, reach)};
 }
@@ -121,7 +128,7 @@ bool position_index::find_span(double coordinate, double reach, span_typ& span) 
 bool position_index::find_near(const XYZ6_typ& pos, double d, near_typ& near) const
 {
     // A little more than the distance itself, for what is rounded on the way.
-    const double reach = std::max(d, least_reach) * cells_per_unit * (1 + 0x1p-30);
+    const double reach = reach_of(d) * cells_per_unit * (1 + 0x1p-30);
     span_typ x, y, z;
     if (!(reach < 1) || (column != 0 && !find_span(pos.x(), reach, x)) ||
         (column != 1 && !find_span(pos.y(), reach, y)) ||
@@ -276,10 +283,8 @@ bool position_index::too_close(const XYZ6_typ& pos, double d)
 {
     if (positions.empty() || !(d > 0) || !finite(pos))
         return false; // no distance from there is ever less than another
-    if (d <= std::numeric_limits<double>::max()) {
-        asked_sum += d;
-        ++asked;
-    }
+    asked_sum += std::min(d, most_reach);
+    ++asked;
     const query_typ question = query(pos, d);
     near_typ* near = &announced[current];
     if (!near->answers(pos, d) && !find_near(pos, d, *near))

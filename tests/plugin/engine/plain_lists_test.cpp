@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: MIT
 // What speeds a run up gives what the plain lists give, to the last bit and the last host call.
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <memory>
 #include <random>
 
 #include "plugin/engine/clone.h"
+#include "plugin/engine/index/placed_positions.h"
 #include "plugin/engine/index/point_table.h"
 #include "plugin/engine/index/position_index.h"
 #include "tests/plugin/module_test.h"
+#include "tests/support/sanitizers.h"
 
 namespace dastrel {
 namespace {
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef ADDRESS_SANITIZER
 constexpr unsigned runs = 200; // each takes many times as long
 #else
 constexpr unsigned runs = 2000;
@@ -125,6 +129,68 @@ INSTANTIATE_TEST_SUITE_P(Clouds, PositionIndex, testing::Values(
     [](const auto& tested) { return std::string(tested.param.name); });
 // clang-format on
 
+/// A coordinate, one in ten of them out of the ordinary.
+double odd_coordinate(Dice& dice)
+{
+    if (!dice.one_in(10))
+        return dice.below(12) * 0.5; // so that many are equal
+    static constexpr double odd[] = {not_a_number, infinity, -infinity, 1e300, -1e300, 1e30, -0.0};
+    return odd[dice.below(7)];
+}
+
+float odd_value(Dice& dice)
+{
+    static constexpr float odd[] = {std::numeric_limits<float>::quiet_NaN(),
+                                    std::numeric_limits<float>::infinity(),
+                                    -std::numeric_limits<float>::infinity(), 1e30F, -1e30F};
+    return odd[dice.below(5)];
+}
+
+class PlacedPositions : public ModuleTest {
+protected:
+    ~PlacedPositions() override { plain_lists = false; }
+};
+
+TEST_F(PlacedPositions, TakesAPositionThatIsNotANumber)
+{
+    placed_positions placed(1.0, 10, -1);
+    EXPECT_NE(placed.add(XYZ6_typ(not_a_number, 0, 0)), nullptr);
+    EXPECT_NE(placed.add(XYZ6_typ(1, 0, 0)), nullptr);
+    EXPECT_FALSE(placed.too_close(XYZ6_typ(not_a_number, 0, 0), 1.0));
+    EXPECT_TRUE(placed.too_close(XYZ6_typ(1.5, 0, 0), 1.0));
+}
+
+TEST_F(PlacedPositions, AnswersAndLinksAsThePlainListDoesWhateverTheNumbers)
+{
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        Dice dice(seed);
+        plain_lists = true;
+        par.clone_num = 200;
+        discard_positions();
+        placed_positions placed(dice.real(0.0, 2.0), 200, dice.below(4) - 1);
+        for (int i = 0; i < 200; ++i) {
+            const XYZ6_typ pos(odd_coordinate(dice), odd_coordinate(dice), odd_coordinate(dice));
+            const double d = dice.one_in(10) ? odd_coordinate(dice) : dice.real(0.0, 2.0);
+            XYZ6_typ asked = pos;
+            const bool expected = !check_pos(&par, &asked, 0.0, 0.0, d);
+            ASSERT_EQ(placed.too_close(pos, d), expected)
+                << "seed " << seed << ", " << text(pos) << ", distance " << d;
+            add_item(pos)->poly = i;
+            placed.add(pos)->poly = i;
+        }
+        pos_typ* linked = nullptr;
+        placed.link(linked);
+        const pos_typ* plain = pos_list;
+        for (pos_typ* node = linked; node != nullptr; plain = plain->next) {
+            ASSERT_NE(plain, nullptr);
+            ASSERT_EQ(node->poly, plain->poly) << "seed " << seed;
+            const std::unique_ptr<pos_typ> read(node);
+            node = node->next;
+        }
+        EXPECT_EQ(plain, nullptr);
+    }
+}
+
 TEST(PointTable, FindsWhatItWasGivenInThisCloneOnly)
 {
     point_table table;
@@ -152,6 +218,25 @@ TEST(PointTable, KnowsAPointWhoseCopyCouldNotBeMade)
     table.set_copy(table.slot(RecordingHost::point_id(7)), nullptr);
     EXPECT_TRUE(table.has_copy(table.slot(RecordingHost::point_id(7))));
     EXPECT_EQ(point_table::copy(table.slot(RecordingHost::point_id(7))), nullptr);
+}
+
+TEST(PointTable, PointsOfManySmallLayersHavePlacesOfTheirOwn)
+{
+    // Ids of a host that numbers the points of each layer anew, with the layer in the upper half.
+    const auto id = [](std::uint64_t layer, std::uint64_t point) {
+        return reinterpret_cast<LWPntID>(static_cast<std::uintptr_t>((layer << 32) + point + 1));
+    };
+    constexpr std::uint64_t layers = 20000;
+    constexpr std::uint64_t points = 3;
+    point_table table;
+    for (std::uint64_t layer = 0; layer < layers; ++layer)
+        for (std::uint64_t point = 0; point < points; ++point)
+            (void)table.slot(id(layer, point));
+    std::uint64_t at_once = 0;
+    for (std::uint64_t layer = 0; layer < layers; ++layer)
+        for (std::uint64_t point = 0; point < points; ++point)
+            at_once += table.find_at_once(id(layer, point)) != nullptr ? 1U : 0U;
+    EXPECT_GT(at_once, layers * points / 2);
 }
 
 TEST(PointTable, TheNullPointIsOneLikeTheOthers)
@@ -189,8 +274,11 @@ protected:
                 normal = {dice.real(-1, 1), dice.real(-1, 1), dice.real(-1, 1)};
             if (dice.one_in(10))
                 normal[0] = not_a_number;
-            if (dice.one_in(15))
-                ring[0][0] = not_a_number;
+            if (dice.one_in(8)) {
+                static constexpr double odd[] = {not_a_number, infinity, -infinity, 1e300, -1e30};
+                ring[static_cast<std::size_t>(dice.below(corners))]
+                    [static_cast<std::size_t>(dice.below(3))] = odd[dice.below(5)];
+            }
             host.add_polygon(Side::foreground, ring, normal);
         }
     }
@@ -201,8 +289,9 @@ protected:
         add_model();
         const int first = static_cast<int>(host.points.size());
         for (int i = 0; i < 5; ++i)
-            host.points.push_back(
-                {{dice.real(-1, 1), dice.real(0, 2), dice.real(-1, 1)}, Side::background});
+            host.points.push_back({{dice.real(-1, 1), dice.real(0, 2),
+                                    dice.one_in(30) ? odd_coordinate(dice) : dice.real(-1, 1)},
+                                   Side::background});
         for (int i = 0; i < 4; ++i) {
             support::HostPolygon polygon;
             polygon.side = Side::background;
@@ -214,6 +303,7 @@ protected:
 
     void make_maps(Dice& dice)
     {
+        const bool odd_values = dice.one_in(4);
         const std::pair<LWID, std::size_t> types[] = {
             {LWVMAP_WGHT, 1}, {LWVMAP_TXUV, 2}, {LWVMAP_MORF, 3}, {LWVMAP_SPOT, 3}};
         for (const auto& [type, dimension] : types) {
@@ -224,7 +314,9 @@ protected:
                         continue;
                     std::vector<float> value;
                     for (std::size_t k = 0; k < dimension; ++k)
-                        value.push_back(static_cast<float>(dice.real(-1.2, 1.2)));
+                        value.push_back(odd_values && dice.one_in(5)
+                                            ? odd_value(dice)
+                                            : static_cast<float>(dice.real(-1.2, 1.2)));
                     map.values[i] = value;
                 }
                 host.maps.push_back(map);

@@ -134,5 +134,24 @@ TEST_F(RunRefusals, RefusesAnEmptyScanOnlyWithSlopeLimits)
     EXPECT_EQ(host.calls_to("monitor create").size(), 2U);
 }
 
+TEST_F(RunRefusals, EndsWhereTheScanFailsBeforeItsFirstPolygon)
+{
+    add_ground();
+    add_model();
+    host.scan_codes = {0, EDERR_NOMEMORY};
+    host.user = [](RecordingHost& h) {
+        h.polygons[0].selected = false; // stands for a scan that gives none
+        return 1;
+    };
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(calls(), joined({services,
+                               checks,
+                               lists_without_maps,
+                               panel_until_shown,
+                               {"panel destroy", "polyScan(foreground)", "done(1, 0)"}}));
+    EXPECT_EQ(host.added_points.size(), 0U);
+    expect_run_state_released();
+}
+
 } // namespace
 } // namespace dastrel

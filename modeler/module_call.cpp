@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "modeler/module_call.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace modeler {
+
+namespace {
+
+/// Signals that a process sends itself by a fault or by `abort`.
+constexpr std::array crash_signals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS, SIGTRAP};
+
+ModuleEndHandler end_handler = nullptr;
+
+// What a signal handler reads: plain memory, written before `calling` is set.
+std::array<char, 4096> file_name{};
+std::size_t file_length = 0;
+const char* call_step = "";
+pid_t caller = 0; ///< a child process of the module's is not meant
+volatile std::sig_atomic_t calling = 0;
+
+std::array<struct sigaction, crash_signals.size()> actions_before{};
+stack_t stack_before{};
+/// A stack overflow leaves no room for the handler on the stack itself.
+alignas(16) std::array<char, 65536> handler_stack{};
+
+std::string_view crash_text(int signal) noexcept
+{
+    switch (signal) {
+    case SIGSEGV:
+        return "the module crashed (SIGSEGV, an invalid memory access)";
+    case SIGBUS:
+        return "the module crashed (SIGBUS, an invalid memory access)";
+    case SIGFPE:
+        return "the module crashed (SIGFPE, an arithmetic error)";
+    case SIGILL:
+        return "the module crashed (SIGILL, an invalid instruction)";
+    case SIGABRT:
+        return "the module ended the program (abort)";
+    case SIGSYS:
+        return "the module crashed (SIGSYS, an invalid system call)";
+    default:
+        return "the module crashed (SIGTRAP, a trap)";
+    }
+}
+
+extern "C" void report_crash(int signal)
+{
+    ModuleCall::report(crash_text(signal));
+    // Not the module's, or the handler came back: end as without it.
+    struct sigaction plain = {};
+    plain.sa_handler = SIG_DFL;
+    ::sigaction(signal, &plain, nullptr);
+    ::raise(signal);
+}
+
+extern "C" void report_exit() { ModuleCall::report("the module ended the program (exit)"); }
+
+extern "C" void report_quick_exit()
+{
+    ModuleCall::report("the module ended the program (quick_exit)");
+}
+
+void catch_crashes() noexcept
+{
+    stack_t stack = {};
+    stack.ss_sp = handler_stack.data();
+    stack.ss_size = handler_stack.size();
+    ::sigaltstack(&stack, &stack_before);
+    struct sigaction action = {};
+    action.sa_handler = report_crash;
+    action.sa_flags = SA_ONSTACK;
+    for (std::size_t i = 0; i < crash_signals.size(); ++i) {
+        struct sigaction& before = actions_before[i];
+        // Another handler (a sanitizer's, a debugger's) has the right of way.
+        if (::sigaction(crash_signals[i], nullptr, &before) == 0 && before.sa_handler == SIG_DFL)
+            ::sigaction(crash_signals[i], &action, nullptr);
+    }
+}
+
+void stop_catching_crashes() noexcept
+{
+    for (std::size_t i = 0; i < crash_signals.size(); ++i) {
+        struct sigaction now = {};
+        if (::sigaction(crash_signals[i], nullptr, &now) == 0 && now.sa_handler == report_crash)
+            ::sigaction(crash_signals[i], &actions_before[i], nullptr);
+    }
+    ::sigaltstack(&stack_before, nullptr);
+}
+
+} // namespace
+
+ModuleCall::ModuleCall(const std::filesystem::path& file, const char* step) noexcept
+    : outermost_(end_handler != nullptr && calling == 0)
+{
+    if (!outermost_)
+        return;
+    const std::string& name = file.native();
+    file_length = std::min(name.size(), file_name.size());
+    std::memcpy(file_name.data(), name.data(), file_length);
+    call_step = step;
+    caller = ::getpid();
+    catch_crashes();
+    calling = 1;
+}
+
+ModuleCall::~ModuleCall()
+{
+    if (!outermost_)
+        return;
+    calling = 0;
+    stop_catching_crashes();
+}
+
+void ModuleCall::report(std::string_view problem) noexcept
+{
+    if (calling == 0 || end_handler == nullptr || ::getpid() != caller)
+        return;
+    calling = 0; // what the handler itself calls is not the module's doing
+    end_handler({{file_name.data(), file_length}, call_step, problem});
+}
+
+void ModuleCall::release() noexcept { calling = 0; }
+
+void on_module_end(ModuleEndHandler handler) noexcept
+{
+    if (end_handler == nullptr) {
+        (void)std::atexit(report_exit);
+        (void)std::at_quick_exit(report_quick_exit);
+    }
+    end_handler = handler;
+}
+
+/// What `_exit` and `_Exit` are for everything that is loaded into the program: unlike `exit` they
+/// call no functions that were registered.
+[[noreturn]] static void end_at_once(int status) noexcept
+{
+    ModuleCall::report("the module ended the program (_exit)");
+    for (;;)
+        ::syscall(SYS_exit_group, status);
+}
+
+} // namespace modeler
+
+// They take the place of the C library's, because a program's own symbols come first. Its headers
+// declare them as functions that do not return.
+extern "C" {
+
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the names are given
+void _exit(int status) { modeler::end_at_once(status); }
+
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
+void _Exit(int status) noexcept { modeler::end_at_once(status); }
+}
