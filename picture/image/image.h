@@ -7,8 +7,9 @@
 
 namespace picture {
 
-/// A picture of 8 bits for each of red, green, blue and cover (always 255), encoded for a screen
-/// (sRGB); rows from top to bottom, no filling between them.
+/// A picture of 8 bits for each of red, green, blue and cover, encoded for a screen (sRGB); the
+/// cover is 255 everywhere but in a picture on a transparent backdrop. Rows from top to bottom, no
+/// filling between them.
 struct Image {
     int width = 0;
     int height = 0;

@@ -1,10 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "picture/image/png.h"
 
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <exception>
 #include <new>
 #include <string>
 
+#include <fcntl.h>
 #include <lodepng.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace picture {
 
@@ -20,18 +30,145 @@ void check(unsigned error)
         throw PngError(std::string("no PNG picture: ") + lodepng_error_text(error));
 }
 
+bool is_covered(const Image& image)
+{
+    for (std::size_t i = 3; i < image.rgba.size(); i += 4)
+        if (image.rgba[i] != 255)
+            return false;
+    return true;
+}
+
+std::vector<unsigned char> encode(const Image& image)
+{
+    lodepng::State state; // as it stands, it takes RGBA
+    state.encoder.auto_convert = 0;
+    state.info_png.color.colortype = is_covered(image) ? LCT_RGB : LCT_RGBA;
+    std::vector<unsigned char> encoded;
+    check(lodepng::encode(encoded, image.rgba, static_cast<unsigned>(image.width),
+                          static_cast<unsigned>(image.height), state));
+    return encoded;
+}
+
+/// What follows a file that is whole.
+constexpr unsigned char end_mark = 1;
+
+/// Writes to a pipe until all is written or it fails.
+void write_all(int pipe, std::span<const unsigned char> bytes) noexcept
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(pipe, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return;
+        bytes = bytes.subspan(written < 0 ? 0 : static_cast<std::size_t>(written));
+    }
+}
+
+/// Encodes, and decodes the file again: the sum over the pixels that a file carries tells whether
+/// parts of it are missing. @throws std::bad_alloc, PngError
+std::vector<unsigned char> encode_and_try(const Image& image)
+{
+    std::vector<unsigned char> encoded = encode(image);
+    (void)decode_png(std::as_bytes(std::span(encoded)));
+    return encoded;
+}
+
+/// Encodes, and writes the file to a pipe, with the end mark when it came out whole.
+void encode_to(int pipe, const Image& image) noexcept
+{
+    try {
+        std::vector<unsigned char> encoded = encode_and_try(image);
+        encoded.push_back(end_mark);
+        write_all(pipe, encoded);
+    } catch (const std::exception&) {
+        return; // the missing mark tells
+    }
+}
+
+/// All that comes out of a pipe until its other end is closed. @throws std::bad_alloc
+std::vector<std::byte> read_all(int pipe)
+{
+    std::vector<std::byte> bytes;
+    std::array<std::byte, 65536> block{};
+    for (;;) {
+        const ssize_t count = ::read(pipe, block.data(), block.size());
+        if (count == 0 || (count < 0 && errno != EINTR))
+            return bytes;
+        if (count > 0)
+            bytes.insert(bytes.end(), block.begin(), block.begin() + count);
+    }
+}
+
+/// A child process that encodes, and the pipe that it writes to. There may be no process to be had.
+class Encoder {
+public:
+    /// @throws std::bad_alloc when there is no memory for a process
+    explicit Encoder(const Image& image)
+    {
+        std::array<int, 2> ends{};
+        if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+            throw PngError(std::string("no PNG picture: ") + std::strerror(errno));
+        pipe_ = ends[0];
+        const pid_t parent = ::getpid();
+        child_ = ::fork();
+        if (child_ == 0)
+            work(ends[1], parent, image);
+        const int error = errno;
+        ::close(ends[1]);
+        if (child_ < 0) {
+            ::close(pipe_);
+            if (error == ENOMEM)
+                throw std::bad_alloc();
+        }
+    }
+    Encoder(const Encoder&) = delete;
+    Encoder& operator=(const Encoder&) = delete;
+    ~Encoder()
+    {
+        if (child_ < 0)
+            return;
+        ::close(pipe_); // which ends a child that has not written all
+        while (::waitpid(child_, nullptr, 0) < 0 && errno == EINTR)
+            continue;
+    }
+
+    [[nodiscard]] bool started() const noexcept { return child_ > 0; }
+    [[nodiscard]] int pipe() const noexcept { return pipe_; }
+
+private:
+    /// What the child does, and all that it does.
+    [[noreturn]] static void work(int pipe, pid_t parent, const Image& image) noexcept
+    {
+        const rlimit no_core{0, 0};
+        (void)::setrlimit(RLIMIT_CORE, &no_core);
+        // A large picture takes seconds, and nobody wants it once the program is gone.
+        (void)::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() == parent)
+            encode_to(pipe, image);
+        ::_exit(0);
+    }
+
+    int pipe_ = -1;
+    pid_t child_ = -1;
+};
+
 } // namespace
 
 std::vector<std::byte> encode_png(const Image& image)
 {
-    lodepng::State state; // as it stands, it takes RGBA
-    state.encoder.auto_convert = 0;
-    state.info_png.color.colortype = LCT_RGB;
-    std::vector<unsigned char> encoded;
-    check(lodepng::encode(encoded, image.rgba, static_cast<unsigned>(image.width),
-                          static_cast<unsigned>(image.height), state));
-    const auto* const bytes = reinterpret_cast<const std::byte*>(encoded.data());
-    return {bytes, bytes + encoded.size()};
+    // The library is not made for memory that ends: it leaves out bytes without a word, or crashes.
+    // So it works in a process of its own, and what comes out is tried.
+    const Encoder encoder(image);
+    if (!encoder.started()) {
+        // As many processes as the system allows: that says nothing about memory.
+        const std::vector<unsigned char> encoded = encode_and_try(image);
+        const auto bytes = std::as_bytes(std::span(encoded));
+        return {bytes.begin(), bytes.end()};
+    }
+    std::vector<std::byte> bytes = read_all(encoder.pipe());
+    if (bytes.empty() || bytes.back() != std::byte{end_mark})
+        throw std::bad_alloc();
+    bytes.pop_back();
+    return bytes;
 }
 
 Image decode_png(std::span<const std::byte> bytes)

@@ -31,13 +31,18 @@ void put(Image& image, int x, int y, const Float3& linear)
     pixel[2] = to_byte(to_screen(linear.z));
 }
 
-/// Lightens what lies below, so that black can be read on it.
+/// Lightens what lies below, so that black can be read on it; where nothing lies there is white.
 void draw_plate(Image& image, const Box& box)
 {
     for (int y = box.top; y < box.top + box.height; ++y)
-        for (int x = box.left; x < box.left + box.width; ++x)
-            for (int i = 0; i < 3; ++i)
-                image.at(x, y)[i] = static_cast<std::uint8_t>((image.at(x, y)[i] + 4 * 255) / 5);
+        for (int x = box.left; x < box.left + box.width; ++x) {
+            std::uint8_t* const pixel = image.at(x, y);
+            for (int i = 0; i < 3; ++i) {
+                const int below = (pixel[i] * pixel[3] + 255 * (255 - pixel[3])) / 255;
+                pixel[i] = static_cast<std::uint8_t>((below + 4 * 255) / 5);
+            }
+            pixel[3] = 255;
+        }
 }
 
 /// The scale from left to right; for a map of steps its first ones, as fields of one width.

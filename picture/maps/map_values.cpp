@@ -35,10 +35,10 @@ MapValues::LayerValues take(const mesh::Layer& layer, const mesh::VertexMap& map
         if (point < taken.of_point.size() && std::isfinite(value[0]))
             taken.of_point[point] = value[0];
     });
-    for (std::size_t i = 0; i < map.corners.size(); ++i)
-        if (std::isfinite(map.corners.values[i]))
+    for (std::size_t i = 0; i < map.corners().size(); ++i)
+        if (std::isfinite(map.corners().values[i]))
             taken.corners.push_back(
-                {map.corners.polygons[i], map.corners.points[i], map.corners.values[i]});
+                {map.corners().polygons[i], map.corners().points[i], map.corners().values[i]});
     // Of a corner given twice the last value counts: it comes to stand first.
     std::reverse(taken.corners.begin(), taken.corners.end());
     std::stable_sort(taken.corners.begin(), taken.corners.end(),

@@ -13,7 +13,6 @@ namespace {
 constexpr double half_width = 0.55; ///< pixels
 constexpr float grid_cover = 0.28F;
 constexpr float axis_cover = 0.9F;
-constexpr Float3 grid_colour{0.12F, 0.13F, 0.15F};
 constexpr std::array<Float3, 3> axis_colours{
     {{0.62F, 0.03F, 0.03F}, {0.05F, 0.40F, 0.05F}, {0.04F, 0.12F, 0.70F}}};
 
@@ -30,7 +29,8 @@ int facing_axis(const Basis& basis)
 } // namespace
 
 Guides::Guides(const View& view, const Look& look) noexcept
-    : view_(view), grid_(look.grid), axes_(look.axes), plane_(facing_axis(view.basis())),
+    : view_(view), grid_colour_(look.backdrop.lines), grid_(look.grid), axes_(look.axes),
+      plane_(facing_axis(view.basis())),
       step_(std::pow(10.0, std::floor(std::log10(view.camera().height / 4.0))))
 {}
 
@@ -74,7 +74,7 @@ std::optional<Guides::Line> Guides::grid_line(const Ray& ray) const noexcept
         const double along = direction.at(3 - plane - axis);
         const double across = std::sqrt(1.0 - along * along);
         if (off * slant < half_width * pixel * across)
-            return Line{distance, grid_colour, grid_cover * static_cast<float>(fade)};
+            return Line{distance, grid_colour_, grid_cover * static_cast<float>(fade)};
     }
     return std::nullopt;
 }

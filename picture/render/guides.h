@@ -29,6 +29,7 @@ private:
     [[nodiscard]] std::optional<Line> axis_line(const Ray& ray, int axis) const noexcept;
 
     View view_;
+    Float3 grid_colour_;
     bool grid_;
     bool axes_;
     int plane_;   ///< the axis that the grid's plane is at right angles to: 0 x, 1 y, 2 z

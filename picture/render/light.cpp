@@ -64,11 +64,4 @@ Float3 Light::sky_colour(const Float3& direction) noexcept
     return mix(horizon, below, std::min(1.0F, -4.0F * direction.y));
 }
 
-Float3 backdrop(float share) noexcept
-{
-    constexpr Float3 upper{0.85F, 0.87F, 0.89F};
-    constexpr Float3 lower{0.51F, 0.52F, 0.55F};
-    return mix(upper, lower, share);
-}
-
 } // namespace picture

@@ -33,8 +33,4 @@ private:
     Float3 above_;
 };
 
-/// What is seen where nothing is: a neutral backdrop, lighter towards the upper edge. `share` runs
-/// from 0 at the upper to 1 at the lower edge of the picture.
-[[nodiscard]] Float3 backdrop(float share) noexcept;
-
 } // namespace picture

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "picture/maps/map_values.h"
+#include "picture/render/backdrop.h"
 #include "picture/scene/scene.h"
 
 namespace picture {
@@ -16,6 +17,7 @@ using PolygonMarks = std::vector<std::vector<std::uint8_t>>;
 
 /// How a scene is shown.
 struct Look {
+    Backdrop backdrop = {};
     bool wireframe = false; ///< edges of the polygons, as thin dark lines
     bool grid = false;      ///< on the level plane through the origin, or on the plane that a view
                             ///< from the side faces; its squares are powers of ten of a metre

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
 #include "picture/image/colour.h"
-#include "picture/render/light.h"
 #include "picture/render/shader.h"
 
 namespace picture {
@@ -18,12 +18,21 @@ constexpr int tile_size = 32;
 
 int tiles_over(int pixels) { return (pixels + tile_size - 1) / tile_size; }
 
-void encode(const Float3& linear, std::uint8_t* pixel)
+/// The colour of a pixel that is covered in part is that of what covers it.
+void encode(const Seen& seen, std::uint8_t* pixel)
 {
+    const bool in_part = seen.cover > 0.0F && seen.cover < 1.0F;
+    const Float3 linear = in_part ? seen.light * (1.0F / seen.cover) : seen.light;
     pixel[0] = to_byte(to_screen(tone_map(linear.x)));
     pixel[1] = to_byte(to_screen(tone_map(linear.y)));
     pixel[2] = to_byte(to_screen(tone_map(linear.z)));
-    pixel[3] = 255;
+    pixel[3] = to_byte(seen.cover);
+}
+
+Seen mean(const Seen& sum, std::uint32_t count)
+{
+    const auto samples = static_cast<float>(count);
+    return {sum.light * (1.0F / samples), sum.cover / samples};
 }
 
 } // namespace
@@ -31,7 +40,8 @@ void encode(const Float3& linear, std::uint8_t* pixel)
 Progressive::Progressive(std::shared_ptr<const Scene> scene, const View& view, Look look)
     : view_(view), shader_(std::make_unique<const Shader>(std::move(scene), view, std::move(look))),
       tiles_across_(tiles_over(view.width())),
-      sums_(static_cast<std::size_t>(view.width()) * static_cast<std::size_t>(view.height())),
+      sums_(static_cast<std::size_t>(view.width()) * static_cast<std::size_t>(view.height()),
+            Seen{{}, 0.0F}),
       tile_passes_(static_cast<std::size_t>(tiles_across_) *
                    static_cast<std::size_t>(tiles_over(view.height())))
 {}
@@ -63,8 +73,12 @@ bool Progressive::for_each_tile(const Work& work, const TileWork& make, const Ti
         const unsigned threads =
             work.threads != 0 ? work.threads : std::max(1U, std::thread::hardware_concurrency());
         std::vector<std::jthread> helpers;
-        for (unsigned i = 1; i < threads; ++i)
-            helpers.emplace_back(run, false);
+        try {
+            for (unsigned i = 1; i < threads; ++i)
+                helpers.emplace_back(run, false);
+        } catch (const std::system_error&) {
+            // Fewer threads than were asked for make the same picture.
+        }
         run(true);
     }
     return !cancelled;
@@ -75,9 +89,8 @@ bool Progressive::coarse(int step, const Work& work)
     if (coarse_.empty()) {
         coarse_.resize(sums_.size());
         for (int y = 0; y < view_.height(); ++y)
-            std::fill_n(
-                coarse_.begin() + static_cast<std::ptrdiff_t>(y) * view_.width(), view_.width(),
-                backdrop((static_cast<float>(y) + 0.5F) / static_cast<float>(view_.height())));
+            std::fill_n(coarse_.begin() + static_cast<std::ptrdiff_t>(y) * view_.width(),
+                        view_.width(), shader_->nothing_at(y + 0.5));
     }
     return for_each_tile(
         work, [&](std::size_t tile) { coarse_tile(tile, step); },
@@ -115,9 +128,10 @@ void Progressive::render_tile(std::size_t tile)
         for (int x = area.left; x < area.right; ++x) {
             const Samples samples(x, y, tile_passes_[tile]);
             const Sample2 place = samples.draw(SampleUse::pixel);
-            Float3& sum = sums_[pixel(x, y)];
-            sum = sum + shader_->sample(x + static_cast<double>(place.x),
-                                        y + static_cast<double>(place.y), samples);
+            const Seen seen = shader_->sample(x + static_cast<double>(place.x),
+                                              y + static_cast<double>(place.y), samples);
+            Seen& sum = sums_[pixel(x, y)];
+            sum = {sum.light + seen.light, sum.cover + seen.cover};
         }
     }
     ++tile_passes_[tile];
@@ -130,11 +144,11 @@ void Progressive::coarse_tile(std::size_t tile, int step)
         for (int x = area.left; x < area.right; x += step) {
             const int right = std::min(x + step, area.right);
             const int bottom = std::min(y + step, area.bottom);
-            const Float3 light =
+            const Seen seen =
                 shader_->sample((x + right) / 2.0, (y + bottom) / 2.0, Samples(x, y, 0));
             for (int row = y; row < bottom; ++row)
                 for (int column = x; column < right; ++column)
-                    coarse_[pixel(column, row)] = light;
+                    coarse_[pixel(column, row)] = seen;
         }
     }
 }
@@ -146,15 +160,14 @@ Image Progressive::image() const
         const Area area = area_of(tile);
         const std::uint32_t count = tile_passes_[tile];
         for (int y = area.top; y < area.bottom; ++y) {
-            const Float3 behind =
-                backdrop((static_cast<float>(y) + 0.5F) / static_cast<float>(view_.height()));
+            const Seen behind = shader_->nothing_at(y + 0.5);
             for (int x = area.left; x < area.right; ++x) {
-                Float3 light = behind;
+                Seen seen = behind;
                 if (count != 0)
-                    light = sums_[pixel(x, y)] * (1.0F / static_cast<float>(count));
+                    seen = mean(sums_[pixel(x, y)], count);
                 else if (!coarse_.empty())
-                    light = coarse_[pixel(x, y)];
-                encode(light, image.at(x, y));
+                    seen = coarse_[pixel(x, y)];
+                encode(seen, image.at(x, y));
             }
         }
     }

@@ -10,13 +10,13 @@
 
 #include "picture/image/image.h"
 #include "picture/render/look.h"
-#include "picture/scene/float3.h"
 #include "picture/scene/scene.h"
 #include "picture/view/view.h"
 
 namespace picture {
 
 class Shader;
+struct Seen;
 
 /// How a piece of work on a picture is done. None of it changes the result.
 struct Work {
@@ -54,7 +54,7 @@ public:
     [[nodiscard]] const View& view() const noexcept { return view_; }
 
     /// The picture as far as it is: tone mapped, encoded for a screen. A pixel without any sample
-    /// shows the background.
+    /// shows the backdrop; what that lets through is transparent.
     [[nodiscard]] Image image() const;
 
 private:
@@ -79,8 +79,8 @@ private:
     std::unique_ptr<const Shader> shader_;
     int tiles_across_;
     unsigned passes_ = 0;
-    std::vector<Float3> sums_;               ///< of the samples of each pixel, linear light
-    std::vector<Float3> coarse_;             ///< first impression of each pixel, or empty
+    std::vector<Seen> sums_;                 ///< of the samples of each pixel
+    std::vector<Seen> coarse_;               ///< first impression of each pixel, or empty
     std::vector<std::uint32_t> tile_passes_; ///< how many samples the tile's pixels have
 };
 

@@ -23,6 +23,11 @@ constexpr float edge_cover = 0.8F;
 constexpr double edge_half_width = 0.6; ///< pixels
 constexpr Float3 line_colour{0.03F, 0.03F, 0.04F};
 
+Seen lay_over(const Seen& below, const Float3& colour, float cover)
+{
+    return {mix(below.light, colour, cover), below.cover + (1.0F - below.cover) * cover};
+}
+
 /// The normal that light falls on: smooth where the surface asks for it, towards the viewer.
 Float3 shading_normal(const ScenePart& part, const Hit& hit)
 {
@@ -66,16 +71,23 @@ Shader::Shader(std::shared_ptr<const Scene> scene, const View& view, Look look)
       guides_(view, look_)
 {}
 
-Float3 Shader::sample(double x, double y, const Samples& samples) const noexcept
+Seen Shader::nothing_at(double y) const noexcept
+{
+    if (look_.backdrop.transparent)
+        return {{}, 0.0F};
+    return {look_.backdrop.at(static_cast<float>(y / view_.height())), 1.0F};
+}
+
+Seen Shader::sample(double x, double y, const Samples& samples) const noexcept
 {
     const Ray ray = view_.ray(x, y);
     const TracedScene& scene = scene_->traced();
-    Float3 seen = backdrop(static_cast<float>(y / view_.height()));
+    Seen seen = nothing_at(y);
     double depth = std::numeric_limits<double>::infinity();
     if (const auto hit = scene.trace(ray)) {
-        seen = lit(scene, *hit, colour_of(*hit), samples);
+        seen = {lit(scene, *hit, colour_of(*hit), samples), 1.0F};
         if (look_.wireframe && is_on_edge(*hit, ray))
-            seen = mix(seen, edge_colour, edge_cover);
+            seen = lay_over(seen, edge_colour, edge_cover);
         depth = hit->distance;
     }
     const auto guide = guides_.along(ray, depth);
@@ -85,13 +97,13 @@ Float3 Shader::sample(double x, double y, const Samples& samples) const noexcept
         const TracedScene& ghost = look_.ghost->traced();
         if (const auto hit = ghost.trace(ray); hit && hit->distance < depth) {
             if (guide_seen && guide->distance > hit->distance) {
-                seen = mix(seen, guide->colour, guide->cover);
+                seen = lay_over(seen, guide->colour, guide->cover);
                 guide_done = true;
             }
-            seen = mix(seen, lit(ghost, *hit, ghost_tint, samples), ghost_cover);
+            seen = lay_over(seen, lit(ghost, *hit, ghost_tint, samples), ghost_cover);
         }
     }
-    return guide_done ? seen : mix(seen, guide->colour, guide->cover);
+    return guide_done ? seen : lay_over(seen, guide->colour, guide->cover);
 }
 
 Float3 Shader::lit(const TracedScene& scene, const Hit& hit, const Float3& colour,

@@ -2,33 +2,12 @@
 #include "picture/scene/corner_normals.h"
 
 #include <cmath>
-#include <numbers>
-#include <string_view>
-#include <unordered_map>
 
 #include "picture/scene/scene_part.h"
 
 namespace picture {
 
 namespace {
-
-constexpr float flat = 2.0F; ///< no cosine reaches it
-
-/// For each tag the cosine of the smoothing angle of the surface that it names.
-std::vector<float> cosines(const SceneLayer& layer)
-{
-    std::unordered_map<std::string_view, double> angles;
-    for (const mesh::SurfaceLook& look : layer.looks)
-        if (look.smoothing_angle > 0.0)
-            angles.try_emplace(look.name, std::min(look.smoothing_angle, std::numbers::pi));
-    std::vector<float> result(layer.tags->size(), flat);
-    if (angles.empty())
-        return result;
-    for (mesh::TagIndex tag = 0; tag < result.size(); ++tag)
-        if (const auto found = angles.find((*layer.tags)[tag]); found != angles.end())
-            result[tag] = static_cast<float>(std::cos(found->second));
-    return result;
-}
 
 Float3 area_of(const mesh::Layer& layer, std::size_t polygon, double scale)
 {
@@ -55,12 +34,12 @@ Float3 area_of(const mesh::Layer& layer, std::size_t polygon, double scale)
 
 } // namespace
 
-CornerNormals::CornerNormals(const SceneLayer& layer, double scale)
+CornerNormals::CornerNormals(const SceneLayer& layer, const SurfaceIndex& surfaces, double scale)
     : layer_(*layer.layer), first_(layer.first_polygon), end_(end_polygon(layer)),
-      cosine_of_tag_(cosines(layer))
+      surfaces_(surfaces)
 {
     for (std::size_t polygon = first_; polygon < end_ && !any_; ++polygon)
-        any_ = cosine_of(polygon) < flat;
+        any_ = cosine_of(polygon) < SurfaceIndex::flat;
     if (!any_)
         return;
     areas_.resize(end_ - first_);
@@ -71,8 +50,7 @@ CornerNormals::CornerNormals(const SceneLayer& layer, double scale)
 
 float CornerNormals::cosine_of(std::size_t polygon) const noexcept
 {
-    const mesh::TagIndex tag = layer_.polygons.surface(polygon);
-    return tag < cosine_of_tag_.size() ? cosine_of_tag_[tag] : flat;
+    return surfaces_.cosine(layer_.polygons.surface(polygon));
 }
 
 /// Counts the polygons of each point, turns the counts into places, and fills these.
@@ -81,7 +59,7 @@ void CornerNormals::find_neighbours()
     starts_.assign(layer_.points.size() + 1, 0);
     const auto for_each_corner = [this](auto visit) {
         for (std::size_t polygon = first_; polygon < end_; ++polygon)
-            if (cosine_of(polygon) < flat)
+            if (cosine_of(polygon) < SurfaceIndex::flat)
                 for (const std::uint32_t point : layer_.polygons.points(polygon))
                     visit(polygon, point);
     };
@@ -100,7 +78,7 @@ Float3 CornerNormals::at(std::size_t polygon, std::uint32_t point) const noexcep
     const float cosine = cosine_of(polygon);
     const Float3& own = areas_[polygon - first_];
     const float own_size = length(own);
-    if (cosine >= flat || !(own_size > 0.0F))
+    if (cosine >= SurfaceIndex::flat || !(own_size > 0.0F))
         return normalized(own);
     const mesh::TagIndex tag = layer_.polygons.surface(polygon);
     Float3 sum;

@@ -7,6 +7,7 @@
 
 #include "picture/scene/float3.h"
 #include "picture/scene/scene.h"
+#include "picture/scene/surface_index.h"
 
 namespace picture {
 
@@ -15,9 +16,10 @@ namespace picture {
 /// surface's smoothing angle, large polygons counting more than small ones.
 class CornerNormals {
 public:
-    /// Uses the layer as long as it lives. `scale` is about how large the mesh is: areas are taken
-    /// relative to it, so that they fit single precision. @throws std::bad_alloc
-    CornerNormals(const SceneLayer& layer, double scale);
+    /// Uses the layer and the index, which is that of its document, as long as it lives. `scale` is
+    /// about how large the mesh is: areas are taken relative to it, so that they fit single
+    /// precision. @throws std::bad_alloc
+    CornerNormals(const SceneLayer& layer, const SurfaceIndex& surfaces, double scale);
 
     /// Whether any polygon is smooth at all.
     [[nodiscard]] bool any() const noexcept { return any_; }
@@ -32,7 +34,7 @@ private:
     const mesh::Layer& layer_;
     std::size_t first_;
     std::size_t end_;
-    std::vector<float> cosine_of_tag_; ///< of the smoothing angle
+    const SurfaceIndex& surfaces_;
     bool any_ = false;
     std::vector<Float3> areas_;         ///< of each polygon: its normal, as long as its area
     std::vector<std::uint32_t> starts_; ///< of each point: where its polygons begin

@@ -199,26 +199,35 @@ void PolygonSplitter::split(std::span<const Vec3> corners)
     if (corners.size() == 4 ? split_quad(corners, normal) : split_as_fan(corners, normal))
         return;
     pieces_.clear();
-    tessellator_->run(corners, normal);
+    constexpr std::size_t crossings_a_corner = 4;
+    if (crossings_.more_than(crossings_a_corner * corners.size(), corners, normal))
+        make_fan(static_cast<std::uint32_t>(corners.size()));
+    else
+        tessellator_->run(corners, normal);
 }
 
 /// Splits a polygon whose first corner sees all others; false when it may not be so.
 bool PolygonSplitter::split_as_fan(std::span<const Vec3> corners, const Vec3& normal)
 {
-    const auto count = static_cast<std::uint32_t>(corners.size());
-    for (std::uint32_t i = 2; i < count; ++i) {
+    for (std::size_t i = 2; i < corners.size(); ++i)
         if (!faces(corners[0], corners[i - 1], corners[i], normal) ||
             !faces(corners[0], corners[1], corners[i], normal))
             return false;
+    make_fan(static_cast<std::uint32_t>(corners.size()));
+    return true;
+}
+
+void PolygonSplitter::make_fan(std::uint32_t corner_count)
+{
+    for (std::uint32_t i = 2; i < corner_count; ++i) {
         // sides: from the first corner, between the two others, and back
         unsigned edges = 2;
         if (i == 2)
             edges |= 1;
-        if (i + 1 == count)
+        if (i + 1 == corner_count)
             edges |= 4;
         pieces_.push_back({{0, i - 1, i}, static_cast<std::uint8_t>(edges)});
     }
-    return true;
 }
 
 /// Splits along the diagonal that lies inside, or along the shorter one where both do; false for a

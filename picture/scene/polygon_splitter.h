@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "mesh/vec3.h"
+#include "picture/scene/crossings.h"
 
 namespace picture {
 
@@ -30,7 +31,9 @@ struct AddedPoint {
 };
 
 /// Splits polygons into triangles, whatever their shape: concave, with a hole that a double edge
-/// leads to, bent, or crossing themselves.
+/// leads to, bent, or crossing themselves. One that crosses itself more than four times for each of
+/// its corners, which is a scribble, is split as if it were seen whole from its first corner: its
+/// crossings may be half as many as the square of its corners, and each would take its time.
 class PolygonSplitter {
 public:
     PolygonSplitter();
@@ -49,11 +52,13 @@ public:
 private:
     struct Tessellator;
 
+    void make_fan(std::uint32_t corner_count);
     bool split_as_fan(std::span<const mesh::Vec3> corners, const mesh::Vec3& normal);
     bool split_quad(std::span<const mesh::Vec3> corners, const mesh::Vec3& normal);
 
     std::vector<Piece> pieces_;
     std::vector<AddedPoint> added_;
+    Crossings crossings_;
     std::unique_ptr<Tessellator> tessellator_;
 };
 

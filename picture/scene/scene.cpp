@@ -15,8 +15,8 @@ std::vector<SceneLayer> all_layers(const mesh::Document& document,
     return layers;
 }
 
-Scene::Scene(std::span<const SceneLayer> layers)
-    : traced_(std::make_unique<const TracedScene>(layers))
+Scene::Scene(std::span<const SceneLayer> layers, const std::atomic<bool>* cancel)
+    : traced_(std::make_unique<const TracedScene>(layers, cancel))
 {}
 
 Scene::~Scene() = default;

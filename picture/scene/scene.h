@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <span>
+#include <stdexcept>
 #include <vector>
 
 #include "mesh/bounds.h"
@@ -17,6 +20,12 @@
 namespace picture {
 
 class TracedScene;
+
+/// The ray tracer could not do its work, mostly for want of threads. The message says why.
+class TracerError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 /// One layer to be shown, or a run of its polygons. What it points to is used only while a scene is
 /// being made of it.
@@ -45,6 +54,9 @@ struct PolygonId {
     }
 };
 
+/// The making of a scene was given up, as its caller asked.
+class SceneCancelled : public std::exception {};
+
 /// Some layers, made ready to be looked at: triangles in single precision around the scene's own
 /// middle and size, sorted in space for tracing. Holds copies of all it needs, and never changes:
 /// any number of threads may use it at a time.
@@ -54,8 +66,10 @@ struct PolygonId {
 /// points of no polygon. What has a coordinate that is no finite number is left out.
 class Scene {
 public:
-    /// Uses all cores. @throws std::bad_alloc
-    explicit Scene(std::span<const SceneLayer> layers);
+    /// Uses all cores.
+    /// @param cancel  once true, the making is given up soon; may be null
+    /// @throws std::bad_alloc, TracerError, SceneCancelled
+    explicit Scene(std::span<const SceneLayer> layers, const std::atomic<bool>* cancel = nullptr);
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
     ~Scene();

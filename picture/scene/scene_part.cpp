@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <string_view>
 #include <unordered_map>
 
 #include "picture/image/colour.h"
@@ -24,19 +23,23 @@ constexpr mesh::FourCC polygon_bone = mesh::fourcc("BONE");
 /// Fills a part polygon by polygon.
 class PartMaker {
 public:
-    PartMaker(const SceneLayer& source, const Placement& placement)
-        : source_(source), layer_(*source.layer), placement_(placement),
-          normals_(source, placement.scale)
+    PartMaker(const SceneLayer& source, const SurfaceIndex& surfaces, const Placement& placement)
+        : source_(source), layer_(*source.layer), surfaces_(surfaces), placement_(placement),
+          normals_(source, surfaces, placement.scale)
     {}
 
-    ScenePart make()
+    ScenePart make(const std::atomic<bool>* cancel)
     {
         place_points();
         take_colours();
         const std::size_t end = end_polygon(source_);
         reserve(end);
-        for (std::size_t polygon = source_.first_polygon; polygon < end; ++polygon)
+        constexpr std::size_t often = 4096; // polygons between looks at `cancel`
+        for (std::size_t polygon = source_.first_polygon; polygon < end; ++polygon) {
+            if (cancel != nullptr && polygon % often == 0 && *cancel)
+                throw SceneCancelled();
             add(static_cast<std::uint32_t>(polygon));
+        }
         add_loose_points();
         part_.points.push_back({}); // the tracer reads 16 bytes at a time
         return std::move(part_);
@@ -64,25 +67,29 @@ private:
         }
     }
 
-    /// The first colour is the default; the others are those of the looks, in order.
+    /// The first colour is the default; the others are those that the polygons have.
     void take_colours()
     {
         const mesh::SurfaceLook standard;
         part_.colours.push_back(linear_colour(standard.red, standard.green, standard.blue));
-        std::unordered_map<std::string_view, std::uint32_t> numbers;
-        for (const mesh::SurfaceLook& look : source_.looks) {
-            numbers.try_emplace(look.name, static_cast<std::uint32_t>(part_.colours.size()));
-            part_.colours.push_back(linear_colour(look.red, look.green, look.blue));
-        }
-        std::vector<std::uint32_t> of_tag(source_.tags->size(), 0);
-        for (mesh::TagIndex tag = 0; tag < of_tag.size(); ++tag)
-            if (const auto found = numbers.find((*source_.tags)[tag]); found != numbers.end())
-                of_tag[tag] = found->second;
+        std::unordered_map<mesh::TagIndex, std::uint32_t> numbers;
         const mesh::Polygons& polygons = layer_.polygons;
         part_.surfaces.resize(end_polygon(source_), 0);
-        for (std::size_t i = source_.first_polygon; i < part_.surfaces.size(); ++i)
-            if (const mesh::TagIndex tag = polygons.surface(i); tag < of_tag.size())
-                part_.surfaces[i] = of_tag[tag];
+        for (std::size_t i = source_.first_polygon; i < part_.surfaces.size(); ++i) {
+            const mesh::TagIndex tag = polygons.surface(i);
+            if (i > source_.first_polygon && tag == polygons.surface(i - 1)) {
+                part_.surfaces[i] = part_.surfaces[i - 1];
+                continue;
+            }
+            const mesh::SurfaceLook* const look = surfaces_.look(tag);
+            if (look == nullptr)
+                continue;
+            const auto next = static_cast<std::uint32_t>(part_.colours.size());
+            const auto [number, is_new] = numbers.try_emplace(tag, next);
+            if (is_new)
+                part_.colours.push_back(linear_colour(look->red, look->green, look->blue));
+            part_.surfaces[i] = number->second;
+        }
     }
 
     void reserve(std::size_t end)
@@ -181,6 +188,7 @@ private:
 
     const SceneLayer& source_;
     const mesh::Layer& layer_;
+    const SurfaceIndex& surfaces_;
     Placement placement_;
     CornerNormals normals_;
     PolygonSplitter splitter_;
@@ -212,9 +220,10 @@ std::vector<bool> shown_points(const SceneLayer& layer)
     return shown;
 }
 
-ScenePart make_part(const SceneLayer& layer, const Placement& placement)
+ScenePart make_part(const SceneLayer& layer, const SurfaceIndex& surfaces,
+                    const Placement& placement, const std::atomic<bool>* cancel)
 {
-    return PartMaker(layer, placement).make();
+    return PartMaker(layer, surfaces, placement).make(cancel);
 }
 
 } // namespace picture

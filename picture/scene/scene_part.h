@@ -9,6 +9,7 @@
 #include "picture/scene/float3.h"
 #include "picture/scene/polygon_splitter.h"
 #include "picture/scene/scene.h"
+#include "picture/scene/surface_index.h"
 
 namespace picture {
 
@@ -52,8 +53,11 @@ struct ScenePart {
     std::vector<Float3> colours;         ///< linear light
 };
 
-/// Makes the part of a layer. @throws std::bad_alloc
-[[nodiscard]] ScenePart make_part(const SceneLayer& layer, const Placement& placement);
+/// Makes the part of a layer. `surfaces` is the index of its document, `cancel` as that of a scene.
+/// @throws std::bad_alloc, SceneCancelled
+[[nodiscard]] ScenePart make_part(const SceneLayer& layer, const SurfaceIndex& surfaces,
+                                  const Placement& placement,
+                                  const std::atomic<bool>* cancel = nullptr);
 
 /// Which points of a layer are seen: those of the polygons shown, and loose ones.
 [[nodiscard]] std::vector<bool> shown_points(const SceneLayer& layer);

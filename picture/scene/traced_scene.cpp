@@ -2,10 +2,11 @@
 #include "picture/scene/traced_scene.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <new>
-#include <stdexcept>
 #include <string>
 
 #include <embree3/rtcore.h>
@@ -16,27 +17,47 @@ namespace picture {
 
 namespace {
 
+/// What the tracer said last about a failure on this thread. An array: there may be no memory.
+thread_local std::array<char, 160> reason{};
+
+void keep_reason(void* /*user_data*/, RTCError /*error*/, const char* text) noexcept
+{
+    const std::size_t length = std::min(std::strlen(text), reason.size() - 1);
+    std::copy_n(text, length, reason.begin());
+    reason[length] = '\0';
+}
+
+/// Throws what the error stands for, if it is one.
+void check(RTCError error)
+{
+    if (error == RTC_ERROR_CANCELLED)
+        throw SceneCancelled();
+    if (error == RTC_ERROR_OUT_OF_MEMORY)
+        throw std::bad_alloc();
+    if (error != RTC_ERROR_NONE)
+        throw TracerError(std::string("the ray tracer failed: ") +
+                          (reason[0] != '\0' ? reason.data() : "it gives no reason") +
+                          "; it needs threads and more memory than the mesh alone");
+}
+
 /// The tracer's device: one for the whole program, since it keeps threads. It lives until the end:
 /// scenes may be let go in any order.
 RTCDevice device()
 {
     static const RTCDevice shared = [] {
         const RTCDevice made = rtcNewDevice(nullptr);
-        if (made == nullptr)
-            throw std::runtime_error("the ray tracer does not start");
+        if (made == nullptr) {
+            check(rtcGetDeviceError(nullptr));
+            throw TracerError("the ray tracer does not start");
+        }
+        rtcSetDeviceErrorFunction(made, keep_reason, nullptr);
         return made;
     }();
     return shared;
 }
 
-void check(RTCDevice used)
-{
-    const RTCError error = rtcGetDeviceError(used);
-    if (error == RTC_ERROR_OUT_OF_MEMORY)
-        throw std::bad_alloc();
-    if (error != RTC_ERROR_NONE)
-        throw std::runtime_error("the ray tracer failed with error " + std::to_string(error));
-}
+/// Throws what went wrong with the device since the last call, if anything did.
+void check_device() { check(rtcGetDeviceError(device())); }
 
 template <typename T>
 void share(RTCGeometry geometry, RTCBufferType type, RTCFormat format, const std::vector<T>& values,
@@ -69,21 +90,34 @@ RTCGeometry dot_geometry(const ScenePart& part)
     return geometry;
 }
 
+/// Asked by the tracer as it builds its tree; false ends that.
+bool goes_on(void* cancel, double /*done*/) noexcept
+{
+    return !*static_cast<const std::atomic<bool>*>(cancel);
+}
+
 /// Past this many triangles the tree is built the quick and small way.
 constexpr std::size_t many_triangles = 4'000'000;
 
 } // namespace
 
-TracedScene::TracedScene(std::span<const SceneLayer> layers)
+TracedScene::TracedScene(std::span<const SceneLayer> layers, const std::atomic<bool>* cancel)
 {
     place(layers);
     parts_.reserve(layers.size());
-    for (const SceneLayer& layer : layers)
-        parts_.push_back(make_part(layer, placement_));
-    build();
+    SurfaceIndex surfaces;
+    for (const SceneLayer& layer : layers) {
+        surfaces.take(layer);
+        parts_.push_back(make_part(layer, surfaces, placement_, cancel));
+    }
+    build(cancel);
 }
 
-TracedScene::~TracedScene() { rtcReleaseScene(scene_); }
+TracedScene::~TracedScene()
+{
+    if (scene_ != nullptr)
+        rtcReleaseScene(scene_);
+}
 
 /// Finds middle and size of what is shown.
 void TracedScene::place(std::span<const SceneLayer> layers)
@@ -112,19 +146,24 @@ void TracedScene::place(std::span<const SceneLayer> layers)
     placement_.scale = largest > 0.0 ? largest : 0.5;
 }
 
-void TracedScene::build()
+void TracedScene::build(const std::atomic<bool>* cancel)
 {
     std::size_t triangles = 0;
     for (const ScenePart& part : parts_)
         triangles += part.triangles.size();
     const bool many = triangles > many_triangles;
-    scene_ = rtcNewScene(device());
+    // A scene whose build failed is not released: the tracer ends the program there. So it is taken
+    // over only when all went well.
+    const RTCScene scene = rtcNewScene(device());
+    check_device();
     if (many)
-        rtcSetSceneFlags(scene_, RTC_SCENE_FLAG_COMPACT);
-    rtcSetSceneBuildQuality(scene_, RTC_BUILD_QUALITY_MEDIUM);
+        rtcSetSceneFlags(scene, RTC_SCENE_FLAG_COMPACT);
+    rtcSetSceneBuildQuality(scene, RTC_BUILD_QUALITY_MEDIUM);
+    if (cancel != nullptr)
+        rtcSetSceneProgressMonitorFunction(scene, goes_on, const_cast<std::atomic<bool>*>(cancel));
     const auto attach = [&](RTCGeometry geometry, std::uint32_t part, Shape shape) {
         rtcCommitGeometry(geometry);
-        rtcAttachGeometry(scene_, geometry);
+        rtcAttachGeometry(scene, geometry);
         rtcReleaseGeometry(geometry);
         geometries_.push_back({part, shape});
     };
@@ -136,13 +175,16 @@ void TracedScene::build()
         if (!parts_[i].dots.empty())
             attach(dot_geometry(parts_[i]), i, Shape::dot);
     }
-    rtcCommitScene(scene_);
+    check_device();
+    rtcCommitScene(scene);
+    rtcSetSceneProgressMonitorFunction(scene, nullptr, nullptr); // `cancel` is the caller's
     try {
-        check(device());
-    } catch (...) {
-        rtcReleaseScene(scene_);
+        check_device();
+    } catch (const SceneCancelled&) {
+        rtcReleaseScene(scene);
         throw;
     }
+    scene_ = scene;
 }
 
 std::optional<Hit> TracedScene::trace(const Ray& ray) const noexcept

@@ -32,7 +32,9 @@ struct Hit {
 /// its own coordinates.
 class TracedScene {
 public:
-    explicit TracedScene(std::span<const SceneLayer> layers);
+    /// As a scene is made.
+    explicit TracedScene(std::span<const SceneLayer> layers,
+                         const std::atomic<bool>* cancel = nullptr);
     TracedScene(const TracedScene&) = delete;
     TracedScene& operator=(const TracedScene&) = delete;
     ~TracedScene();
@@ -62,7 +64,7 @@ private:
     };
 
     void place(std::span<const SceneLayer> layers);
-    void build();
+    void build(const std::atomic<bool>* cancel);
 
     Placement placement_;
     std::optional<mesh::Bounds> bounds_;

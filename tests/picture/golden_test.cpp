@@ -218,19 +218,4 @@ TEST(Picture, OfALineIsThin)
     }
 }
 
-TEST(Png, GivesBackTheSamePictureAndTheSameBytes)
-{
-    const Image image = framed_picture(box_and_ball(), 50, 30, 2);
-    const auto bytes = picture::encode_png(image);
-    EXPECT_EQ(picture::decode_png(bytes), image);
-    EXPECT_EQ(picture::encode_png(image), bytes);
-}
-
-TEST(Png, RefusesWhatIsNone)
-{
-    const auto bytes = picture::encode_png(Image(4, 4));
-    for (std::size_t length = 0; length < bytes.size() - 12; ++length) // the last chunk is empty
-        EXPECT_THROW((void)picture::decode_png(std::span(bytes).first(length)), picture::PngError);
-}
-
 } // namespace

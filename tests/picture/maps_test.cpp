@@ -62,9 +62,9 @@ TEST(ReadMap, PrefersTheValueOfACornerAndPassesOverWhatIsNoNumber)
     Model model = strip();
     mesh::VertexMap& map = model.layer().maps[0];
     for (const float value : {1.0F, 2.0F}) { // the last one counts
-        map.corners.polygons.push_back(1);
-        map.corners.points.push_back(4);
-        map.corners.values.push_back(value);
+        map.edit_corners().polygons.push_back(1);
+        map.edit_corners().points.push_back(4);
+        map.edit_corners().values.push_back(value);
     }
     set(map, 0, std::numeric_limits<float>::infinity());
     const auto read = picture::read_map(model.scene_layers(), "Height");

@@ -135,6 +135,38 @@ TEST(PolygonSplitter, CoversAStarThatCrossesItself)
     EXPECT_NEAR(split(star).area, area, 1e-6);
 }
 
+/// How often the edges of a star cross: each spans `step` corners of the ring.
+std::size_t crossings_of_star(std::size_t count, std::size_t step) { return count * (step - 1); }
+
+bool crosses_more_than(std::size_t limit, const std::vector<Vec3>& corners)
+{
+    picture::Crossings crossings;
+    return crossings.more_than(limit, corners, picture::area_vector(corners));
+}
+
+TEST(Crossings, AreCountedUpToTheLimit)
+{
+    for (const int step : {2, 3, 4, 5}) {
+        const std::vector<Vec3> star = turned(ring(11, step));
+        const std::size_t there = crossings_of_star(11, static_cast<std::size_t>(step));
+        EXPECT_TRUE(crosses_more_than(there - 1, star)) << step;
+        EXPECT_FALSE(crosses_more_than(there, star)) << step;
+    }
+    EXPECT_FALSE(crosses_more_than(0, {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, 1, 0}, {0, 4, 0}}));
+    EXPECT_FALSE(crosses_more_than(0, {{0, 0, 0}, {4, 0, 0}, {2, 0, 0}, {2, 4, 0}}))
+        << "edges that touch";
+}
+
+TEST(PolygonSplitter, SplitsAScribbleAsIfItsFirstCornerSawItWhole)
+{
+    PolygonSplitter splitter;
+    splitter.split(ring(13, 5)); // 52 crossings, four for each corner
+    EXPECT_FALSE(splitter.added_points().empty());
+    splitter.split(ring(13, 6)); // 65 crossings
+    EXPECT_TRUE(splitter.added_points().empty());
+    EXPECT_EQ(splitter.pieces().size(), 11U);
+}
+
 TEST(PolygonSplitter, TakesTheShorterDiagonalOfABentSquare)
 {
     PolygonSplitter splitter;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 
 #include <gtest/gtest.h>
 
+#include "picture/image/png.h"
 #include "picture/render/progressive.h"
 #include "tests/picture/scenes.h"
 
@@ -138,6 +140,56 @@ TEST(Progressive, GetsNearerToTheEndWithEveryFewPasses)
         last = apart;
     }
     EXPECT_LT(last, 1.0);
+}
+
+TEST(Progressive, LetsNothingBeSeenWhereNothingIsOnATransparentBackdrop)
+{
+    const auto scene = box_and_ball().scene();
+    const View view = view_of(*scene, 120, 80);
+    const auto picture = [&](bool transparent) {
+        picture::Look look;
+        look.backdrop.transparent = transparent;
+        Progressive progressive(scene, view, look);
+        for (int i = 0; i < 5; ++i)
+            EXPECT_TRUE(progressive.add_pass());
+        return progressive.image();
+    };
+    const Image opaque = picture(false);
+    const Image clear = picture(true);
+    int empty = 0;
+    int whole = 0;
+    int in_part = 0;
+    for (int y = 0; y < clear.height; ++y)
+        for (int x = 0; x < clear.width; ++x) {
+            EXPECT_EQ(opaque.at(x, y)[3], 255);
+            const std::uint8_t cover = clear.at(x, y)[3];
+            if (cover == 0)
+                ++empty;
+            else if (cover < 255)
+                ++in_part;
+            else {
+                ++whole;
+                for (int i = 0; i < 3; ++i)
+                    EXPECT_EQ(clear.at(x, y)[i], opaque.at(x, y)[i]);
+            }
+        }
+    EXPECT_GT(empty, 1000);
+    EXPECT_GT(whole, 1000);
+    EXPECT_GT(in_part, 50); // edges
+    EXPECT_EQ(clear.at(0, 0)[3], 0);
+}
+
+TEST(Png, KeepsTheCoverOfAPictureThatIsTransparentInPart)
+{
+    Image image(3, 2);
+    for (std::size_t i = 0; i < image.rgba.size(); ++i)
+        image.rgba[i] = static_cast<std::uint8_t>(i * 11);
+    EXPECT_EQ(picture::decode_png(picture::encode_png(image)), image);
+    const std::size_t colour_type = 25; // of the file's bytes
+    EXPECT_EQ(picture::encode_png(image).at(colour_type), std::byte{6});
+    for (std::size_t i = 3; i < image.rgba.size(); i += 4)
+        image.rgba[i] = 255;
+    EXPECT_EQ(picture::encode_png(image).at(colour_type), std::byte{2});
 }
 
 } // namespace

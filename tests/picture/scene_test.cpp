@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -45,6 +47,18 @@ TEST(Scene, ShowsTheUpperPolygonWhereTwoOverlap)
     EXPECT_NEAR(upper->position.x, 1.1, 1e-5);
     EXPECT_NEAR(upper->position.y, 1.0, 1e-5);
     EXPECT_NEAR(upper->position.z, 0.1, 1e-5);
+}
+
+TEST(Scene, IsGivenUpWhenItsCallerAsks)
+{
+    Model model;
+    model.floor(0.0, 0.0, 0.0, 2.0);
+    std::atomic<bool> cancel = false;
+    EXPECT_EQ(picture::Scene(model.scene_layers(), &cancel).triangle_count(), 2U);
+    cancel = true;
+    EXPECT_THROW(picture::Scene(model.scene_layers(), &cancel), picture::SceneCancelled);
+    cancel = false; // the tracer is none the worse for it
+    EXPECT_EQ(picture::Scene(model.scene_layers(), &cancel).triangle_count(), 2U);
 }
 
 TEST(Scene, LeavesTheHollowOfAConcavePolygonOpen)
@@ -194,6 +208,22 @@ TEST(VisiblePolygons, AreThoseSeenInTheRectangleEachOnce)
               (std::vector<PolygonId>{{0, 0}}));
     EXPECT_TRUE(picture::visible_polygons(*scene, view, {95, 0, 105, 100}).empty());
     EXPECT_TRUE(picture::visible_polygons(*scene, view, {50, 50, 50, 50}).empty());
+}
+
+/// A look for each surface, whichever layers have it: with as many layers as surfaces a colour kept
+/// for each of both would be ten thousand million.
+TEST(Scene, CostsWhatItShowsWithManySurfacesAndManyLayers)
+{
+    constexpr std::uint32_t many = 100'000;
+    mesh::Document document;
+    std::vector<mesh::SurfaceLook> looks(many);
+    for (std::uint32_t i = 0; i < many; ++i) {
+        looks[i].name = std::to_string(i);
+        document.tags.append(looks[i].name);
+    }
+    document.layers.resize(many);
+    const picture::Scene scene(picture::all_layers(document, looks));
+    EXPECT_EQ(scene.triangle_count(), 0u);
 }
 
 } // namespace
