@@ -2,22 +2,20 @@
 #include "cli/files.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
-#include <cerrno>
 #include <cstddef>
 #include <filesystem>
-#include <span>
 #include <system_error>
 #include <vector>
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include "cli/errors.h"
 #include "formats/errors.h"
+#include "formats/file_kind.h"
 #include "formats/file_writer.h"
+#include "formats/input_file.h"
 #include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
 
@@ -36,28 +34,6 @@ bool has_foreign_ending(const std::string& name)
     return !ending.empty() && ending != ".lwo";
 }
 
-std::string system_reason(int error_number)
-{
-    return std::error_code(error_number, std::generic_category()).message();
-}
-
-std::vector<std::byte> read_stdin()
-{
-    std::vector<std::byte> bytes;
-    std::array<std::byte, 65536> block{};
-    for (;;) {
-        const ssize_t count = ::read(STDIN_FILENO, block.data(), block.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            throw Failure(ExitStatus::input,
-                          fmt::format("standard input: cannot be read: {}", system_reason(errno)));
-        if (count == 0)
-            return bytes;
-        bytes.insert(bytes.end(), block.begin(), block.begin() + count);
-    }
-}
-
 } // namespace
 
 std::string short_name(const std::string& name)
@@ -74,19 +50,21 @@ void judge_input(const std::string& name)
 {
     if (name == standard_stream)
         return;
-    const auto refuse = [&](const std::string& reason) {
-        throw Failure(ExitStatus::input, fmt::format("{}: {}", name, reason));
-    };
-    std::error_code failed;
-    const fs::file_status status = fs::status(name, failed);
-    if (!fs::exists(status))
-        refuse("cannot be opened: " + (failed ? failed.message() : system_reason(ENOENT)));
-    if (fs::is_directory(status))
-        refuse("is a folder; name a file in it");
-    if (fs::is_regular_file(status) && has_foreign_ending(name))
-        refuse("is in a format that is not read; only LWO2 object files (.lwo) are");
-    if (::access(name.c_str(), R_OK) != 0)
-        refuse("cannot be opened: " + system_reason(errno));
+    try {
+        formats::check_input_path(name);
+        std::error_code failed;
+        if (!fs::is_regular_file(name, failed) || !has_foreign_ending(name))
+            return;
+        const std::string kind = formats::foreign_kind(fs::path(name));
+        throw Failure(ExitStatus::input,
+                      kind.empty() ? fmt::format("{}: is an LWO2 object under another ending; "
+                                                 "rename it so that it ends in .lwo",
+                                                 name)
+                                   : fmt::format("{}: {}", name, kind),
+                      {name, {}});
+    } catch (const formats::FileError& error) {
+        throw Failure(ExitStatus::input, error.what(), {name, {}});
+    }
 }
 
 void judge_output(const std::string& name)
@@ -101,11 +79,12 @@ void judge_output(const std::string& name)
         throw Failure(ExitStatus::output,
                       fmt::format("{}: is in a format that is not written; only LWO2 object files "
                                   "(.lwo) are",
-                                  name));
+                                  name),
+                      {name, {}});
     try {
         formats::check_output_path(name);
     } catch (const formats::FileError& error) {
-        throw Failure(ExitStatus::output, error.what());
+        throw Failure(ExitStatus::output, error.what(), {name, {}});
     }
 }
 
@@ -116,15 +95,13 @@ mesh::Document read_document(const std::string& name, Console& console)
             fmt::format("{}: {}", name == standard_stream ? "standard input" : name, text));
     };
     try {
-        if (name == standard_stream)
-            return formats::read_lwo2(read_stdin(), warn);
-        return formats::read_lwo2_file(name, warn);
+        return formats::read_lwo2_file(
+            name == standard_stream ? formats::standard_input() : formats::open_input(name), warn);
     } catch (const formats::FormatError& error) {
-        throw Failure(ExitStatus::input, name == standard_stream
-                                             ? fmt::format("standard input: {}", error.what())
-                                             : std::string(error.what()));
+        throw Failure(ExitStatus::input, error.what(),
+                      {name, fmt::format("chunk {} at byte {}", error.chunk(), error.offset())});
     } catch (const formats::FileError& error) {
-        throw Failure(ExitStatus::input, error.what());
+        throw Failure(ExitStatus::input, error.what(), {name, {}});
     }
 }
 
@@ -141,9 +118,9 @@ void write_document(const mesh::Document& document, const std::string& name, Con
             formats::write_lwo2_file(document, name, warn);
         }
     } catch (const formats::LimitError& error) {
-        throw Failure(ExitStatus::output, fmt::format("{}: {}", name, error.what()));
+        throw Failure(ExitStatus::output, fmt::format("{}: {}", name, error.what()), {name, {}});
     } catch (const formats::FileError& error) {
-        throw Failure(ExitStatus::output, error.what());
+        throw Failure(ExitStatus::output, error.what(), {name, {}});
     }
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <memory>
@@ -16,12 +17,16 @@
 #include "cli/commands/render.h"
 #include "cli/commands/scatter.h"
 #include "cli/commands/settings.h"
+#include "cli/console/error_object.h"
 #include "cli/console/interrupt.h"
+#include "cli/console/module_end.h"
+#include "cli/console/out_of_memory.h"
 #include "cli/console/output.h"
 #include "cli/errors.h"
 #include "cli/module_finder.h"
 #include "cli/verbs.h"
 #include "cli/version.h"
+#include "mesh/printable.h"
 #include "settings/nearest.h"
 
 namespace cli {
@@ -35,6 +40,8 @@ struct VerbEntry {
 };
 
 template <typename Made> std::unique_ptr<Verb> make() { return std::make_unique<Made>(); }
+
+constexpr const char* json_option = "--json";
 
 constexpr std::array<VerbEntry, 6> verbs{{
     {"scatter", "scatter clones of a model over a ground", make<ScatterVerb>},
@@ -68,10 +75,10 @@ std::string version_text()
     try {
         const modeler::Module module = load_module({});
         for (const modeler::Server& server : module.servers())
-            text += fmt::format("module {} ({}, {})\n", module.file().string(), server.name,
-                                server.class_name);
+            text += fmt::format("module {} ({}, {})\n", mesh::printable(module.file().string()),
+                                mesh::printable(server.name), mesh::printable(server.class_name));
     } catch (const Failure& failure) {
-        text += fmt::format("no module: {}\n", failure.what());
+        text += fmt::format("no module: {}\n", mesh::printable(failure.what()));
     }
     return text;
 }
@@ -88,23 +95,41 @@ const VerbEntry& find_verb(const std::string& name)
                                  name, settings::did_you_mean(name, names)));
 }
 
+/// Tells it as JSON, but for an error that is about standard output as the place of JSON: there may
+/// be the very file that was to be kept from it.
+void tell(const Failure& failure) noexcept
+{
+    if (failure.place().place != json_option)
+        write_error_object(failure.status(), {failure.what()}, failure.place().file,
+                           failure.place().place);
+}
+
 ExitStatus run_verb(const std::string& name, std::vector<std::string> arguments)
 {
     const std::unique_ptr<Verb> verb = find_verb(name).make();
     Console console(name);
+    report_module_ends(name);
+    if (verb->command_line().has(json_option) &&
+        std::find(arguments.begin(), arguments.end(), json_option) != arguments.end())
+        tell_errors_as_json();
     try {
         if (!verb->command_line().parse(std::move(arguments)))
             return ExitStatus::done;
-        return verb->run(console);
+        const ExitStatus status = verb->run(console);
+        if (status != ExitStatus::done)
+            write_error_object(status, {console.errors()}, {}, {});
+        return status;
     } catch (const UsageError& error) {
-        console.error(fmt::format("{}\n{}see dastrel {} --help", error.what(),
-                                  verb->command_line().usage(), name));
+        console.error(error.what());
+        write_stderr(fmt::format("{}see dastrel {} --help\n", verb->command_line().usage(), name));
+        tell(error);
         return error.status();
     } catch (const Failure& failure) {
         console.error(failure.what());
+        tell(failure);
         return failure.status();
     } catch (const std::bad_alloc&) {
-        console.error("out of memory; make fewer clones, or use a model with fewer points");
+        report_out_of_memory(name);
         return ExitStatus::host;
     }
 }
@@ -117,11 +142,15 @@ ExitStatus run(std::vector<std::string> arguments)
     }
     const std::string first = arguments[0];
     arguments.erase(arguments.begin());
-    if (first == "--help" || first == "-h" || (first == "help" && arguments.empty())) {
+    const bool help = first == "help";
+    const auto asks_for_help = [](const std::string& word) {
+        return word == "help" || word == "--help" || word == "-h";
+    };
+    if (asks_for_help(first) && (!help || arguments.empty() || asks_for_help(arguments[0]))) {
         write_stdout(main_help());
     } else if (first == "--version") {
         write_stdout(version_text());
-    } else if (first == "help") {
+    } else if (help) {
         write_stdout(find_verb(arguments[0]).make()->command_line().help());
     } else {
         return run_verb(first, std::move(arguments));
@@ -132,19 +161,26 @@ ExitStatus run(std::vector<std::string> arguments)
 ExitStatus guarded_run(std::span<char*> arguments)
 {
     Console console("");
+    report_module_ends("");
     try {
         return run({arguments.begin(), arguments.end()});
     } catch (const UsageError& error) {
-        console.error(
-            fmt::format("{}\nusage: dastrel VERB [OPTIONS] ...\nsee dastrel --help", error.what()));
+        console.error(error.what());
+        write_stderr("usage: dastrel VERB [OPTIONS] ...\nsee dastrel --help\n");
+        tell(error);
         return error.status();
     } catch (const Failure& failure) {
         console.error(failure.what());
+        tell(failure);
         return failure.status();
     } catch (const ClosedPipe&) {
         return ExitStatus::done;
+    } catch (const std::bad_alloc&) {
+        report_out_of_memory({});
+        return ExitStatus::host;
     } catch (const std::exception& error) {
         console.error(fmt::format("failed: {}", error.what()));
+        write_error_object(ExitStatus::host, {"failed: ", error.what()}, {}, {});
         return ExitStatus::host;
     }
 }

@@ -29,14 +29,15 @@ fs::path find_module(const std::string& named)
 {
     if (!named.empty()) {
         if (!is_file(named))
-            throw Failure(ExitStatus::host, fmt::format("{}: there is no such module file", named));
+            throw Failure(ExitStatus::host, fmt::format("{}: there is no such module file", named),
+                          {named, {}});
         return fs::absolute(named);
     }
     std::string looked;
     for (const fs::path& place : modeler::module_places(module_file)) {
         if (is_file(place))
             return place;
-        looked += "\n  " + place.string();
+        looked += (looked.empty() ? " " : ", ") + place.string();
     }
     throw Failure(ExitStatus::host,
                   fmt::format("the module {} was not found; name it with --module FILE; "
@@ -49,7 +50,7 @@ modeler::Module load_module(const std::string& named)
     try {
         return modeler::Module::load(find_module(named));
     } catch (const modeler::ModuleError& error) {
-        throw Failure(ExitStatus::host, error.what());
+        throw Failure(ExitStatus::host, error.what(), {error.file().string(), error.step()});
     }
 }
 

@@ -118,6 +118,11 @@ void CommandLine::add_switch(const std::string& name, std::string& value,
     add_value(name, value, "[on|off]", description, group);
 }
 
+bool CommandLine::has(const std::string& name) const
+{
+    return app_->get_option_no_throw(name) != nullptr;
+}
+
 bool CommandLine::was_given(const std::string& name) const { return app_->count(name) != 0; }
 
 std::vector<std::string> CommandLine::option_names() const
@@ -147,13 +152,27 @@ void CommandLine::join_switches(std::vector<std::string>& arguments) const
     }
 }
 
+void CommandLine::add_other_word(std::string word, std::string option)
+{
+    other_words_.emplace(std::move(word), std::move(option));
+}
+
+/// The end of the message about an unknown option.
+std::string CommandLine::suggestion(const std::string& name) const
+{
+    // a value may stand right behind a short name
+    const bool is_short = name.size() > 2 && name[1] != '-';
+    const auto meant = other_words_.find(is_short ? name.substr(0, 2) : name);
+    return meant != other_words_.end() ? fmt::format("; did you mean '{}'?", meant->second)
+                                       : settings::did_you_mean(name, option_names());
+}
+
 void CommandLine::refuse_extras() const
 {
     for (const std::string& extra : app_->remaining()) {
         if (extra.size() > 1 && extra[0] == '-') {
             const std::string name = extra.substr(0, extra.find('='));
-            throw UsageError(fmt::format("unknown option '{}'{}", name,
-                                         settings::did_you_mean(name, option_names())));
+            throw UsageError(fmt::format("unknown option '{}'{}", name, suggestion(name)));
         }
         throw UsageError(fmt::format("unexpected argument '{}'", extra));
     }

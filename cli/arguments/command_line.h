@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -45,11 +47,18 @@ public:
     void add_switch(const std::string& name, std::string& value, const std::string& description,
                     const std::string& group);
 
+    /// The option that is meant by a name which is none, such as a word that other programs have
+    /// for it. It is told where the name is used.
+    void add_other_word(std::string word, std::string option);
+
     /// Reads the arguments behind the verb. Returns false when help was asked for and shown.
     /// @throws UsageError
     [[nodiscard]] bool parse(std::vector<std::string> arguments);
 
-    /// Whether the option of this long name (`--seed`) was among the arguments.
+    /// Whether there is an option of this long name (`--seed`).
+    [[nodiscard]] bool has(const std::string& name) const;
+
+    /// Whether the option of this long name was among the arguments.
     [[nodiscard]] bool was_given(const std::string& name) const;
 
     [[nodiscard]] std::string help() const;
@@ -60,11 +69,13 @@ private:
     [[nodiscard]] std::vector<std::string> option_names() const;
     void join_switches(std::vector<std::string>& arguments) const;
     void refuse_extras() const;
+    [[nodiscard]] std::string suggestion(const std::string& name) const;
 
     std::vector<std::string> usage_;
     std::string intro_;
     std::string examples_;
     std::vector<std::string> switches_;
+    std::map<std::string, std::string, std::less<>> other_words_; ///< to the options they mean
     bool help_ = false;
     std::unique_ptr<CLI::App> app_; ///< behind a pointer: its header takes long to compile
 };

@@ -2,14 +2,19 @@
 #include "cli/commands/info.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
 #include <utility>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "cli/files.h"
+#include "cli/json_text.h"
 #include "mesh/bounds.h"
 #include "mesh/document.h"
+#include "mesh/printable.h"
 
 namespace cli {
 
@@ -22,40 +27,43 @@ constexpr int schema = 1;
 /// Names in order of first appearance, each with how often it came.
 using Counts = std::vector<std::pair<std::string, std::size_t>>;
 
-void count(Counts& counts, const std::string& name)
+/// Counts what `key(polygon)` gives for all polygons of a layer, in the order of first appearance,
+/// in time that does not grow with how many different ones there are, nor with what other layers
+/// have. Polygons without are not counted.
+template <typename Key, typename Name>
+Counts count_polygons(const mesh::Layer& layer, Key key, Name name)
 {
-    for (auto& [known, number] : counts) {
-        if (known == name) {
-            ++number;
-            return;
-        }
+    std::unordered_map<std::uint32_t, std::size_t> places;
+    Counts counts;
+    for (std::size_t i = 0; i < layer.polygons.size(); ++i) {
+        const std::optional<std::uint32_t> found = key(i);
+        if (!found)
+            continue;
+        const auto [place, added] = places.try_emplace(*found, counts.size());
+        if (added)
+            counts.emplace_back(name(*found), 0);
+        ++counts[place->second].second;
     }
-    counts.emplace_back(name, 1);
+    return counts;
 }
 
+/// Polygons of each type, by the text that stands for it.
 Counts polygon_types(const mesh::Layer& layer)
 {
-    Counts types;
-    for (std::size_t i = 0; i < layer.polygons.size(); ++i)
-        count(types, mesh::to_text(layer.polygons.type(i)));
-    return types;
+    return count_polygons(
+        layer, [&](std::size_t i) { return std::optional(layer.polygons.type(i)); },
+        [](mesh::FourCC type) { return mesh::to_text(type); });
 }
 
-/// Polygons of each surface; a file may have many thousands of surfaces, so they are counted by
-/// tag.
 Counts surfaces(const mesh::Layer& layer, const mesh::TagList& tags)
 {
-    std::vector<std::size_t> polygons(tags.size());
-    std::vector<mesh::TagIndex> order;
-    for (std::size_t i = 0; i < layer.polygons.size(); ++i) {
-        const mesh::TagIndex tag = layer.polygons.surface(i);
-        if (tag != mesh::no_tag && polygons[tag]++ == 0)
-            order.push_back(tag);
-    }
-    Counts counts;
-    for (const mesh::TagIndex tag : order)
-        counts.emplace_back(tags[tag], polygons[tag]);
-    return counts;
+    return count_polygons(
+        layer,
+        [&](std::size_t i) {
+            const mesh::TagIndex tag = layer.polygons.surface(i);
+            return tag != mesh::no_tag ? std::optional(tag) : std::nullopt;
+        },
+        [&](mesh::TagIndex tag) { return tags[tag]; });
 }
 
 std::string list_of(const Counts& counts)
@@ -69,18 +77,30 @@ std::string list_of(const Counts& counts)
 std::string map_line(const mesh::VertexMap& map, std::size_t points)
 {
     std::string line = fmt::format("    {} '{}': dimension {}, {} of {} points have a value",
-                                   mesh::to_text(map.type()), map.name(), map.dimension(),
-                                   grouped(map.size()), grouped(points));
-    if (map.corners.size() != 0)
-        line += fmt::format(", {} single corners", grouped(map.corners.size()));
+                                   mesh::to_text(map.type()), mesh::printable(map.name()),
+                                   map.dimension(), grouped(map.size()), grouped(points));
+    if (map.corners().size() != 0)
+        line += fmt::format(", {} single corners", grouped(map.corners().size()));
     return line + "\n";
 }
 
-std::string layer_text(const mesh::Layer& layer, const mesh::TagList& tags, std::size_t place)
+/// Writes what was collected once it is long: of files of many small parts the text would take more
+/// memory than the file.
+void write_long_text(std::string& text)
 {
-    std::string text = fmt::format("  layer {}", place);
+    constexpr std::size_t is_long = std::size_t{1} << 18;
+    if (text.size() < is_long)
+        return;
+    write_stdout(text);
+    text.clear();
+}
+
+void add_layer_text(std::string& text, const mesh::Layer& layer, const mesh::TagList& tags,
+                    std::size_t place)
+{
+    text += fmt::format("  layer {}", place);
     if (!layer.name.empty())
-        text += fmt::format(" '{}'", layer.name);
+        text += fmt::format(" '{}'", mesh::printable(layer.name));
     text += fmt::format(": {} points, {} polygons", grouped(layer.points.size()),
                         grouped(layer.polygons.size()));
     if (layer.polygons.size() != 0)
@@ -90,26 +110,30 @@ std::string layer_text(const mesh::Layer& layer, const mesh::TagList& tags, std:
         text += fmt::format("    bounds ({}, {}, {}) to ({}, {}, {})\n", box->min.x, box->min.y,
                             box->min.z, box->max.x, box->max.y, box->max.z);
     for (const auto& [name, number] : surfaces(layer, tags))
-        text += fmt::format("    surface '{}': {} polygons\n", name, grouped(number));
-    for (const mesh::VertexMap& map : layer.maps)
+        text +=
+            fmt::format("    surface '{}': {} polygons\n", mesh::printable(name), grouped(number));
+    for (const mesh::VertexMap& map : layer.maps) {
         text += map_line(map, layer.points.size());
-    return text;
+        write_long_text(text);
+    }
 }
 
-std::string file_text(const std::string& name, const mesh::Document& document)
+void write_file_text(const std::string& name, const mesh::Document& document)
 {
     std::size_t points = 0;
     std::size_t polygons = 0;
-    std::string layers;
-    for (std::size_t i = 0; i < document.layers.size(); ++i) {
-        points += document.layers[i].points.size();
-        polygons += document.layers[i].polygons.size();
-        layers += layer_text(document.layers[i], document.tags, i + 1);
+    for (const mesh::Layer& layer : document.layers) {
+        points += layer.points.size();
+        polygons += layer.polygons.size();
     }
-    return fmt::format("{}: {} {}, {} points, {} polygons\n", name, document.layers.size(),
-                       document.layers.size() == 1 ? "layer" : "layers", grouped(points),
-                       grouped(polygons)) +
-           layers;
+    std::string text = fmt::format(
+        "{}: {} {}, {} points, {} polygons\n", mesh::printable(name), document.layers.size(),
+        document.layers.size() == 1 ? "layer" : "layers", grouped(points), grouped(polygons));
+    for (std::size_t i = 0; i < document.layers.size(); ++i) {
+        add_layer_text(text, document.layers[i], document.tags, i + 1);
+        write_long_text(text);
+    }
+    write_stdout(text);
 }
 
 Json counts_json(const Counts& counts, const char* key)
@@ -128,7 +152,7 @@ Json layer_json(const mesh::Layer& layer, const mesh::TagList& tags, std::size_t
                         {"name", map.name()},
                         {"dimension", map.dimension()},
                         {"points_with_value", map.size()},
-                        {"corner_values", map.corners.size()}});
+                        {"corner_values", map.corners().size()}});
     Json bounds; // null without points
     if (const auto box = mesh::layer_bounds(layer))
         bounds = {{"min", {box->min.x, box->min.y, box->min.z}},
@@ -177,12 +201,10 @@ ExitStatus InfoVerb::run(Console& console)
         if (json_)
             files.push_back(file_json(file, document));
         else
-            write_stdout(file_text(file, document));
+            write_file_text(file, document);
     }
     if (json_)
-        write_stdout(Json({{"schema", schema}, {"files", files}})
-                         .dump(2, ' ', false, Json::error_handler_t::replace) +
-                     "\n");
+        write_stdout(json_text({{"schema", schema}, {"files", files}}));
     return ExitStatus::done;
 }
 

@@ -12,6 +12,8 @@
 
 #include <fmt/format.h>
 
+#include "mesh/printable.h"
+
 namespace cli {
 
 namespace {
@@ -52,41 +54,15 @@ template <std::floating_point Number> std::string number_text(Number number)
         return fmt::format("nan:{:016x}", std::bit_cast<std::uint64_t>(number));
 }
 
-/// Length of the UTF-8 sequence at the start of `text`, or 0 when there is none that is sound.
-std::size_t sequence_length(std::string_view text)
-{
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned lead = byte(0);
-    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2u
-                               : lead >= 0xE0 && lead <= 0xEF ? 3u
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4u
-                                                              : 0u;
-    if (length == 0 || length > text.size())
-        return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0u) != 0x80u)
-            return 0;
-    }
-    return length;
-}
-
 std::string quoted(std::string_view text)
 {
-    std::string result = "\"";
-    while (!text.empty()) {
-        const auto lead = static_cast<unsigned char>(text[0]);
-        std::size_t length = 1;
-        if (lead == '"' || lead == '\\')
-            result += {'\\', text[0]};
-        else if (lead >= 0x20 && lead < 0x7F)
-            result += text[0];
-        else if ((length = sequence_length(text)) != 0)
-            result += text.substr(0, length);
-        else
-            result += fmt::format("\\x{:02X}", lead);
-        text.remove_prefix(length == 0 ? 1 : length);
+    std::string escaped;
+    for (const char character : text) {
+        if (character == '"' || character == '\\')
+            escaped += '\\';
+        escaped += character;
     }
-    return result + "\"";
+    return '"' + mesh::printable(escaped) + '"';
 }
 
 std::uint64_t fnv1a(std::span<const std::byte> bytes)
@@ -141,7 +117,7 @@ void add_map(Lines& lines, const mesh::VertexMap& map)
     map.for_each([&](std::uint32_t point, std::span<const float> value) {
         lines.add("  {}{}\n", point, values_text(value));
     });
-    const mesh::CornerValues& corners = map.corners;
+    const mesh::CornerValues& corners = map.corners();
     if (corners.size() != 0)
         lines.add("corner values {}\n", corners.size());
     for (std::size_t i = 0; i < corners.size(); ++i)

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "cli/module_finder.h"
+#include "mesh/printable.h"
 
 namespace cli {
 
@@ -23,11 +24,13 @@ ModulesVerb::ModulesVerb()
 ExitStatus ModulesVerb::run(Console& /*console*/)
 {
     const modeler::Module module = load_module(module_);
-    std::string text = module.file().string() + "\n";
+    using mesh::printable;
+    std::string text = printable(module.file().string()) + "\n";
     for (const modeler::Server& server : module.servers())
-        text += fmt::format("  class {}  name {}  user name {}  condition {}\n", server.class_name,
-                            server.name, server.user_name,
-                            server.enable_condition.empty() ? "none" : server.enable_condition);
+        text += fmt::format(
+            "  class {}  name {}  user name {}  condition {}\n", printable(server.class_name),
+            printable(server.name), printable(server.user_name),
+            server.enable_condition.empty() ? "none" : printable(server.enable_condition));
     write_stdout(text);
     return ExitStatus::done;
 }

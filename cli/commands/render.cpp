@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/file_conflicts.h"
 #include "cli/files.h"
 #include "cli/pictures/picture_maker.h"
 #include "mesh/document.h"
@@ -41,7 +42,17 @@ RenderVerb::RenderVerb()
 {
     line_.add_positionals(files_);
     line_.add_value("-o,--output", output_, "PICTURE", "PNG file to write", "files");
+    line_.add_flag("--force", force_, "let the picture replace an input", "files");
     line_.add_flag("-q,--quiet", quiet_, "say errors only", "running");
+}
+
+void RenderVerb::check_output() const
+{
+    std::vector<RunFile> inputs;
+    for (const std::string& file : files_)
+        inputs.push_back({"the input", file});
+    const RunFile output{"-o", output_};
+    check_file_conflicts(inputs, {&output, 1}, force_ ? Replacing::allowed : Replacing::refused);
 }
 
 ExitStatus RenderVerb::run(Console& console)
@@ -58,6 +69,7 @@ ExitStatus RenderVerb::run(Console& console)
     for (const std::string& file : files_)
         judge_input(file);
     judge_picture(output_);
+    check_output();
 
     const auto start = std::chrono::steady_clock::now();
     std::vector<mesh::Document> documents;
@@ -65,10 +77,11 @@ ExitStatus RenderVerb::run(Console& console)
         documents.push_back(read_document(file, console));
     const std::size_t triangles = make_picture(documents, request, output_, console);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    console.note(fmt::format(
-        "{}{} -> {} ({} x {} pixels, {} triangles, {} samples, {:.2f} s)", short_name(files_[0]),
-        files_.size() > 1 ? fmt::format(" + {} more", files_.size() - 1) : "", short_name(output_),
-        request.width, request.height, grouped(triangles), request.samples, seconds.count()));
+    console.note(fmt::format("{}{} -> {} ({} x {} pixels, {} triangles, {} samples, {:.2f} s)",
+                             short_name(files_[0]),
+                             files_.size() > 1 ? fmt::format(" + {} more", files_.size() - 1) : "",
+                             short_name(output_), request.width, request.height, grouped(triangles),
+                             grouped(request.samples), seconds.count()));
     return ExitStatus::done;
 }
 

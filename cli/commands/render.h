@@ -18,10 +18,13 @@ public:
     ExitStatus run(Console& console) override;
 
 private:
+    void check_output() const;
+
     CommandLine line_;
     PictureArguments picture_;
     std::vector<std::string> files_;
     std::string output_;
+    bool force_ = false;
     bool quiet_ = false;
 };
 

@@ -5,23 +5,38 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include "cli/clock.h"
 #include "cli/commands/scatter_forecast.h"
 #include "cli/commands/scatter_report.h"
 #include "cli/console/console_front_end.h"
+#include "cli/console/out_of_memory.h"
+#include "cli/file_conflicts.h"
 #include "cli/files.h"
 #include "cli/module_finder.h"
 #include "cli/pictures/picture_maker.h"
+#include "formats/clone_size.h"
 #include "formats/errors.h"
 #include "formats/merge.h"
+#include "mesh/clone_numbers.h"
+#include "mesh/layer_numbers.h"
+#include "modeler/clone_layers.h"
+#include "modeler/ground_slopes.h"
+#include "modeler/mesh_warnings.h"
+#include "modeler/model_size.h"
 #include "modeler/modeler.h"
+#include "modeler/run_failure.h"
+#include "modeler/several_models.h"
+#include "settings/clock.h"
+#include "settings/errors.h"
+#include "settings/plausibility.h"
 
 namespace cli {
 
@@ -61,8 +76,22 @@ ScatterReport::Input counted(const std::string& name, const mesh::Document& docu
     return input;
 }
 
-std::vector<LayerRole> scene_roles(const ScatterRequest& request, std::size_t layer_count)
+/// Takes layers that hold clones alone out of the run, so that clones which were given a layer of
+/// their own are neither ground nor model of the next run. They stay where the role has no others.
+void set_earlier_clones_aside(const mesh::Document& document, LayerRole role,
+                              std::vector<LayerRole>& roles)
 {
+    std::vector<LayerRole> without = roles;
+    for (std::size_t i = 0; i < roles.size(); ++i)
+        if (roles[i] == role && mesh::holds_clones_alone(document.layers[i]))
+            without[i] = LayerRole::shown;
+    if (std::find(without.begin(), without.end(), role) != without.end())
+        roles = std::move(without);
+}
+
+std::vector<LayerRole> scene_roles(const ScatterRequest& request, const mesh::Document& document)
+{
+    const std::size_t layer_count = document.layers.size();
     std::vector<LayerRole> roles(layer_count, request.background.empty() ? LayerRole::background
                                                                          : LayerRole::hidden);
     const auto assign = [&](const std::vector<std::size_t>& layers, LayerRole role,
@@ -87,7 +116,9 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
     inputs.push_back(counted(request.inputs[0], scene.document));
     scene.layers_to_write = scene.document.layers.size();
     if (request.scene) {
-        scene.roles = scene_roles(request, scene.layers_to_write);
+        scene.roles = scene_roles(request, scene.document);
+        if (request.own_layer && request.background.empty())
+            set_earlier_clones_aside(scene.document, LayerRole::background, scene.roles);
         return scene;
     }
     const auto warn = [&](const std::string& text) { console.warning(text); };
@@ -104,7 +135,19 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
     }
     scene.roles.assign(scene.document.layers.size(), LayerRole::background);
     std::fill_n(scene.roles.begin(), scene.layers_to_write, LayerRole::foreground);
+    if (request.own_layer)
+        set_earlier_clones_aside(scene.document, LayerRole::foreground, scene.roles);
     return scene;
+}
+
+/// Clones are added to a layer of the ground: refuses a file that has none.
+void check_ground(const Scene& scene, const ScatterRequest& request)
+{
+    if (scene.layers_to_write == 0)
+        throw Failure(ExitStatus::input,
+                      fmt::format("{}: has no layers, so there is no ground to put clones on; name "
+                                  "an object that has polygons",
+                                  request.inputs[0]));
 }
 
 /// Calls `visit(layer, polygon)` for every polygon of the ground.
@@ -146,6 +189,80 @@ void select_surfaces(const std::vector<std::string>& names, Scene& scene)
     }
 }
 
+/// Warns that several MODEL files are one model, with the runs that scatter one or the other.
+void warn_of_several_models(const Scene& scene, ScatterReport& report, Console& console)
+{
+    std::vector<std::string> models;
+    for (std::size_t i = 1; i < report.inputs.size(); ++i)
+        models.push_back(short_name(report.inputs[i].name));
+    if (models.size() < 2)
+        return;
+    formats::CopiedMesh clone;
+    for (std::size_t i = scene.layers_to_write; i < scene.document.layers.size(); ++i)
+        formats::add_clone_of(scene.document.layers[i], clone);
+    report.clone_points = clone.points;
+    console.warning(fmt::format(
+        "{}; to have one or the other, run once for each, as in: dastrel scatter {} {} -o "
+        "first.lwo --own-layer, and then: dastrel scatter first.lwo {} -o {} --own-layer",
+        modeler::several_models(models, clone.points), report.inputs[0].name, report.inputs[1].name,
+        report.inputs[2].name, report.output));
+}
+
+/// Warns of what ground and model have that no run can make good.
+void warn_of_meshes(const Scene& scene, ScatterReport& report, Console& console)
+{
+    const std::vector<ScatterReport::Input>& inputs = report.inputs;
+    // The layers of all inputs stand in one document, file by file.
+    const auto title = [&](std::size_t layer) {
+        std::size_t file = 0;
+        for (; file + 1 < inputs.size() && layer >= inputs[file].layers; ++file)
+            layer -= inputs[file].layers;
+        return fmt::format("layer {} of {}", layer + 1, inputs[file].name);
+    };
+    for (const std::string& warning : modeler::mesh_warnings(scene.document, scene.roles, title))
+        console.warning(warning);
+    const std::string clones = modeler::earlier_clones(scene.document, scene.roles, title);
+    if (!clones.empty())
+        console.warning(clones + "; --select-surface NAME keeps them on the ground's own polygons, "
+                                 "and runs with --own-layer keep clones apart from the ground");
+    report.size_mismatch = modeler::size_mismatch(scene.document, scene.roles);
+    if (report.size_mismatch)
+        console.warning(modeler::to_sentence(*report.size_mismatch));
+    warn_of_several_models(scene, report, console);
+}
+
+/// Name for the layer of the clones, after what is cloned.
+std::string own_layer_name(const ScatterRequest& request, const Scene& scene)
+{
+    std::vector<std::string> models;
+    if (request.scene) {
+        for (std::size_t i = 0; i < scene.roles.size(); ++i) {
+            if (scene.roles[i] != LayerRole::background)
+                continue;
+            const std::string& name = scene.document.layers[i].name;
+            models.push_back(name.empty() ? fmt::format("layer {}", i + 1) : name);
+        }
+    } else {
+        for (std::size_t i = 1; i < request.inputs.size(); ++i)
+            models.push_back(stem(request.inputs[i]));
+    }
+    return modeler::clone_layer_name(models);
+}
+
+/// Takes the layers between those to be written and those that the run added, which are the
+/// model's, out of the document.
+void drop_model(mesh::Document& document, std::size_t to_write, std::size_t read)
+{
+    std::optional<mesh::Layer> own;
+    if (document.layers.size() > read)
+        own = std::move(document.layers.back());
+    document.layers.truncate(to_write);
+    if (!own)
+        return;
+    own->number = mesh::free_layer_number(document).value_or(own->number);
+    document.layers.push_back(std::move(*own));
+}
+
 std::int64_t clones_made(const std::vector<settings::UsedSetting>& settings)
 {
     for (const settings::UsedSetting& used : settings) {
@@ -153,6 +270,28 @@ std::int64_t clones_made(const std::vector<settings::UsedSetting>& settings)
             return std::max<std::int64_t>(0, std::get<std::int32_t>(used.value));
     }
     return 0;
+}
+
+void warn_of_values(const ScatterRequest& request, Console& console)
+{
+    for (const settings::GivenSetting& given : request.settings)
+        if (const std::string doubt = settings::implausible(*given.setting, given.value);
+            !doubt.empty())
+            console.warning(given.source + ": " + doubt);
+}
+
+bool is_on(std::string_view field, const std::vector<settings::UsedSetting>& used)
+{
+    return std::any_of(used.begin(), used.end(), [&](const settings::UsedSetting& one) {
+        return one.setting->field == field && one.value == settings::Value(1);
+    });
+}
+
+/// Tells what the command leaves open when no polygon lies within its limits.
+void say_slopes(const modeler::Modeler& session, Console& console)
+{
+    if (const auto slopes = modeler::ground_slopes(session.document(), session.roles()))
+        console.error(modeler::to_sentence(*slopes) + "; --slope-min and --slope-max limit them");
 }
 
 /// How many clones the request asks for.
@@ -166,6 +305,28 @@ std::int64_t clones_asked(const ScatterRequest& request)
     return std::get<std::int32_t>(value);
 }
 
+/// Refuses outputs that would replace an input, the settings file, the module or each other.
+void check_outputs(const ScatterRequest& request, const std::string& module)
+{
+    std::vector<RunFile> inputs;
+    for (const std::string& input : request.inputs)
+        inputs.push_back({"the input", input});
+    if (!request.settings_file.empty())
+        inputs.push_back({"the settings file", request.settings_file});
+    inputs.push_back({"the module", module});
+    std::vector<RunFile> outputs{{"-o", request.output}};
+    if (!request.picture.empty())
+        outputs.push_back({"--picture", request.picture});
+    const Replacing replacing = request.force ? Replacing::allowed : Replacing::refused;
+    if (request.json) {
+        // First, because errors about the others are told there.
+        const RunFile summary{"--json", standard_stream};
+        check_file_conflicts(inputs, {&summary, 1}, replacing);
+        outputs.push_back(summary);
+    }
+    check_file_conflicts(inputs, outputs, replacing);
+}
+
 /// Judges the whole request, as far as it can be without reading the inputs.
 modeler::Module judge(const ScatterRequest& request)
 {
@@ -174,13 +335,37 @@ modeler::Module judge(const ScatterRequest& request)
     judge_output(request.output);
     if (!request.picture.empty())
         judge_picture(request.picture);
-    modeler::Module module = load_module(request.module);
+    const std::string file = find_module(request.module).string();
+    check_outputs(request, file);
+    modeler::Module module = load_module(file);
     if (module.find(modeler::mesh_edit_class, command) == nullptr)
         throw Failure(ExitStatus::host,
                       fmt::format("{}: has no command {}; `dastrel modules --module FILE` lists "
                                   "what a module has",
                                   module.file().string(), command));
     return module;
+}
+
+std::int64_t fixed_clock(const ScatterRequest& request)
+{
+    try {
+        return settings::fix_clock(request.clock);
+    } catch (const settings::WrongSettings& error) {
+        throw UsageError(error.what());
+    }
+}
+
+/// The picture of a mesh that is written already, which is told when the picture fails.
+void make_result_picture(const mesh::Document& document, const std::string& picture,
+                         Console& console)
+{
+    try {
+        make_picture({&document, 1}, {}, picture, console);
+    } catch (const Failure& failure) {
+        throw Failure(failure.status(),
+                      fmt::format("{}; the object file is written", failure.what()),
+                      failure.place());
+    }
 }
 
 } // namespace
@@ -193,29 +378,42 @@ ExitStatus ScatterVerb::run(Console& console)
     ScatterReport report;
     report.output = request.output;
     report.picture = request.picture;
-    report.clock = fix_clock(request.clock);
+    report.clock = fixed_clock(request);
     modeler::Module module = judge(request);
     report.module = module.file();
+    warn_of_values(request, console);
 
     Stopwatch stopwatch;
     Scene scene = read_scene(request, report.inputs, console);
+    check_ground(scene, request);
     select_surfaces(request.select_surfaces, scene);
-    judge_result_size(scene.document, scene.roles, clones_asked(request), request.output);
+    judge_result_size(scene.document, scene.roles, clones_asked(request), request.own_layer,
+                      request.output);
     report.seconds.read = stopwatch.lap();
 
+    warn_of_meshes(scene, report, console);
+
+    const std::size_t layers_read = scene.document.layers.size();
+    modeler::RunOptions options;
+    if (request.own_layer)
+        options.own_layer = own_layer_name(request, scene);
     modeler::Modeler session(std::move(scene.document), std::move(scene.roles));
     ConsoleFrontEnd front_end(console, request.settings);
     try {
-        report.result = session.run(module, command, front_end);
+        report.result = session.run(module, command, front_end, options);
     } catch (const modeler::ModuleError& error) {
-        throw Failure(ExitStatus::host, error.what());
+        throw Failure(ExitStatus::host, error.what(), {error.file().string(), error.step()});
     }
     report.seconds.scatter = stopwatch.lap();
-    if (!report.result.errors.empty())
+    if (!report.result.errors.empty()) {
+        if (is_on("slope_limits", front_end.used_settings()))
+            say_slopes(session, console);
         return ExitStatus::refused;
-    if (report.result.code != 0)
-        throw Failure(ExitStatus::host, fmt::format("{}: the command ended with code {}",
-                                                    module.file().string(), report.result.code));
+    }
+    if (const std::string problem = modeler::run_failure(report.result); !problem.empty())
+        throw Failure(ExitStatus::host,
+                      fmt::format("{}: {}; nothing was written", module.file().string(), problem),
+                      {module.file().string(), "run"});
     report.settings = front_end.used_settings();
     report.clones = clones_made(report.settings);
     if (report.result.points_added == 0)
@@ -223,13 +421,14 @@ ExitStatus ScatterVerb::run(Console& console)
                         "polygons");
 
     mesh::Document document = session.release();
-    document.layers.erase(document.layers.begin() +
-                              static_cast<std::ptrdiff_t>(scene.layers_to_write),
-                          document.layers.end());
+    if (document.layers.size() > layers_read)
+        report.own_layer = options.own_layer;
+    drop_model(document, scene.layers_to_write, layers_read);
     write_document(document, request.output, console);
+    note_output_written();
     report.seconds.write = stopwatch.lap();
     if (!request.picture.empty()) {
-        make_picture({&document, 1}, {}, request.picture, console);
+        make_result_picture(document, request.picture, console);
         report.seconds.picture = stopwatch.lap();
     }
 

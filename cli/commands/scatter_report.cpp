@@ -6,6 +6,7 @@
 
 #include "cli/console/output.h"
 #include "cli/files.h"
+#include "cli/json_text.h"
 #include "cli/version.h"
 #include "mesh/fourcc.h"
 
@@ -65,8 +66,14 @@ std::string summary_line(const ScatterReport& report)
             inputs += " + " + short_name(input.name);
     }
     const std::string picture = report.picture.empty() ? "" : " and " + short_name(report.picture);
-    return fmt::format("{} -> {}{} ({} clones, {} points, {} polygons, clock {}, {:.2f} s)", inputs,
-                       short_name(report.output), picture, report.clones,
+    const std::string clone =
+        report.clone_points == 0
+            ? ""
+            : fmt::format(", one clone = {} files, {} points", report.inputs.size() - 1,
+                          grouped(report.clone_points));
+    return fmt::format("{} -> {}{} ({} clones{}, {} points, {} polygons, clock {}, {:.2f} s)",
+                       inputs, short_name(report.output), picture,
+                       grouped(static_cast<std::uint64_t>(report.clones)), clone,
                        grouped(report.result.points_added), grouped(report.result.polygons_added),
                        report.clock, total(report.seconds));
 }
@@ -92,12 +99,19 @@ std::string summary_json(const ScatterReport& report, std::span<const std::strin
           {"write", report.seconds.write},
           {"total", total(report.seconds)}}},
     };
+    if (report.clone_points > 0)
+        summary["clone"] = {{"files", report.inputs.size() - 1}, {"points", report.clone_points}};
+    if (report.size_mismatch)
+        summary["model_size"] = {{"model", report.size_mismatch->model},
+                                 {"ground", report.size_mismatch->ground},
+                                 {"fitting_factor", report.size_mismatch->factor}};
+    if (!report.own_layer.empty())
+        summary["own_layer"] = report.own_layer;
     if (!report.picture.empty()) {
         summary["picture"] = report.picture;
         summary["seconds"]["picture"] = report.seconds.picture;
     }
-    // Names in files need not be UTF-8, and JSON must be.
-    return summary.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return json_text(summary);
 }
 
 } // namespace cli

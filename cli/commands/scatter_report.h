@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "modeler/model_size.h"
 #include "modeler/modeler.h"
 #include "settings/form_filling.h"
 
@@ -30,8 +32,11 @@ struct ScatterReport {
     };
 
     std::vector<Input> inputs;
+    std::uint64_t clone_points = 0; ///< of one clone, where it is several files; otherwise 0
+    std::optional<modeler::SizeMismatch> size_mismatch;
     std::string output;
-    std::string picture; ///< empty: none was made
+    std::string picture;   ///< empty: none was made
+    std::string own_layer; ///< name of the layer that was made for the clones; empty: none was
     std::filesystem::path module;
     std::int64_t clock = 0;
     std::vector<settings::UsedSetting> settings;

@@ -19,12 +19,16 @@ constexpr const char* intro =
     R"(Scatter clones of a model over a ground.
 
 Every layer of GROUND is the ground, every layer of the MODEL files is what is
-cloned. With --foreground, one SCENE file holds both in its layers. OUT gets the
-ground (or the scene) with the clones in it.
+cloned: of several MODEL files every clone is all at once; for a mixture run
+once for each, with --own-layer. With --foreground, one SCENE file holds both
+in its layers. OUT gets the ground (or the scene) with the clones in it.
 
 --seed decides the positions. The clock decides sizes, rotations and jitter, and
 which places a density map thins out, so with a density map the positions depend
 on it too. The summary names the clock; --clock repeats the run to the last bit.
+
+Every polygon of the ground has the same chance of a clone, however large it
+is. --distribution keeps clones apart as far as the tries of --iterations go.
 
 An object file holds 4 GiB. A run whose clones alone would take more is refused
 before its work. Past 16,777,216 points a layer goes on in further ones.
@@ -49,6 +53,15 @@ std::string described(const settings::Setting& setting)
     return fmt::format("{} (default {})", setting.meaning, settings::default_for_display(setting));
 }
 
+/// "line 3" in a message that reads "FILE: line 3: ..."; empty: it names no line.
+std::string line_in(const std::string& message)
+{
+    const std::size_t line = message.find(": line ");
+    if (line == std::string::npos)
+        return {};
+    return message.substr(line + 2, message.find(':', line + 2) - line - 2);
+}
+
 } // namespace
 
 ScatterArguments::ScatterArguments()
@@ -61,6 +74,11 @@ ScatterArguments::ScatterArguments()
     line_.add_value("--picture", picture_, "FILE.png",
                     "make a picture of the result, too; dastrel render has more options for it",
                     "files");
+    line_.add_flag("--force", force_, "let the output replace an input", "files");
+    line_.add_flag("--own-layer", own_layer_,
+                   "put the clones into a layer of their own; layers of the ground that hold "
+                   "nothing but clones of earlier runs then are no ground",
+                   "files");
     line_.add_value("--foreground", foreground_, "LAYERS",
                     "layers of SCENE that are the ground, numbered from 1: 1,3 or 2-4", "files");
     line_.add_value("--background", background_, "LAYERS",
@@ -80,12 +98,17 @@ ScatterArguments::ScatterArguments()
                     "the module to run (default: dastrel.p beside the program or in its library "
                     "folder)",
                     "running");
-    line_.add_flag("--json", json_, "print a summary as JSON on standard output", "running");
+    line_.add_flag("--json", json_,
+                   "print a summary, or the error, as JSON on standard output; a summary "
+                   "can be given to --settings",
+                   "running");
     line_.add_flag("-q,--quiet", quiet_, "say errors only", "running");
 }
 
 void ScatterArguments::add_settings()
 {
+    for (const char* const word : {"--clones", "--count", "--number", "-n"})
+        line_.add_other_word(word, "--clone-num");
     for (const settings::Setting& setting : settings::all_settings()) {
         std::string& text = settings_.emplace_back(SettingOption{&setting, {}}).text;
         const std::string name = settings::option_name(setting);
@@ -119,9 +142,9 @@ std::vector<settings::GivenSetting> ScatterArguments::given_settings() const
         return settings::merge_settings(settings::read_settings_file(settings_file_),
                                         std::move(given));
     } catch (const settings::WrongSettings& error) {
-        throw UsageError(error.what());
+        throw UsageError(error.what(), {settings_file_, line_in(error.what())});
     } catch (const settings::UnreadableSettings& error) {
-        throw Failure(ExitStatus::input, error.what());
+        throw Failure(ExitStatus::input, error.what(), {settings_file_, {}});
     }
 }
 
@@ -129,8 +152,6 @@ void ScatterArguments::judge_picture_name(const ScatterRequest& request) const
 {
     if (request.picture.empty())
         throw UsageError("--picture: names no file");
-    if (request.picture == request.output)
-        throw UsageError("--picture: is the same file as the output");
     if (request.json && request.picture == standard_stream)
         throw UsageError("--json: the summary and the picture cannot both go to standard output");
 }
@@ -176,8 +197,11 @@ ScatterRequest ScatterArguments::request() const
     request.output = output_;
     request.picture = picture_;
     request.select_surfaces = select_surfaces_;
+    request.settings_file = settings_file_;
     request.clock = clock_;
     request.module = module_;
+    request.own_layer = own_layer_;
+    request.force = force_;
     request.json = json_;
     request.quiet = quiet_;
     judge_inputs(request);

@@ -21,8 +21,11 @@ struct ScatterRequest {
     std::vector<std::size_t> background; ///< the same; empty: all others
     std::vector<std::string> select_surfaces;
     std::vector<settings::GivenSetting> settings;
-    std::string clock;  ///< empty: none given
-    std::string module; ///< empty: the one that is found
+    std::string settings_file; ///< empty: none given
+    std::string clock;         ///< empty: none given
+    std::string module;        ///< empty: the one that is found
+    bool own_layer = false;    ///< the clones get a layer of their own
+    bool force = false;        ///< the output may replace an input
     bool json = false;
     bool quiet = false;
 };
@@ -53,6 +56,8 @@ private:
     std::string settings_file_;
     std::string clock_;
     std::string module_;
+    bool own_layer_ = false;
+    bool force_ = false;
     bool json_ = false;
     bool quiet_ = false;
 

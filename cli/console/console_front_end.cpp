@@ -26,7 +26,7 @@ public:
     {
         done_ += steps;
         if (total_ > 0 && console_.shows_progress())
-            console_.show_progress(progress_bar(caption_, static_cast<double>(done_) / total_));
+            console_.show_progress(caption_, static_cast<double>(done_) / total_);
         return false;
     }
 
@@ -73,6 +73,7 @@ std::unique_ptr<modeler::Progress> ConsoleFrontEnd::begin_progress(std::string_v
 bool ConsoleFrontEnd::run_panel(modeler::FormPanel& panel)
 {
     try {
+        settings::check_form(panel);
         for (const std::string& warning : settings::fill_form(panel, settings_))
             console_.warning(warning);
     } catch (const settings::WrongSettings& error) {

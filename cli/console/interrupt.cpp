@@ -7,6 +7,7 @@
 
 #include "cli/console/output.h"
 #include "formats/file_writer.h"
+#include "modeler/module_call.h"
 
 namespace cli {
 
@@ -18,6 +19,7 @@ extern "C" void end_at_once(int signal)
 {
     formats::remove_unfinished_files();
     clear_progress_line();
+    modeler::ModuleCall::release(); // it is not the module that ends the program
     ::_exit(status_of_signal + signal);
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "cli/console/output.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
@@ -11,16 +10,19 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "cli/console/progress_line.h"
 #include "cli/errors.h"
+#include "mesh/printable.h"
 
 namespace cli {
 
 namespace {
 
 constexpr std::chrono::milliseconds between_updates{100};
-constexpr std::string_view erase_line = "\r\x1b[K";
+constexpr const char* erase_line = "\r\x1b[K";
 
 volatile std::sig_atomic_t progress_shown = 0;
+volatile std::sig_atomic_t result_begun = 0;
 
 /// Writes to a descriptor until all is written or it fails. Uses only what a signal handler may.
 bool write_all(int descriptor, std::string_view text) noexcept
@@ -40,6 +42,7 @@ bool write_all(int descriptor, std::string_view text) noexcept
 
 void write_stdout(std::string_view text)
 {
+    result_begun = 1;
     if (write_all(STDOUT_FILENO, text))
         return;
     if (errno == EPIPE)
@@ -49,6 +52,12 @@ void write_stdout(std::string_view text)
                               std::error_code(errno, std::generic_category()).message()));
 }
 
+bool has_begun_result() noexcept { return result_begun != 0; }
+
+void write_stdout_anyhow(std::string_view text) noexcept { (void)write_all(STDOUT_FILENO, text); }
+
+void write_stderr(std::string_view text) noexcept { (void)write_all(STDERR_FILENO, text); }
+
 std::string grouped(std::uint64_t number)
 {
     std::string digits = fmt::format("{}", number);
@@ -57,24 +66,16 @@ std::string grouped(std::uint64_t number)
     return digits;
 }
 
-std::string progress_bar(std::string_view caption, double share)
-{
-    constexpr int width = 30;
-    const double shown = std::clamp(share, 0.0, 1.0);
-    const auto filled = static_cast<std::size_t>(shown * width);
-    return fmt::format("{} [{:<{}}] {:3.0f} %", caption, std::string(filled, '#'), width,
-                       shown * 100.0);
-}
-
 void Console::say(std::string_view text)
 {
     clear_progress();
-    // Nothing can be done about a standard error that does not take it.
-    (void)write_all(STDERR_FILENO, fmt::format("{}\n", text));
+    write_stderr(mesh::printable(text) + "\n");
 }
 
 void Console::error(std::string_view text)
 {
+    errors_ += errors_.empty() ? "" : "\n";
+    errors_ += text;
     say(verb_.empty() ? fmt::format("dastrel: {}", text)
                       : fmt::format("dastrel: {}: {}", verb_, text));
 }
@@ -96,14 +97,26 @@ void Console::note(std::string_view text)
 
 bool Console::shows_progress() const noexcept { return !quiet_ && ::isatty(STDERR_FILENO) == 1; }
 
-void Console::show_progress(std::string_view text)
+bool Console::begins_update()
 {
     const auto now = std::chrono::steady_clock::now();
     if (!shows_progress() || now - last_progress_ < between_updates)
-        return;
+        return false;
     last_progress_ = now;
     progress_shown = 1;
-    (void)write_all(STDERR_FILENO, fmt::format("{}{}", erase_line, text));
+    return true;
+}
+
+void Console::show_progress(std::string_view caption, double share)
+{
+    if (begins_update())
+        write_stderr(erase_line + progress_line(caption, share, terminal_columns()));
+}
+
+void Console::show_progress(std::string_view caption)
+{
+    if (begins_update())
+        write_stderr(erase_line + progress_line(caption, terminal_columns()));
 }
 
 void Console::clear_progress() noexcept { clear_progress_line(); }
@@ -113,7 +126,7 @@ void clear_progress_line() noexcept
     if (progress_shown == 0)
         return;
     progress_shown = 0;
-    (void)write_all(STDERR_FILENO, erase_line);
+    write_stderr(erase_line);
 }
 
 } // namespace cli

@@ -14,14 +14,24 @@ namespace cli {
 /// Failure (output) when it cannot be written.
 void write_stdout(std::string_view text);
 
+/// Whether a result, or a part of one, went to standard output.
+[[nodiscard]] bool has_begun_result() noexcept;
+
+/// Writes to standard output where nothing can be done when it fails. May be called from a signal
+/// handler.
+void write_stdout_anyhow(std::string_view text) noexcept;
+
+/// Writes to standard error, at once; nothing can be done where it takes nothing. May be called
+/// from a signal handler.
+void write_stderr(std::string_view text) noexcept;
+
 /// 1234567 as 1,234,567.
 [[nodiscard]] std::string grouped(std::uint64_t number);
 
-/// A line that shows how far some work is: `share` runs from 0 to 1.
-[[nodiscard]] std::string progress_bar(std::string_view caption, double share);
-
 /// Standard error: everything that is said beside the results. Keeps one line of progress at the
-/// bottom when standard error is a terminal, and takes it away before anything else is said.
+/// bottom when standard error is a terminal, and takes it away before anything else is said. Texts
+/// may hold names from files and words of modules: each is shown as one line, its control
+/// characters made visible.
 class Console {
 public:
     explicit Console(std::string verb) : verb_(std::move(verb)) {}
@@ -38,20 +48,27 @@ public:
     void warning(const std::string& text);
     void note(std::string_view text);
 
-    /// All warnings so far, said or not.
+    /// All errors so far, one in each line, as they were given.
+    [[nodiscard]] const std::string& errors() const noexcept { return errors_; }
+
+    /// All warnings so far, said or not, as they were given.
     [[nodiscard]] const std::vector<std::string>& warnings() const noexcept { return warnings_; }
 
     /// True when progress is shown at all.
     [[nodiscard]] bool shows_progress() const noexcept;
-    /// Shows the text in place of the last one, unless that is less than a tenth of a second old.
-    void show_progress(std::string_view text);
+    /// Shows how far the work is, from 0 to 1, in place of what was shown last, unless that is less
+    /// than a tenth of a second old.
+    void show_progress(std::string_view caption, double share);
+    void show_progress(std::string_view caption);
     void clear_progress() noexcept;
 
 private:
     void say(std::string_view text);
+    bool begins_update();
 
     std::string verb_;
     bool quiet_ = false;
+    std::string errors_;
     std::vector<std::string> warnings_;
     std::set<std::string> said_;
     std::chrono::steady_clock::time_point last_progress_{};

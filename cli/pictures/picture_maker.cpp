@@ -55,6 +55,16 @@ std::shared_ptr<const picture::MapValues> find_map(const Shown& shown, const std
                                                    settings::did_you_mean(name, names))));
 }
 
+std::shared_ptr<const picture::Scene> make_scene(std::span<const picture::SceneLayer> layers,
+                                                 const std::string& name)
+{
+    try {
+        return std::make_shared<const picture::Scene>(layers);
+    } catch (const picture::TracerError& error) {
+        throw Failure(ExitStatus::host, fmt::format("{}: {}", name, error.what()), {name, {}});
+    }
+}
+
 picture::View view_of(const picture::Scene& scene, const PictureRequest& request)
 {
     picture::Camera camera;
@@ -76,7 +86,7 @@ picture::Image trace(const std::shared_ptr<const picture::Scene>& scene,
         work.progress = [&](std::size_t done, std::size_t tiles) {
             const double passes =
                 progressive.passes() + static_cast<double>(done) / static_cast<double>(tiles);
-            console.show_progress(progress_bar("tracing", passes / request.samples));
+            console.show_progress("tracing", passes / request.samples);
         };
     while (progressive.passes() < request.samples)
         progressive.add_pass(work);
@@ -98,7 +108,7 @@ void write_picture(const std::vector<std::byte>& bytes, const std::string& name)
         writer.write(bytes);
         writer.commit();
     } catch (const formats::FileError& error) {
-        throw Failure(ExitStatus::output, error.what());
+        throw Failure(ExitStatus::output, error.what(), {name, {}});
     }
 }
 
@@ -123,7 +133,7 @@ void judge_picture(const std::string& name)
     try {
         formats::check_output_path(name);
     } catch (const formats::FileError& error) {
-        throw Failure(ExitStatus::output, error.what());
+        throw Failure(ExitStatus::output, error.what(), {name, {}});
     }
 }
 
@@ -136,7 +146,7 @@ std::size_t make_picture(std::span<const mesh::Document> documents, const Pictur
     if (!request.color_by.empty())
         look.map = find_map(shown, request.color_by);
     console.show_progress("sorting polygons");
-    const auto scene = std::make_shared<const picture::Scene>(shown.layers);
+    const auto scene = make_scene(shown.layers, name);
     write_picture(picture::encode_png(trace(scene, request, std::move(look), console)), name);
     return scene->triangle_count();
 }

@@ -16,6 +16,13 @@ sys.path.insert(0, str(EXAMPLES))
 
 def pytest_addoption(parser):
     parser.addoption("--program", required=True, help="the program to test")
+    parser.addoption("--misbehaving-module",
+                     help="the test module of that name (default: tests/cli/misbehaving.p in the "
+                     "program's build folder)")
+    parser.addoption("--failing-memory",
+                     help="the preloaded library of that name")
+    parser.addoption("--every-allocation", action="store_true",
+                     help="let each allocation fail, instead of some hundreds of each call")
     parser.addoption("--sanitized", action="store_true",
                      help="the program holds sanitizers, which need all address space")
     parser.addoption("--update-goldens", action="store_true",
@@ -80,3 +87,15 @@ def dastrel(request, tmp_path):
 @pytest.fixture
 def sanitized(request):
     return request.config.getoption("--sanitized")
+
+
+@pytest.fixture
+def misbehaving(request):
+    """The path of the module that does what MISBEHAVIOUR says."""
+    named = request.config.getoption("--misbehaving-module")
+    if named is None:
+        build = pathlib.Path(request.config.getoption("--program")).resolve().parents[1]
+        named = build / "tests" / "cli" / "misbehaving.p"
+    path = pathlib.Path(named).resolve()
+    assert path.is_file(), f"{path} is not built; build the target test_module_misbehaving"
+    return path

@@ -1,10 +1,12 @@
 # SPDX-License-Identifier: MIT
 """The examples are what their script makes, and hold what the documents say of them."""
 
+import re
+import shlex
 import subprocess
 import sys
 
-from conftest import EXAMPLES
+from conftest import EXAMPLES, ROOT
 from objects import Mesh
 
 
@@ -33,3 +35,19 @@ def test_the_tree_has_partial_maps_and_two_morphs(dastrel):
     assert len(tree.map("WGHT", "Tips")) == 18
     assert len(tree.map("MORF", "Wind")) == 33
     assert len(tree.map("MORF", "Droop")) == 18
+
+
+def test_the_upright_forest_of_the_readme_stands_upright(dastrel):
+    """The heights of a clone's points are those of the tree, but for the clone's size."""
+    readme = (ROOT / "README.md").read_text()
+    call = re.search(r"An even forest, upright.*?```\n(.*?)```", readme, re.S).group(1)
+    words = shlex.split(call.replace("\\\n", " ").replace("examples/", ""))[1:]
+    assert dastrel(*words).status == 0
+    tree = sorted(point[1] for point in Mesh(dastrel.dump("tree.lwo")).points())
+    points = Mesh(dastrel.dump("even.lwo")).points()[1681:]
+    assert len(points) == 300 * len(tree)
+    for first in range(0, len(points), len(tree)):
+        heights = sorted(point[1] for point in points[first:first + len(tree)])
+        size = (heights[-1] - heights[0]) / (tree[-1] - tree[0])
+        for height, own in zip(heights, tree):
+            assert abs(height - heights[0] - size * (own - tree[0])) < 1e-4

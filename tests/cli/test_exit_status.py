@@ -51,7 +51,9 @@ def test_1_model_without_points(dastrel):
 def test_1_slope_limits_that_leave_nothing(dastrel):
     assert refused(dastrel, [square()], [triangle()], "--slope-limits", "--slope-min", "45") == (
         "dastrel: scatter: Change slope angle settings\n"
-        "dastrel: scatter: There are no valid polys to clone on.\n")
+        "dastrel: scatter: There are no valid polys to clone on.\n"
+        "dastrel: scatter: the ground's polygons all slope 0 degrees; --slope-min and --slope-max "
+        "limit them\n")
 
 
 def test_1_is_told_even_when_quiet(dastrel):
@@ -111,7 +113,30 @@ def test_2_a_clock_in_the_environment_that_is_no_number(dastrel):
     done = dastrel("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo",
                    environment={"DASTREL_CLOCK": "soon"})
     assert done.status == 2
-    assert "DASTREL_CLOCK: 'soon' is not a whole number" in done.err
+    assert done.err.splitlines()[0] == ("dastrel: scatter: DASTREL_CLOCK: 'soon' is not a whole "
+                                        "number; it counts seconds, such as 1790000000")
+    assert "out.lwo" not in dastrel.files()
+
+
+@pytest.mark.parametrize("clock", ["yesterday", "-1", "4294967296", "1.5", "1790000000s", " "])
+def test_2_a_clock_that_is_none_wherever_it_is_given(dastrel, clock):
+    for options, environment in ((["--clock", clock], {}), ([], {"DASTREL_CLOCK": clock})):
+        done = dastrel("scatter", "missing.lwo", "missing.lwo", "-o", "out.lwo", *options,
+                       environment=environment)
+        assert done.status == 2
+        assert "it counts seconds" in done.err.splitlines()[0]
+
+
+@pytest.mark.parametrize("clock", [" 77", "+77", "077"])
+def test_a_clock_means_the_same_wherever_it_is_given(dastrel, clock):
+    """The module sees plain digits, and so cannot read the number in its own way."""
+    run = ["scatter", "terrain.lwo", "tree.lwo", "-o"]
+    assert dastrel(*run, "plain.lwo", "--clock", "77").status == 0
+    assert dastrel(*run, "option.lwo", "--clock", clock).status == 0
+    assert dastrel(*run, "variable.lwo", environment={"DASTREL_CLOCK": clock}).status == 0
+    plain = (dastrel.folder / "plain.lwo").read_bytes()
+    assert (dastrel.folder / "option.lwo").read_bytes() == plain
+    assert (dastrel.folder / "variable.lwo").read_bytes() == plain
 
 
 def test_3_a_missing_input_is_found_before_another_is_read(dastrel):
@@ -132,8 +157,25 @@ def test_3_another_format_by_its_name(dastrel):
     (dastrel.folder / "tree.obj").write_text("v 0 0 0\n")
     done = dastrel("scatter", "terrain.lwo", "tree.obj", "-o", "out.lwo")
     assert done.status == 3
-    assert ("tree.obj: is in a format that is not read; only LWO2 object files (.lwo) are"
+    assert ("tree.obj: is a Wavefront OBJ file; only LWO2 object files (.lwo) are read"
             in done.err)
+
+
+def test_3_an_object_under_another_ending(dastrel):
+    (dastrel.folder / "tree.lwo").rename(dastrel.folder / "tree.obj")
+    done = dastrel("scatter", "terrain.lwo", "tree.obj", "-o", "out.lwo")
+    assert done.status == 3
+    assert ("tree.obj: is an LWO2 object under another ending; rename it so that it ends in .lwo"
+            in done.err)
+
+
+def test_3_a_ground_without_layers(dastrel):
+    write_object(dastrel.folder / "none.lwo")
+    done = dastrel("scatter", "none.lwo", "tree.lwo", "-o", "out.lwo")
+    assert done.status == 3
+    assert done.err == ("dastrel: scatter: none.lwo: has no layers, so there is no ground to put "
+                        "clones on; name an object that has polygons\n")
+    assert "out.lwo" not in dastrel.files()
 
 
 def test_3_another_format_by_its_contents(dastrel):
@@ -200,8 +242,8 @@ def test_4_a_program_without_its_module_tells_where_it_looked(dastrel, moved):
     done = dastrel("modules")
     assert done.status == 4
     assert "the module dastrel.p was not found; name it with --module FILE" in done.err
-    assert f"  {place}/bin/dastrel.p\n" in done.err
-    assert f"  {place}/lib/dastrel/dastrel.p\n" in done.err
+    assert f"it was looked for at {place}/bin/dastrel.p, " in done.err
+    assert f" {place}/lib/dastrel/dastrel.p" in done.err
     assert dastrel("--version").status == 0
 
 
@@ -234,7 +276,64 @@ def test_4_memory_runs_out(dastrel, sanitized):
                    "--iterations", "0", preexec_fn=limited(limit + (12 << 20)))
     assert done.status == 4, done
     assert "memory" in done.err
-    assert len(done.err.splitlines()) == 1
+    assert len([line for line in done.err.splitlines() if not line.startswith("warning: ")]) == 1
+    assert dastrel.files() == before
+
+
+def test_4_the_ray_tracer_gets_no_memory_or_no_threads(dastrel, sanitized):
+    """Threads need address space, too: close below what a picture takes none can be started."""
+    if sanitized:
+        pytest.skip("sanitizers need all address space")
+    before = dastrel.files()
+
+    def within(limit, *call):
+        return dastrel(*call, preexec_fn=lambda: resource.setrlimit(
+            resource.RLIMIT_AS, (limit, limit)))
+
+    scatter = ("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--clone-num", "20",
+               "--clock", "1", "--quiet")
+    limit = 16 << 20
+    while within(limit, *scatter).status != 0:
+        limit += 4 << 20
+    expected = (dastrel.folder / "out.lwo").read_bytes()
+    (dastrel.folder / "out.lwo").unlink()
+    limit += 4 << 20
+    done = within(limit, *scatter, "--picture", "out.png")
+    assert done.status == 4, done
+    assert done.err.endswith("; the object file is written\n"), done
+    assert (dastrel.folder / "out.lwo").read_bytes() == expected
+    (dastrel.folder / "out.lwo").unlink()
+
+    failures = 0
+    render = ("render", "terrain.lwo", "-o", "out.png", "--size", "32x32", "--samples", "1",
+              "--quiet")
+    while (done := within(limit, *render)).status != 0:
+        assert done.status == 4, done
+        assert done.err.startswith("dastrel: render: "), done
+        assert done.err.count("\n") == 1, done
+        assert dastrel.files() == before
+        failures += 1
+        limit += 6 << 20
+    assert failures > 3
+
+
+@pytest.mark.parametrize("polygons", [[], [(b"FACE", (0,), "Leaf")]])
+def test_4_places_of_clones_that_memory_cannot_hold(dastrel, sanitized, polygons):
+    write_object(dastrel.folder / "model.lwo", Layer("", [(0.0, 0.0, 0.0)], polygons))
+    (dastrel.folder / "out.lwo").write_bytes(b"as it was")
+    if sanitized and polygons:
+        pytest.skip("a sanitizer needs all address space, so memory cannot be limited")
+    before = dastrel.files()
+    limit = 8 << 30
+    clones = 2000000000 if not polygons else 100000000
+    done = dastrel("scatter", "terrain.lwo", "model.lwo", "-o", "out.lwo",
+                   "--clone-num", str(clones), preexec_fn=None if sanitized else
+                   lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
+    assert done.status == 4, done
+    assert done.err.startswith(f"dastrel: scatter: {clones} clones need at least "
+                               f"{clones * 160} bytes of memory for their places alone, more than ")
+    assert done.err.endswith("; make fewer clones\n")
+    assert (dastrel.folder / "out.lwo").read_bytes() == b"as it was"
     assert dastrel.files() == before
 
 

@@ -14,7 +14,8 @@ def test_a_bare_call_shows_the_verbs(dastrel):
         assert re.search(rf"^  {verb} ", done.out, re.M)
 
 
-@pytest.mark.parametrize("call", [["--help"], ["-h"], ["help"]])
+@pytest.mark.parametrize("call", [["--help"], ["-h"], ["help"], ["help", "help"],
+                                  ["help", "--help"]])
 def test_help_alone_is_the_same_page(dastrel, call):
     assert dastrel(*call).out == dastrel().out
 
@@ -78,6 +79,15 @@ def test_unknown_option_names_the_nearest_and_the_help(dastrel):
     assert lines[1].startswith("usage: dastrel scatter ")
     assert lines[-1] == "see dastrel scatter --help"
     assert dastrel.files() == ["stone.lwo", "terrain.lwo", "tree.lwo"]
+
+
+@pytest.mark.parametrize("option, name", [("--clones", "--clones"), ("--clones=500", "--clones"),
+                                          ("--count", "--count"), ("-n", "-n"), ("-n500", "-n500")])
+def test_other_words_for_the_number_of_clones_are_understood(dastrel, option, name):
+    done = dastrel("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", option, "500")
+    assert done.status == 2
+    assert done.err.splitlines()[0] == (
+        f"dastrel: scatter: unknown option '{name}'; did you mean '--clone-num'?")
 
 
 def test_unknown_option_that_resembles_none_gets_no_suggestion(dastrel):

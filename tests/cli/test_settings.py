@@ -188,9 +188,11 @@ def test_the_last_of_two_equal_options_counts(dastrel):
     (["--seed", "99999999999999999999"],
      "--seed: 99999999999999999999 is out of range; it must lie in -2147483648 .. 2147483647"),
     (["--h-align=maybe"], "--h-align: 'maybe' is neither on nor off"),
-    (["--clock", "soon"], "--clock: 'soon' is not a whole number; it counts seconds"),
+    (["--clock", "soon"], "--clock: 'soon' is not a whole number; it counts seconds, "
+                          "such as 1790000000"),
     (["--clock", "-1"],
-     "--clock: -1 is out of range; it must lie in 0 .. 4294967295; it counts seconds"),
+     "--clock: -1 is out of range; it must lie in 0 .. 4294967295; it counts seconds, "
+     "such as 1790000000"),
     (["--foreground", "1", "--background", "2"],
      "--foreground: is for one SCENE file, and there are several"),
     (["--background", "2"], "--background: needs --foreground, the layers that are the ground"),
@@ -219,6 +221,8 @@ def test_wrong_values_are_refused_before_anything_is_read(dastrel, options, mess
     ("", "wrong.json: line 1: is not JSON; `dastrel settings --json` prints a file to start from"),
     ("[1]", "wrong.json: is not a JSON object; `dastrel settings --json` prints a file to start "
             "from"),
+    ('{"seed": 1}\0 and more', "wrong.json: is not a JSON object; `dastrel settings --json` prints a "
+                              "file to start from"),
     ('{"jitter": 1e999}', "wrong.json: holds a number that is too large"),
 ])
 def test_wrong_settings_files_are_refused(dastrel, text, message):

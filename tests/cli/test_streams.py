@@ -1,10 +1,13 @@
 # SPDX-License-Identifier: MIT
 """Standard streams, terminals, and names of files."""
 
+import fcntl
 import json
 import os
 import pty
+import struct
 import subprocess
+import termios
 
 import pytest
 
@@ -84,10 +87,13 @@ def open_terminal():
         pytest.skip(f"no terminal to be had: {problem}")
 
 
-def on_a_terminal(dastrel, *arguments):
-    """Runs with standard error on a terminal; gives the status and what was shown there."""
+def on_a_terminal(dastrel, *arguments, columns=0, environment=None):
+    """Runs with standard error on a terminal, of which 0 columns mean that it does not tell them;
+    gives the status and what was shown there."""
     parent, child = open_terminal()
-    running = dastrel.start(*arguments, stdout=subprocess.DEVNULL, stderr=child)
+    fcntl.ioctl(child, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+    running = dastrel.start(*arguments, stdout=subprocess.DEVNULL, stderr=child,
+                            environment=environment)
     os.close(child)
     shown = b""
     while True:
@@ -110,7 +116,27 @@ def test_progress_is_shown_on_a_terminal_and_taken_away(dastrel):
     assert status == 0
     assert "Randomising positions... [" in shown
     last = shown.split("\r\x1b[K")[-1]
-    assert last.startswith("terrain.lwo (1,600 polygons) + tree.lwo -> out.lwo (3000 clones, ")
+    assert last.startswith("terrain.lwo (1,600 polygons) + tree.lwo -> out.lwo (3,000 clones, ")
+
+
+def progress_lines(shown):
+    return shown.split("\r\x1b[K")[1:-1]
+
+
+@pytest.mark.parametrize("columns, environment, longest", [
+    (40, {}, 39), (33, {}, 30), (20, {}, 19), (8, {}, 7), (1, {}, 0), (200, {}, 63),
+    (0, {"COLUMNS": "40"}, 39), (0, {"COLUMNS": "many"}, 63), (40, {"COLUMNS": "80"}, 39)])
+def test_progress_fits_into_the_terminal(dastrel, columns, environment, longest):
+    status, shown = on_a_terminal(dastrel, *LONG_RUN, columns=columns, environment=environment)
+    assert status == 0
+    lines = progress_lines(shown)
+    assert lines
+    assert max(len(line) for line in lines) == longest
+    assert "\n" not in "".join(lines)
+    if longest >= 19:
+        assert lines[0].startswith("Randomising p")
+        assert lines[0].endswith(" %")
+    assert ("[" in lines[0]) == (longest >= 39)  # there is room for a bar
 
 
 def test_no_progress_without_a_terminal(dastrel):

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "cli/console/out_of_memory.h"
+
+#include <atomic>
+#include <exception>
+#include <initializer_list>
+#include <new>
+#include <string_view>
+
+#include <unistd.h>
+
+#include "cli/console/error_object.h"
+#include "cli/console/output.h"
+#include "cli/errors.h"
+#include "formats/file_writer.h"
+#include "mesh/printable.h"
+#include "modeler/module_call.h"
+
+namespace cli {
+
+namespace {
+
+std::atomic<bool> allocation_failed = false;
+std::atomic<bool> output_written = false;
+
+[[noreturn]] void fail_allocation()
+{
+    allocation_failed = true;
+    throw std::bad_alloc();
+}
+
+/// The exception that nobody catches, as far as it can be told; null: a failed allocation.
+const char* uncaught_problem() noexcept
+{
+    if (std::current_exception() == nullptr)
+        return allocation_failed ? nullptr : "no reason is known";
+    try {
+        throw; // not std::rethrow_exception, which allocates
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    } catch (const std::exception& error) {
+        return error.what();
+    } catch (...) {
+        return "an exception of an unknown kind";
+    }
+}
+
+/// Ends the program where an exception cannot be passed on: thrown before `main`, in a thread, or
+/// by a destructor of a library that allocates while it frees.
+[[noreturn]] void end_program() noexcept
+{
+    const char* const problem = uncaught_problem();
+    if (problem != nullptr)
+        modeler::ModuleCall::report("the module ended the program (std::terminate)");
+    modeler::ModuleCall::release(); // memory that ends is not the module's doing
+    formats::remove_unfinished_files();
+    if (problem != nullptr) {
+        clear_progress_line();
+        write_stderr("dastrel: failed: ");
+        mesh::write_printable(problem, write_stderr);
+        write_stderr("\n");
+        write_error_object(ExitStatus::host, {"failed: ", problem}, {}, {});
+    } else {
+        report_out_of_memory({});
+    }
+    ::_exit(static_cast<int>(ExitStatus::host));
+}
+
+void install_handlers() noexcept
+{
+    std::set_new_handler(fail_allocation);
+    std::set_terminate(end_program);
+}
+
+/// Called before the static objects of the program and of all libraries are made: most of them
+/// allocate.
+[[gnu::section(".preinit_array"), gnu::used]] void (*const install_first)() = &install_handlers;
+
+} // namespace
+
+void report_out_of_memory(std::string_view verb) noexcept
+{
+    constexpr std::string_view advice =
+        "out of memory; make fewer clones, or use a model with fewer points";
+    const std::string_view written = output_written ? "; the object file is written" : "";
+    clear_progress_line();
+    for (const std::string_view part :
+         {std::string_view("dastrel: "), verb, std::string_view(verb.empty() ? "" : ": "), advice,
+          written, std::string_view("\n")})
+        write_stderr(part);
+    write_error_object(ExitStatus::host, {advice, written}, {}, {});
+}
+
+void note_output_written() noexcept { output_written = true; }
+
+} // namespace cli
