@@ -24,4 +24,34 @@ namespace desktop {
 
 [[nodiscard]] inline std::filesystem::path to_path(const QString& text) { return from_qt(text); }
 
+/// Text from a file, a module or a file's name, to be shown: one line, control characters and bytes
+/// that are not UTF-8 made visible (`mesh::printable`).
+[[nodiscard]] QString printable(std::string_view text);
+[[nodiscard]] inline QString printable(const char* text)
+{
+    return printable(std::string_view(text));
+}
+[[nodiscard]] inline QString printable(const std::string& text)
+{
+    return printable(std::string_view(text));
+}
+[[nodiscard]] inline QString printable(const QString& text) { return printable(from_qt(text)); }
+[[nodiscard]] inline QString printable(const std::filesystem::path& path)
+{
+    return printable(path.native());
+}
+
+/// The same line by line.
+[[nodiscard]] QString printable_lines(const QString& text);
+
+/// As the text of a menu entry or button, where a single & marks a key.
+[[nodiscard]] QString in_menu(QString text);
+
+/// Plain text as a tool tip that breaks its lines. Without this, a tip that looks like HTML is
+/// taken as such.
+[[nodiscard]] QString tool_tip(const QString& text);
+
+/// Text for a window's title: no part of it is taken for the mark of changes, "[*]".
+[[nodiscard]] QString without_placeholder(QString text);
+
 } // namespace desktop

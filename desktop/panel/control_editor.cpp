@@ -4,11 +4,11 @@
 #include <utility>
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QPushButton>
 #include <QSignalBlocker>
 
 #include "desktop/panel/number_editor.h"
+#include "desktop/panel/popup_list.h"
 #include "desktop/text.h"
 #include "modeler/errors.h"
 
@@ -43,6 +43,7 @@ public:
     SwitchEditor(FormPanel& panel, const Control& control, const Edited& edited, QWidget* parent)
         : panel_(panel), id_(control.id), box_(new QCheckBox(parent))
     {
+        box_->setContextMenuPolicy(Qt::ActionsContextMenu);
         QObject::connect(box_, &QCheckBox::toggled, box_,
                          [this, edited](bool on) { edited(offer(panel_, id_, on ? 1 : 0)); });
     }
@@ -64,8 +65,9 @@ private:
 class PopupEditor : public ControlEditor {
 public:
     PopupEditor(FormPanel& panel, const Control& control, const Edited& edited, QWidget* parent)
-        : panel_(panel), id_(control.id), list_(new QComboBox(parent))
+        : panel_(panel), id_(control.id), list_(new PopupList(parent))
     {
+        list_->setContextMenuPolicy(Qt::ActionsContextMenu);
         for (const std::string& choice : control.choices)
             list_->addItem(to_qt(std::string_view(choice)));
         QObject::connect(list_, &QComboBox::currentIndexChanged, list_,
@@ -86,7 +88,7 @@ public:
 private:
     FormPanel& panel_;
     ControlId id_;
-    QComboBox* list_;
+    PopupList* list_;
 };
 
 class ButtonEditor : public ControlEditor {

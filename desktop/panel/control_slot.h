@@ -3,16 +3,24 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
+#include <QString>
 #include <QWidget>
 
 #include "desktop/panel/control_editor.h"
 
+class QAction;
+class QBoxLayout;
+class QLabel;
+class QToolButton;
+
 namespace desktop {
 
-/// The place of one control in a form: its editor with the sign of its unit. While a rule disables
-/// the control the editor is greyed, and the slot takes clicks and the keyboard's focus in its
-/// place, so that trying the control can be answered.
+/// The place of one control in a form: its editor with the sign of its unit, and what is known of
+/// it from the command's settings: a tool tip, a mark and a button to reset it where the value is
+/// not the default. While a rule disables the control the editor is greyed, and the slot takes
+/// clicks and the keyboard's focus in its place, so that trying the control can be answered.
 class ControlSlot : public QWidget {
     Q_OBJECT
 
@@ -27,6 +35,8 @@ public:
 
     [[nodiscard]] modeler::ControlId id() const noexcept { return id_; }
     [[nodiscard]] ControlEditor& editor() noexcept { return *editor_; }
+    /// The control's label, which stands beside the slot; null for a button, which shows its own.
+    [[nodiscard]] QLabel* label() const noexcept { return label_; }
 
     /// Shows the panel's value (see ControlEditor) and whether the control is enabled.
     void refresh(bool keep_typed);
@@ -40,12 +50,22 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void add_reset(QBoxLayout& row, const modeler::Control& control);
+    void mark_changed(bool enabled);
+    void reset();
     void answer();
 
     modeler::FormPanel& panel_;
     modeler::ControlId id_;
+    ControlEditor::Edited edited_;
     std::function<void(const QString&)> tried_;
     std::unique_ptr<ControlEditor> editor_;
+    QLabel* label_ = nullptr;
+    QString help_; ///< of the setting, plain text
+    QString default_text_;
+    std::optional<modeler::ControlValue> default_;
+    QAction* reset_ = nullptr; ///< null where no default is known
+    QToolButton* reset_button_ = nullptr;
 };
 
 } // namespace desktop

@@ -7,6 +7,7 @@
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -17,7 +18,7 @@ namespace desktop {
 
 namespace {
 
-/// Brings a widget into view: turns to the tabs that it is on.
+/// Brings a widget into view: turns to the tabs that it is on, and scrolls to it.
 void reveal(QWidget* widget)
 {
     QWidget* page = widget;
@@ -26,6 +27,8 @@ void reveal(QWidget* widget)
             for (int i = 0; i < tabs->count(); ++i)
                 if (tabs->widget(i)->isAncestorOf(page))
                     tabs->setCurrentIndex(i);
+        } else if (auto* const scroll = qobject_cast<QScrollArea*>(above)) {
+            scroll->ensureWidgetVisible(widget);
         }
     }
 }
@@ -77,10 +80,7 @@ void FormView::add_control(QFormLayout& rows, const modeler::Control& control)
     if (control.kind == modeler::ControlKind::button) {
         rows.addRow(slot);
     } else {
-        auto* const label = new QLabel(to_qt(std::string_view(control.label)), rows.parentWidget());
-        label->setBuddy(slot->editor().widget());
-        label->setMinimumHeight(slot->sizeHint().height()); // in line with the text of its field
-        rows.addRow(label, slot);
+        rows.addRow(slot->label(), slot);
     }
     if (!control.divider_after)
         return;
@@ -133,6 +133,12 @@ ControlSlot* FormView::slot_of(modeler::ControlId id) const noexcept
     const auto found = std::find_if(slots_.begin(), slots_.end(),
                                     [id](const ControlSlot* slot) { return slot->id() == id; });
     return found != slots_.end() ? *found : nullptr;
+}
+
+void FormView::focus_first()
+{
+    if (!slots_.empty())
+        slots_.front()->focus();
 }
 
 bool FormView::has_problem() const

@@ -30,6 +30,9 @@ public:
     /// The slot of a control, or null.
     [[nodiscard]] ControlSlot* slot_of(modeler::ControlId id) const noexcept;
 
+    /// Sets the keyboard on the first control.
+    void focus_first();
+
     /// Goes to the first field whose text is no value and tells what is wrong with it. Returns
     /// false when there is none.
     bool go_to_problem();

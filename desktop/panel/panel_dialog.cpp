@@ -3,8 +3,11 @@
 
 #include <QAccessible>
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "desktop/panel/form_view.h"
@@ -12,22 +15,64 @@
 
 namespace desktop {
 
+namespace {
+
+/// Wants room for all that scrolls in it, and can do with little.
+class FormScroll : public QScrollArea {
+public:
+    FormScroll(QWidget* content, QWidget* parent) : QScrollArea(parent)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setWidgetResizable(true);
+        setWidget(content);
+        setFocusPolicy(Qt::NoFocus); // the keyboard goes to the controls, and the form follows it
+    }
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return widget()->sizeHint() + QSize(verticalScrollBar()->sizeHint().width(), 0);
+    }
+
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return {fontMetrics().averageCharWidth() * 16, fontMetrics().lineSpacing() * 3};
+    }
+};
+
+/// Keys by which a person works in a form; the window's own keys without Ctrl or Alt are others'.
+bool belongs_to_form(const QKeyEvent& event)
+{
+    const bool with_modifier =
+        (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+    return !with_modifier && (event.key() < Qt::Key_F1 || event.key() > Qt::Key_F35);
+}
+
+} // namespace
+
 PanelDialog::PanelDialog(modeler::FormPanel& panel, QWidget* parent)
-    : QDialog(parent), form_(new FormView(panel, this)), column_(new QVBoxLayout(this)),
-      line_(new QLabel(this))
+    : QDialog(parent), content_(new QWidget(this)), form_(new FormView(panel, content_)),
+      column_(new QVBoxLayout(this)), line_(new QLabel(this))
 {
     setObjectName("panel");
-    setWindowTitle(to_qt(std::string_view(panel.form().title)));
+    setWindowTitle(without_placeholder(printable(panel.form().title)));
     line_->setObjectName("told");
+    line_->setTextFormat(Qt::PlainText); // the module's words are shown in it
     line_->setWordWrap(true);
     line_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // the form keeps still as it changes
     line_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     line_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* const buttons =
         new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
-    buttons->button(QDialogButtonBox::Ok)->setDefault(true);
-    column_->addWidget(form_);
+    QPushButton* const cancel = buttons->button(QDialogButtonBox::Cancel);
+    cancel->setText(tr("Cancel")); // its usual key, Alt+C, is that of a menu
+    QPushButton* const ok = buttons->button(QDialogButtonBox::Ok);
+    ok->setAutoDefault(true);
+    ok->setDefault(true);
+    auto* const rows = new QVBoxLayout(content_);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(form_);
+    rows->addStretch(1);
+    column_->addWidget(new FormScroll(content_, this), 1);
     column_->addWidget(line_);
     column_->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -37,7 +82,26 @@ PanelDialog::PanelDialog(modeler::FormPanel& panel, QWidget* parent)
 
 void PanelDialog::add_strip(QWidget* strip)
 {
-    column_->insertWidget(column_->indexOf(line_) + 1, strip);
+    strip_ = strip;
+    content_->layout()->addWidget(strip);
+}
+
+/// The strip stays in sight where there is room for it, and scrolls with the form otherwise.
+void PanelDialog::resizeEvent(QResizeEvent* event)
+{
+    QDialog::resizeEvent(event);
+    if (strip_ == nullptr)
+        return;
+    constexpr int lines_to_work_in = 30;
+    const QMargins margins = column_->contentsMargins();
+    const bool room =
+        height() >= lines_to_work_in * fontMetrics().lineSpacing() &&
+        width() >= strip_->minimumSizeHint().width() + margins.left() + margins.right();
+    const bool in_sight = !content_->isAncestorOf(strip_);
+    if (room && !in_sight)
+        column_->insertWidget(column_->indexOf(line_) + 1, strip_);
+    else if (!room && in_sight)
+        content_->layout()->addWidget(strip_);
 }
 
 void PanelDialog::tell(const QString& sentence)
@@ -47,12 +111,29 @@ void PanelDialog::tell(const QString& sentence)
     QAccessible::updateAccessibility(&event);
 }
 
+/// In a dock the keys of the window's menus are at work as well: they must not take what belongs to
+/// a list or a switch, such as Home, or a letter that looks for an entry.
+bool PanelDialog::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride &&
+        belongs_to_form(*static_cast<QKeyEvent*>(event))) { // NOLINT(*-static-cast-downcast)
+        event->accept();
+        return true;
+    }
+    return QDialog::event(event);
+}
+
 QString PanelDialog::told() const { return line_->text(); }
 
 void PanelDialog::accept()
 {
-    if (!form_->go_to_problem())
+    if (form_->go_to_problem())
+        return;
+    const QString problem = check_ ? check_() : QString();
+    if (problem.isEmpty())
         QDialog::accept();
+    else
+        tell(problem);
 }
 
 } // namespace desktop

@@ -2,18 +2,21 @@
 #include "desktop/presets/preset_bar.h"
 
 #include <exception>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
-#include <QComboBox>
+#include <QAction>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QLabel>
-#include <QMessageBox>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include "desktop/message_box.h"
+#include "desktop/panel/popup_list.h"
 #include "desktop/text.h"
 #include "modeler/errors.h"
 #include "settings/form_filling.h"
@@ -55,20 +58,17 @@ private:
     std::vector<std::pair<modeler::ControlId, modeler::ControlValue>> old_;
 };
 
-QPushButton* add_button(QBoxLayout& row, const QString& text, const QString& tip, QWidget* parent)
+QAction* add_entry(QMenu& menu, const QString& text, const QString& tip)
 {
-    auto* const button = new QPushButton(text, parent);
-    button->setAutoDefault(false);
-    button->setToolTip(tip);
-    button->setAccessibleDescription(tip);
-    row.addWidget(button);
-    return button;
+    QAction* const entry = menu.addAction(text);
+    entry->setToolTip(tip);
+    return entry;
 }
 
 } // namespace
 
 PresetBar::PresetBar(modeler::FormPanel& panel, PresetStore& store, QWidget* parent)
-    : QWidget(parent), panel_(panel), store_(store), list_(new QComboBox(this))
+    : QWidget(parent), panel_(panel), store_(store), list_(new PopupList(this))
 {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -77,23 +77,29 @@ PresetBar::PresetBar(modeler::FormPanel& panel, PresetStore& store, QWidget* par
     list_->setObjectName("presets");
     list_->setAccessibleName(tr("Presets"));
     list_->setToolTip(tr("Choose a preset to fill the panel with its values"));
-    list_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    list_->setMinimumContentsLength(10);
     row->addWidget(label);
     row->addWidget(list_, 1);
-    auto* const save = add_button(*row, tr("&Save..."), tr("Keep these values under a name"), this);
-    delete_ = add_button(*row, tr("&Delete"), tr("Delete the chosen preset"), this);
-    auto* const import =
-        add_button(*row, tr("&Import..."), tr("Fill the panel from a settings file"), this);
-    auto* const exported =
-        add_button(*row, tr("E&xport..."),
-                   tr("Write these values as a settings file for the command line"), this);
+    // One button with a menu: beside the view there is little width.
+    auto* const manage = new QPushButton(tr("&Manage"), this);
+    manage->setAutoDefault(false);
+    manage->setToolTip(tr("Save, delete, import and export presets"));
+    auto* const menu = new QMenu(manage);
+    menu->setToolTipsVisible(true);
+    manage->setMenu(menu);
+    row->addWidget(manage);
+    QAction* const save = add_entry(*menu, tr("&Save..."), tr("Keep these values under a name"));
+    delete_ = add_entry(*menu, tr("&Delete"), tr("Delete the chosen preset"));
+    menu->addSeparator();
+    QAction* const import =
+        add_entry(*menu, tr("&Import..."), tr("Fill the panel from a settings file"));
+    QAction* const exported = add_entry(
+        *menu, tr("E&xport..."), tr("Write these values as a settings file for the command line"));
     connect(list_, &QComboBox::activated, this, [this](int index) {
         if (index > 0)
             load(list_->itemText(index));
         delete_->setEnabled(index > 0);
     });
-    connect(save, &QPushButton::clicked, this, [this] {
+    connect(save, &QAction::triggered, this, [this] {
         bool confirmed = false;
         const QString name = QInputDialog::getText(
             this, tr("Save Preset"), tr("Name of the preset:"), QLineEdit::Normal,
@@ -101,19 +107,20 @@ PresetBar::PresetBar(modeler::FormPanel& panel, PresetStore& store, QWidget* par
         if (confirmed)
             save_as(name.trimmed());
     });
-    connect(delete_, &QPushButton::clicked, this, [this] {
+    connect(delete_, &QAction::triggered, this, [this] {
         const QString name = list_->currentText();
-        if (QMessageBox::question(this, tr("Delete Preset"), tr("Delete '%1'?").arg(name)) ==
-            QMessageBox::Yes)
+        MessageBox box(QMessageBox::Question, tr("Delete Preset"), tr("Delete '%1'?").arg(name), {},
+                       QMessageBox::Yes | QMessageBox::No, this);
+        if (box.exec() == QMessageBox::Yes)
             remove(name);
     });
-    connect(import, &QPushButton::clicked, this, [this] {
+    connect(import, &QAction::triggered, this, [this] {
         const QString file =
             QFileDialog::getOpenFileName(this, tr("Import Settings"), {}, tr(file_kinds));
         if (!file.isEmpty())
             import_file(to_path(file));
     });
-    connect(exported, &QPushButton::clicked, this, [this] {
+    connect(exported, &QAction::triggered, this, [this] {
         const QString file = QFileDialog::getSaveFileName(this, tr("Export Settings"),
                                                           "settings.json", tr(file_kinds));
         if (!file.isEmpty())
@@ -183,6 +190,9 @@ void PresetBar::import_file(const std::filesystem::path& file)
 void PresetBar::export_file(const std::filesystem::path& file)
 {
     guarded([&] {
+        if (is_protected_ && is_protected_(file))
+            throw std::runtime_error(from_qt(
+                tr("%1 is a file of this scene; choose another name").arg(printable(file))));
         write_text(file, settings::settings_text(settings::read_form(panel_)));
         emit told(tr("Wrote %1.").arg(to_qt(file)));
     });

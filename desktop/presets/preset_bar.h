@@ -3,16 +3,18 @@
 
 #include <filesystem>
 #include <functional>
+#include <utility>
 
 #include <QWidget>
 
 #include "desktop/presets/preset_store.h"
 #include "modeler/form_panel.h"
 
-class QComboBox;
-class QPushButton;
+class QAction;
 
 namespace desktop {
+
+class PopupList;
 
 /// Presets of the panel's values: saved under a name, loaded, deleted, imported and exported as the
 /// settings file that the command line takes.
@@ -22,6 +24,12 @@ class PresetBar : public QWidget {
 public:
     /// Both are used as long as the bar lives.
     PresetBar(modeler::FormPanel& panel, PresetStore& store, QWidget* parent);
+
+    /// Files that an export must not replace.
+    void protect(std::function<bool(const std::filesystem::path&)> is_protected)
+    {
+        is_protected_ = std::move(is_protected);
+    }
 
     /// The same as the buttons do, without asking for a name or file.
     void save_as(const QString& name);
@@ -42,8 +50,9 @@ private:
 
     modeler::FormPanel& panel_;
     PresetStore& store_;
-    QComboBox* list_;
-    QPushButton* delete_;
+    PopupList* list_;
+    QAction* delete_;
+    std::function<bool(const std::filesystem::path&)> is_protected_;
 };
 
 } // namespace desktop

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
 #include <memory>
+#include <optional>
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -14,8 +15,9 @@ class QSocketNotifier;
 
 namespace desktop {
 
-/// Previews for one open panel: decides when a run is tried out, and hands its mesh on. The trial
-/// itself is begun from the loop that shows the panel, because it parts the process there.
+/// Previews for one open panel: decides when a run is tried out, hands its mesh on, and says what
+/// it is doing. The trial itself is begun from the loop that shows the panel, because it parts the
+/// process there.
 class Preview : public QObject {
     Q_OBJECT
 
@@ -23,8 +25,8 @@ public:
     explicit Preview(QObject* parent);
     ~Preview() override;
 
-    /// Whether previews are made. While nobody has decided, they are switched off by the first one
-    /// that takes longer than a second.
+    /// Whether previews are made. While nobody has decided, they are switched off by a run that
+    /// takes longer than a second, and on again as soon as the values change.
     [[nodiscard]] bool on() const noexcept { return on_; }
     /// A person decides; it holds until the window is closed.
     void switch_by_person(bool on);
@@ -33,19 +35,26 @@ public:
     void open();
     /// A panel closes: the run that is tried out ends where it is.
     void close();
-    /// The values of the panel changed: what is tried out is out of date, and a new trial is due
-    /// when nothing has changed for a moment. With `wrong`, values are missing: there is none.
+    /// The values of the panel changed: the run that is tried out is given up, and a new trial is
+    /// due when nothing has changed for a moment. With `wrong`, values are missing: there is none.
     void values_changed(bool wrong);
 
     /// Whether a trial should begin now.
     [[nodiscard]] bool due() const noexcept { return due_; }
     /// Begins it. Returns true in the child, which then must come to its end through `run()`.
-    [[nodiscard]] bool begin();
+    /// @param clones  how many clones the panel asks for, where it says so
+    [[nodiscard]] bool begin(std::optional<int> clones);
     [[nodiscard]] ForkedRun& run() noexcept { return run_; }
 
+    /// The mesh that was handed on is to be seen now.
+    void mesh_is_drawn();
+
 signals:
-    /// A preview is there; null: the one that was shown is out of date or not wanted any more.
+    /// A preview is there; null: none is wanted any more.
     void shown(std::shared_ptr<const desktop::PreviewMesh> mesh);
+    /// The mesh that was handed on last is out of date; what is not drawn yet need not be. One that
+    /// is drawn stays until the next one comes.
+    void outdated();
     /// How it stands, in a few words.
     void status(const QString& text);
     void switched(bool on);
@@ -54,14 +63,23 @@ private:
     void take();
     void cancel_run();
     void give_up_as_slow();
+    void show_nothing(const QString& reason);
+    void tell_running();
 
     ForkedRun run_;
     std::unique_ptr<QSocketNotifier> done_;
     QTimer settle_;   ///< runs while values change
     QTimer too_long_; ///< runs with a trial that nobody has asked for
+    QTimer second_;   ///< ticks while a trial runs
+    QElapsedTimer since_begin_;
+    std::optional<int> clones_; ///< that the trial was asked for
+    QString taken_;             ///< what the mesh that was handed on last holds, in words
+    QString drawn_;             ///< what the view shows, in words; empty: nothing
     bool open_ = false;
     bool on_ = true;
+    bool slow_ = false;    ///< off by itself, for the values of the moment
     bool decided_ = false; ///< by a person
+    bool wrong_ = false;   ///< a value is missing
     bool due_ = false;
 };
 

@@ -182,11 +182,12 @@ void write_preview(int file, const mesh::Document& document, std::span<const Lay
 {
     Writer writer(file);
     put_errors(writer, errors);
-    writer.put(std::uint64_t{before.size()});
-    for (std::size_t i = 0; i < before.size(); ++i) {
+    writer.put(std::uint64_t{document.layers.size()});
+    for (std::size_t i = 0; i < document.layers.size(); ++i) {
         const mesh::Layer& layer = document.layers[i];
-        const Gained added = gained(layer, before[i]);
-        writer.put(std::uint64_t{layer.points.size() - before[i].points});
+        const LayerCount was = i < before.size() ? before[i] : LayerCount{}; // the run made it
+        const Gained added = gained(layer, was);
+        writer.put(std::uint64_t{layer.points.size() - was.points});
         writer.put_all(added.points.span());
         writer.put_all(added.types.span());
         writer.put_all(added.counts.span());

@@ -20,13 +20,14 @@ constexpr unsigned most_passes = 64;
 
 std::shared_ptr<const picture::Scene> ghost_scene(const PreviewMesh& mesh,
                                                   const mesh::Document& document,
-                                                  const std::vector<mesh::SurfaceLook>& looks)
+                                                  const std::vector<mesh::SurfaceLook>& looks,
+                                                  const std::atomic<bool>& cancel)
 {
     std::vector<picture::SceneLayer> layers;
     for (const mesh::Layer& layer : mesh.layers)
         if (layer.polygons.size() > 0)
             layers.push_back({.layer = &layer, .tags = &document.tags, .looks = looks});
-    return layers.empty() ? nullptr : std::make_shared<const picture::Scene>(layers);
+    return layers.empty() ? nullptr : std::make_shared<const picture::Scene>(layers, &cancel);
 }
 
 } // namespace
@@ -88,6 +89,13 @@ void Tracer::show_document(const mesh::Document& document, std::vector<std::size
     });
 }
 
+void Tracer::forget_document() noexcept
+{
+    const std::lock_guard lock(mutex_); // what the last job wrote is seen here, and the reverse
+    document_ = nullptr;
+    layers_.clear();
+}
+
 void Tracer::show_map(const std::string& name)
 {
     post([this, name] {
@@ -99,15 +107,22 @@ void Tracer::show_map(const std::string& name)
 
 void Tracer::show_ghost(std::shared_ptr<const PreviewMesh> mesh)
 {
+    abandon_ghost();
     if (mesh == nullptr) {
         change([](Drawing& drawing) { drawing.look.ghost = nullptr; });
         return;
     }
-    post([this, mesh = std::move(mesh)] {
-        auto ghost = ghost_scene(*mesh, *document_, looks_);
+    ghost_cancel_ = std::make_shared<std::atomic<bool>>(false);
+    post([this, mesh = std::move(mesh), cancel = ghost_cancel_] {
+        if (*cancel || document_ == nullptr)
+            return;
+        auto ghost = ghost_scene(*mesh, *document_, looks_, *cancel);
         change([&](Drawing& drawing) { drawing.look.ghost = std::move(ghost); });
+        emit ghost_ready();
     });
 }
+
+void Tracer::abandon_ghost() { *ghost_cancel_ = true; }
 
 void Tracer::show_selection(std::shared_ptr<const picture::PolygonMarks> marks)
 {
@@ -118,6 +133,7 @@ void Tracer::set_options(const DrawingOptions& options)
 {
     change([&](Drawing& drawing) {
         drawing.options = options;
+        drawing.look.backdrop = options.backdrop;
         drawing.look.wireframe = options.wireframe;
         drawing.look.grid = options.grid;
         drawing.look.axes = options.axes;
@@ -204,7 +220,8 @@ void Tracer::run_job(std::unique_lock<std::mutex>& lock)
     try {
         job();
     } catch (const std::exception&) {
-        // Memory ended for what was to be shown; the picture before it stays.
+        // Memory ended for what was to be shown, or it is not wanted any more; the picture before
+        // it stays.
     }
     lock.lock();
     --jobs_left_;
@@ -215,20 +232,21 @@ void Tracer::run_job(std::unique_lock<std::mutex>& lock)
 void Tracer::draw(std::unique_lock<std::mutex>& lock)
 {
     const bool anew = wanted_ != drawn_;
-    const Drawing drawing = drawing_;
     drawn_ = wanted_;
     cancel_ = false;
     if (anew)
         passes_ = 0;
-    lock.unlock();
     try {
+        const Drawing drawing = drawing_;
+        lock.unlock();
         if (anew)
             begin_picture(drawing);
         improve_picture(drawing);
     } catch (const std::exception&) {
         passes_ = most_passes; // memory ended; the picture stays as it is
     }
-    lock.lock();
+    if (!lock.owns_lock())
+        lock.lock();
 }
 
 /// The first impression is made whatever comes: else a picture that is turned all the time would

@@ -40,6 +40,7 @@ struct DrawingOptions {
     int width = 1; ///< pixels
     int height = 1;
     double scale = 1.0; ///< pixels of the picture for one of the desktop's units
+    picture::Backdrop backdrop = {};
     bool wireframe = false;
     bool grid = true;
     bool axes = true;
@@ -61,10 +62,15 @@ public:
     /// read. The map that is shown is read anew, too; the ghost is taken away.
     void show_document(const mesh::Document& document, std::vector<std::size_t> layers,
                        std::vector<mesh::SurfaceLook> looks);
+    /// Forgets the document, whose layers are about to go, but goes on drawing the scene that was
+    /// made from it. To be called while nothing is read; `show_document` has to follow.
+    void forget_document() noexcept;
     /// Colours by a vertex map; an empty name: by the surfaces.
     void show_map(const std::string& name);
     /// Shows a preview as a ghost; null: none.
     void show_ghost(std::shared_ptr<const PreviewMesh> mesh);
+    /// A ghost that was asked for and is not shown yet is not wanted any more.
+    void abandon_ghost();
     void show_selection(std::shared_ptr<const picture::PolygonMarks> marks);
     void set_options(const DrawingOptions& options);
     /// Finds out how the camera sees everything, and tells it by `fitted`.
@@ -92,6 +98,8 @@ signals:
     void image_ready(const QImage& image);
     /// What `fit` found: the camera, moved so that it sees everything.
     void fitted(const picture::Camera& camera);
+    /// The ghost that was asked for last is shown.
+    void ghost_ready();
     /// A scene was made anew.
     void scene_ready();
     /// No reading is left to be done.
@@ -131,6 +139,9 @@ private:
     std::vector<picture::SceneLayer> layers_;
     std::vector<mesh::SurfaceLook> looks_;
     std::string map_;
+
+    /// Ends the making of the ghost that was asked for last. Of the window's thread.
+    std::shared_ptr<std::atomic<bool>> ghost_cancel_ = std::make_shared<std::atomic<bool>>(false);
 
     std::unique_ptr<picture::Progressive> picture_; ///< of the drawing thread alone
     std::thread thread_;

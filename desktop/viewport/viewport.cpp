@@ -14,6 +14,8 @@
 #include <QStyleOptionRubberBand>
 #include <QWheelEvent>
 
+#include "desktop/theme.h"
+
 namespace desktop {
 
 namespace {
@@ -32,6 +34,7 @@ Viewport::Viewport(Tracer& tracer, QWidget* parent) : QWidget(parent), tracer_(t
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(160, 120);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    options_.backdrop = backdrop_for(palette());
     connect(&tracer, &Tracer::image_ready, this, [this](const QImage& image) {
         image_ = image;
         update();
@@ -137,15 +140,21 @@ void Viewport::set_selecting(bool on)
     update();
 }
 
+/// The background follows the theme.
+void Viewport::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    options_.backdrop = backdrop_for(palette());
+    send();
+}
+
 void Viewport::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     if (image_.isNull()) {
         painter.fillRect(rect(), palette().window());
-        painter.setPen(palette().color(QPalette::WindowText));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                         tr("Drop object files here: first the ground, then the model.\n"
-                            "Or open them from the File menu."));
     } else {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(rect(), image_);

@@ -57,6 +57,7 @@ signals:
     void dragged(QRect over, Qt::KeyboardModifiers modifiers);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;

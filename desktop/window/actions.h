@@ -25,6 +25,7 @@ enum class ActionId {
     make_foreground,
     make_background,
     make_hidden,
+    make_shown,
     fit,
     view_perspective,
     view_front,

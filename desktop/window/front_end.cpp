@@ -2,16 +2,22 @@
 #include "desktop/window/front_end.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <new>
+#include <optional>
 #include <utility>
+#include <variant>
 
+#include <QCheckBox>
 #include <QCoreApplication>
-#include <QMessageBox>
 
+#include "desktop/message_box.h"
 #include "desktop/panel/form_view.h"
 #include "desktop/presets/preset_bar.h"
 #include "desktop/preview/preview_strip.h"
 #include "desktop/text.h"
 #include "desktop/window/progress_box.h"
+#include "settings/form_filling.h"
 
 namespace desktop {
 
@@ -20,21 +26,34 @@ namespace {
 void show_box(QMessageBox::Icon icon, const QString& title, std::string_view line1,
               std::string_view line2, QWidget* parent)
 {
-    QMessageBox box(icon, title, to_qt(line1), QMessageBox::Ok, parent);
-    box.setInformativeText(to_qt(line2));
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box.exec();
+    MessageBox(icon, title, to_qt(line1), to_qt(line2), QMessageBox::Ok, parent).exec();
+}
+
+std::optional<int> asked_clones(const modeler::FormPanel& panel)
+{
+    for (const settings::UsedSetting& used : settings::read_form(panel))
+        if (used.setting->field == "clone_num")
+            return std::max(0, std::get<std::int32_t>(used.value));
+    return std::nullopt;
+}
+
+bool limits_slopes(const modeler::FormPanel& panel)
+{
+    for (const settings::UsedSetting& used : settings::read_form(panel))
+        if (used.setting->field == "slope_limits")
+            return used.value == settings::Value(1);
+    return false;
 }
 
 } // namespace
 
-WindowFrontEnd::WindowFrontEnd(QWidget& parent, Preview& preview, PresetStore& store, Host host)
+WindowFrontEnd::WindowFrontEnd(QMainWindow& parent, Preview& preview, PresetStore& store, Host host)
     : parent_(parent), preview_(preview), store_(store), host_(std::move(host))
 {}
 
 QWidget* WindowFrontEnd::parent() const
 {
-    return dialog_ != nullptr ? static_cast<QWidget*>(dialog_.get()) : &parent_;
+    return dock_ != nullptr ? static_cast<QWidget*>(dock_.get()) : &parent_;
 }
 
 void WindowFrontEnd::info(std::string_view line1, std::string_view line2)
@@ -45,81 +64,125 @@ void WindowFrontEnd::info(std::string_view line1, std::string_view line2)
 
 void WindowFrontEnd::error(std::string_view line1, std::string_view line2)
 {
+    const std::string more = with_slopes(line2);
     if (in_child_)
-        child_errors_.push_back({std::string(line1), std::string(line2)});
+        child_errors_.push_back({std::string(line1), more});
     else
-        show_box(QMessageBox::Critical, command_, line1, line2, parent());
+        show_box(QMessageBox::Critical, command_, line1, more, parent());
+}
+
+/// A command that found no polygon within limits for slopes does not say which slopes there are.
+std::string WindowFrontEnd::with_slopes(std::string_view text) const
+{
+    std::string all(text);
+    const std::string slopes = slopes_limited_ ? host_.ground_slopes() : std::string();
+    if (!all.empty() && !slopes.empty())
+        all += "\n";
+    return all + slopes;
 }
 
 bool WindowFrontEnd::ask(std::string_view title, std::string_view line1, std::string_view line2)
 {
     if (in_child_)
         return false;
-    QMessageBox box(QMessageBox::Question, to_qt(title), to_qt(line1),
-                    QMessageBox::Yes | QMessageBox::No, parent());
-    box.setInformativeText(to_qt(line2));
+    MessageBox box(QMessageBox::Question, to_qt(title), to_qt(line1), to_qt(line2),
+                   QMessageBox::Yes | QMessageBox::No, parent());
     return box.exec() == QMessageBox::Yes;
 }
 
-std::unique_ptr<modeler::Progress> WindowFrontEnd::begin_progress(std::string_view title,
+/// The command's name stands above the box, as above its other boxes: a title from a module need
+/// not say anything ("Please wait").
+std::unique_ptr<modeler::Progress> WindowFrontEnd::begin_progress(std::string_view /*title*/,
                                                                   std::string_view caption)
 {
     if (in_child_)
         return nullptr;
-    return std::make_unique<ProgressBox>(to_qt(title), to_qt(caption), parent_);
+    return std::make_unique<ProgressBox>(command_, to_qt(caption), parent_);
 }
 
 void WindowFrontEnd::open_panel(modeler::FormPanel& panel)
 {
-    dialog_ = std::make_unique<PanelDialog>(panel, &parent_);
-    auto* const strip = new PreviewStrip(panel, preview_, store_, dialog_.get());
-    dialog_->add_strip(strip);
-    FormView& form = dialog_->form();
+    auto* const dialog = new PanelDialog(panel, &parent_);
+    auto* const strip = new PreviewStrip(panel, preview_, store_, dialog);
+    strip->presets().protect(host_.is_of_scene);
+    strip->own_layer().setChecked(host_.wants_own_layer());
+    host_.use_own_layer(strip->own_layer().isChecked());
+    QObject::connect(&strip->own_layer(), &QCheckBox::toggled, dialog,
+                     [this](bool on) { host_.use_own_layer(on); });
+    if (host_.warnings)
+        strip->warn(host_.warnings());
+    dialog->add_strip(strip);
+    FormView& form = dialog->form();
+    dialog->set_check(
+        [this, &panel] { return host_.problem ? printable(host_.problem(panel)) : QString(); });
     const auto changed = [this, &form] { preview_.values_changed(form.has_problem()); };
     QObject::connect(&form, &FormView::changed, &form, changed);
     QObject::connect(&strip->presets(), &PresetBar::loaded, &form, [&form, changed] {
         form.refresh();
         changed();
     });
-    QObject::connect(&strip->presets(), &PresetBar::told, dialog_.get(), &PanelDialog::tell);
+    QObject::connect(&strip->presets(), &PresetBar::told, dialog, &PanelDialog::tell);
+    QObject::connect(dialog, &QDialog::finished, &parent_, [this] { panel_open_ = false; });
     preview_.open();
-    host_.panel(true);
-    // At the right edge, where it leaves most of the view to be seen.
-    dialog_->adjustSize();
-    const QPoint corner(parent_.width() - dialog_->width() - 24, 60);
-    dialog_->move(parent_.mapToGlobal(QPoint(std::max(corner.x(), 0), corner.y())));
-    dialog_->show();
+    panel_open_ = true;
+    host_.panel(true, dialog->sizeHint().width());
+    dock_ = std::make_unique<PanelDock>(dialog, parent_);
 }
 
 /// Returns true in the child.
-bool WindowFrontEnd::begin_preview()
+bool WindowFrontEnd::begin_preview(const modeler::FormPanel& panel)
 {
     if (!host_.quieten())
         return false; // due again when the other threads are through
-    if (preview_.begin())
+    if (preview_.begin(asked_clones(panel)))
         return true;
     host_.resume();
     return false;
+}
+
+void WindowFrontEnd::close_panel() noexcept
+{
+    preview_.close();
+    dock_.reset();
+    try {
+        host_.panel(false, 0);
+    } catch (const std::bad_alloc&) {
+        return; // only what the window shows is out of date, until it is shown next
+    }
+}
+
+/// Returns whether it was left with OK; in the child, true.
+bool WindowFrontEnd::ask_in_panel(modeler::FormPanel& panel)
+{
+    const struct Closer {
+        WindowFrontEnd& front_end;
+        ~Closer()
+        {
+            if (!front_end.in_child_) // which has no windows to close
+                front_end.close_panel();
+        }
+    } closer{*this};
+    open_panel(panel);
+    // A loop of our own, and not the dialog's, because the child has to leave it by returning from
+    // here, past nothing that belongs to the window.
+    while (panel_open_) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        if (preview_.due() && panel_open_ && begin_preview(panel)) {
+            in_child_ = true;
+            return true;
+        }
+    }
+    return dock_->dialog().result() == QDialog::Accepted;
 }
 
 bool WindowFrontEnd::run_panel(modeler::FormPanel& panel)
 {
     if (in_child_)
         return true;
-    open_panel(panel);
-    // A loop of our own, and not the dialog's, because the child has to leave it by returning from
-    // here, past nothing that belongs to the window.
-    while (dialog_->isVisible()) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        if (preview_.due() && dialog_->isVisible() && begin_preview()) {
-            in_child_ = true;
-            return true;
-        }
-    }
-    preview_.close();
-    const bool confirmed = dialog_->result() == QDialog::Accepted;
-    dialog_.reset();
-    host_.panel(false);
+    const bool confirmed = ask_in_panel(panel);
+    slopes_limited_ = confirmed && limits_slopes(panel);
+    if (in_child_)
+        return true;
     // The command is about to change what a ghost may still be made from.
     while (!host_.quieten())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <QElapsedTimer>
-#include <QWidget>
+#include <QMainWindow>
 
 #include "desktop/panel/panel_dialog.h"
+#include "desktop/panel/panel_dock.h"
 #include "desktop/presets/preset_store.h"
 #include "desktop/preview/preview.h"
 #include "modeler/front_end.h"
@@ -25,12 +28,25 @@ class WindowFrontEnd : public modeler::FrontEnd {
 public:
     /// What the window does for a panel. All are called on the window's thread, never in a child.
     struct Host {
-        std::function<void(bool open)> panel; ///< a panel was opened, or closed
-        std::function<bool()> quieten;        ///< stops all other threads' work; false: not now
-        std::function<void()> resume;         ///< lets them go on
+        /// A panel is about to be opened, and wants so much of the window's width; or was closed.
+        std::function<void(bool open, int width)> panel;
+        std::function<bool()> quieten; ///< stops all other threads' work; false: not now
+        std::function<void()> resume;  ///< lets them go on
+        /// What speaks against a run with the panel's values; empty: nothing. Asked on OK.
+        std::function<std::string(const modeler::FormPanel&)> problem;
+        /// Whether a file belongs to the scene, so that nothing else may be written there.
+        std::function<bool(const std::filesystem::path&)> is_of_scene;
+        /// Whether what the command adds gets a layer of its own: asked when a panel opens, and
+        /// told then and whenever the person changes it.
+        std::function<bool()> wants_own_layer;
+        std::function<void(bool)> use_own_layer;
+        /// What slopes the ground has, as a sentence: told beside a refusal where they are limited.
+        std::function<std::string()> ground_slopes;
+        /// What a person should know of the scene before a run.
+        std::function<std::vector<std::string>()> warnings;
     };
 
-    WindowFrontEnd(QWidget& parent, Preview& preview, PresetStore& store, Host host);
+    WindowFrontEnd(QMainWindow& parent, Preview& preview, PresetStore& store, Host host);
 
     void info(std::string_view line1, std::string_view line2) override;
     void error(std::string_view line1, std::string_view line2) override;
@@ -47,7 +63,11 @@ public:
     }
 
     /// Names the boxes of the command that runs next.
-    void set_command(const QString& name) { command_ = name; }
+    void set_command(const QString& name)
+    {
+        command_ = name;
+        slopes_limited_ = false;
+    }
 
     /// Whether this is the child that tries a run out.
     [[nodiscard]] bool in_child() const noexcept { return in_child_; }
@@ -56,20 +76,28 @@ public:
     {
         return child_errors_;
     }
-    /// The panel's window while it is open, or null.
-    [[nodiscard]] PanelDialog* dialog() noexcept { return dialog_.get(); }
+    /// The panel while it is open, or null.
+    [[nodiscard]] PanelDialog* dialog() noexcept
+    {
+        return dock_ != nullptr ? &dock_->dialog() : nullptr;
+    }
 
 private:
     void open_panel(modeler::FormPanel& panel);
-    [[nodiscard]] bool begin_preview();
+    void close_panel() noexcept;
+    [[nodiscard]] bool ask_in_panel(modeler::FormPanel& panel);
+    [[nodiscard]] bool begin_preview(const modeler::FormPanel& panel);
     [[nodiscard]] QWidget* parent() const;
+    [[nodiscard]] std::string with_slopes(std::string_view text) const;
 
-    QWidget& parent_;
+    QMainWindow& parent_;
     Preview& preview_;
     PresetStore& store_;
     Host host_;
     QString command_;
-    std::unique_ptr<PanelDialog> dialog_;
+    std::unique_ptr<PanelDock> dock_;
+    bool panel_open_ = false;     ///< and not answered yet
+    bool slopes_limited_ = false; ///< by the values of the panel that was answered last
     QElapsedTimer since_ok_;
     bool in_child_ = false;
     std::vector<modeler::Message> child_errors_;

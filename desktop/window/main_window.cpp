@@ -7,17 +7,23 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QLocale>
-#include <QMessageBox>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStatusBar>
 
+#include "desktop/message_box.h"
 #include "desktop/text.h"
 #include "desktop/window/aside.h"
+#include "desktop/window/run_size.h"
+#include "desktop/window/start_page.h"
+#include "desktop/window/work_box.h"
+#include "modeler/ground_slopes.h"
 
 namespace desktop {
 
 namespace {
+
+constexpr auto own_layer_key = "own layer";
 
 std::filesystem::path preset_folder()
 {
@@ -29,15 +35,34 @@ std::filesystem::path preset_folder()
 MainWindow::MainWindow()
     : tracer_(nullptr), preview_(nullptr), presets_(preset_folder()),
       front_end_(*this, preview_, presets_,
-                 {.panel = [this](bool open) { panel_is_open(open); },
+                 {.panel = [this](bool open, int width) { panel_is_open(open, width); },
                   .quieten = [this] { return tracer_.quieten(); },
-                  .resume = [this] { tracer_.resume(); }}),
-      viewport_(new Viewport(tracer_, this)), lists_(nullptr), counts_(new QLabel(this))
+                  .resume = [this] { tracer_.resume(); },
+                  .problem =
+                      [this](const modeler::FormPanel& panel) {
+                          return run_size_problem(workspace_.session(), panel);
+                      },
+                  .is_of_scene =
+                      [this](const std::filesystem::path& file) {
+                          return !workspace_.open_file_at(file).empty();
+                      },
+                  .wants_own_layer = [] { return QSettings().value(own_layer_key, true).toBool(); },
+                  .use_own_layer = [this](bool on) { use_own_layer(on); },
+                  .ground_slopes =
+                      [this] {
+                          const auto slopes = modeler::ground_slopes(
+                              workspace_.session().document(), workspace_.session().roles());
+                          return slopes ? modeler::to_sentence(*slopes) : std::string();
+                      },
+                  .warnings = [this] { return warnings_; }}),
+      viewport_(new Viewport(tracer_, this)), start_page_(new StartPage(viewport_)),
+      lists_(nullptr), counts_(new QLabel(this))
 {
     setObjectName("window");
     setAcceptDrops(true);
     setCentralWidget(viewport_);
     build_lists();
+    build_start_page();
     build_actions();
     connect_actions();
     statusBar()->addPermanentWidget(counts_);
@@ -47,9 +72,14 @@ MainWindow::MainWindow()
         show_selection();
     });
     connect(&tracer_, &Tracer::at_rest, this, &MainWindow::do_waiting);
+    go_on_.setSingleShot(true);
+    go_on_.setInterval(0);
+    connect(&go_on_, &QTimer::timeout, this, &MainWindow::do_waiting);
     connect(&preview_, &Preview::shown, this, [this](std::shared_ptr<const PreviewMesh> mesh) {
         tracer_.show_ghost(std::move(mesh));
     });
+    connect(&preview_, &Preview::outdated, &tracer_, &Tracer::abandon_ghost);
+    connect(&tracer_, &Tracer::ghost_ready, &preview_, &Preview::mesh_is_drawn);
     connect(this, &MainWindow::picked, this, &MainWindow::take_picked, Qt::QueuedConnection);
     connect(viewport_, &Viewport::clicked, this, &MainWindow::select_at);
     connect(viewport_, &Viewport::dragged, this, &MainWindow::select_in);
@@ -78,6 +108,18 @@ void MainWindow::build_lists()
             [this] { action(ActionId::select_surface)->trigger(); });
 }
 
+void MainWindow::build_start_page()
+{
+    connect(start_page_, &StartPage::open_asked, this, [this] { ask_and_open(false); });
+    connect(start_page_, &StartPage::examples_asked, this, [this] {
+        const std::filesystem::path folder = example_folder();
+        when_free([this, folder] { open({folder / "terrain.lwo", folder / "tree.lwo"}); });
+    });
+    connect(start_page_, &StartPage::recent_asked, this,
+            [this](const QString& file) { when_free([this, file] { open({to_path(file)}); }); });
+    start_page_->appear();
+}
+
 /// After the document changed: lists and picture follow.
 void MainWindow::show_document()
 {
@@ -88,6 +130,10 @@ void MainWindow::show_document()
             layers.push_back(i);
     tracer_.show_document(workspace_.session().document(), std::move(layers), workspace_.looks());
     lists_->show_scene(workspace_);
+    if (workspace_.empty())
+        start_page_->appear();
+    else
+        start_page_->hide();
     update_state();
 }
 
@@ -113,9 +159,9 @@ void MainWindow::update_state()
         tr("%1 points, %2 polygons, %3 selected")
             .arg(text(points), text(polygons), text(selected_count(workspace_.session()))));
     const std::string title = workspace_.title();
-    setWindowTitle((title.empty()
-                        ? tr("Dastrel Modeler")
-                        : tr("%1[*] - Dastrel Modeler").arg(to_qt(std::string_view(title)))));
+    setWindowTitle(
+        (title.empty() ? tr("Dastrel Modeler")
+                       : tr("%1[*] - Dastrel Modeler").arg(without_placeholder(printable(title)))));
     setWindowModified(workspace_.modified() && !title.empty());
     update_actions();
 }
@@ -139,21 +185,66 @@ void MainWindow::do_waiting()
     }
 }
 
+/// For as long as another thread is at work and nobody else changes the document.
+struct MainWindow::Aside {
+    explicit Aside(MainWindow& owner) : window(owner) { window.aside_ = true; }
+    Aside(const Aside&) = delete;
+    Aside& operator=(const Aside&) = delete;
+    ~Aside()
+    {
+        window.aside_ = false;
+        window.go_on_.start();
+    }
+    MainWindow& window;
+};
+
 void MainWindow::do_aside(const std::function<void()>& work)
 {
-    aside_ = true;
-    try {
-        work_aside(work);
-    } catch (...) {
-        aside_ = false;
-        throw;
-    }
-    aside_ = false;
+    const Aside aside(*this);
+    work_aside(work);
+}
+
+/// The drawing of the view rests meanwhile, and leaves the machine to the work.
+void MainWindow::do_in_box(const QString& title, const QString& caption,
+                           const std::function<void(WorkState&)>& work)
+{
+    const Aside aside(*this);
+    const bool quiet = tracer_.quieten();
+    const struct Resume {
+        Tracer* tracer;
+        ~Resume()
+        {
+            if (tracer != nullptr)
+                tracer->resume();
+        }
+    } resume{quiet ? &tracer_ : nullptr};
+    work_in_box(*this, title, caption, work);
 }
 
 void MainWindow::report(const std::string& problem)
 {
-    QMessageBox::critical(this, tr("Dastrel Modeler"), to_qt(std::string_view(problem)));
+    MessageBox(QMessageBox::Critical, tr("Dastrel Modeler"), to_qt(std::string_view(problem)), {},
+               QMessageBox::Ok, this)
+        .exec();
+}
+
+void MainWindow::tell_failure(std::string_view what)
+{
+    if (std::exchange(telling_, true))
+        return; // one box is enough
+    const struct Telling {
+        MainWindow& window;
+        ~Telling() { window.telling_ = false; }
+    } end{*this};
+    const bool can_save = !running_ && !panel_open_ && !aside_ && !workspace_.empty();
+    MessageBox box(QMessageBox::Critical, tr("Dastrel Modeler"), to_qt(what),
+                   can_save ? tr("The scene is kept. Save it now, before you go on?")
+                            : tr("What was begun is given up; the scene is kept."),
+                   can_save ? QMessageBox::Save | QMessageBox::Ignore : QMessageBox::Ok, this);
+    if (box.exec() == QMessageBox::Save)
+        ask_and_save(false);
+    if (can_save) // what was cut short may have been the showing
+        when_free([this] { show_document(); });
 }
 
 void MainWindow::load_module()
@@ -167,10 +258,26 @@ void MainWindow::load_module()
     update_state();
 }
 
-void MainWindow::panel_is_open(bool open)
+/// Holds for the run whose panel is open, and is remembered for the next.
+void MainWindow::use_own_layer(bool on)
+{
+    own_layer_ = on;
+    QSettings().setValue(own_layer_key, on);
+}
+
+void MainWindow::panel_is_open(bool open, int panel_width)
 {
     panel_open_ = open;
     lists_->setEnabled(!open);
+    // The lists take no input meanwhile, and make room where both would leave little of the view.
+    QAction* const show_lists = action(ActionId::show_lists);
+    const bool shown = show_lists->isChecked();
+    const bool hide = open && shown && viewport_->width() - panel_width < width() / 3;
+    if (hide || (lists_made_room_ && !shown))
+        show_lists->trigger();
+    lists_made_room_ = hide;
+    if (!open)
+        viewport_->setFocus(); // the panel had it
     viewport_->set_selecting(!open);
     update_actions();
 }

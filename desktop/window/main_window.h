@@ -2,15 +2,19 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <QMainWindow>
+#include <QTimer>
 
+#include "desktop/pictures/picture_options.h"
 #include "desktop/preview/preview.h"
 #include "desktop/viewport/tracer.h"
 #include "desktop/viewport/viewport.h"
@@ -23,6 +27,11 @@
 class QLabel;
 
 namespace desktop {
+
+class SceneKeeper;
+class StartPage;
+struct KeptScene;
+struct WorkState;
 
 /// Polygons of a shown scene that were pointed at.
 struct Picked {
@@ -50,9 +59,19 @@ public:
     bool add(const Paths& files);
     /// Returns false when it failed, after a box that tells why.
     bool save_to(const std::filesystem::path& file, bool foreground_only);
-    /// Renders the view of the moment in full quality, beside the window; a box tells when it
-    /// fails.
-    void export_picture_to(const std::filesystem::path& file, unsigned passes = 64);
+    /// The view as it is shown, for a picture of it.
+    [[nodiscard]] PictureOptions shown_picture() const;
+    /// Writes a picture of the view of the moment in full quality, while a box shows how far it is.
+    /// Returns false when it was cancelled, or failed, after a box that tells why.
+    bool export_picture_to(const std::filesystem::path& file, const PictureOptions& options,
+                           unsigned passes = 64);
+
+    /// Asks about each scene that was kept when a window ended in the middle of a command, until
+    /// one is opened. Returns true when one was.
+    bool offer_kept_scenes();
+
+    /// Tells that something failed in a way that nobody expected, and offers to save the scene.
+    void tell_failure(std::string_view what);
 
     /// Runs a command of the module with its panel, or says why it cannot.
     void run_command(const std::string& server);
@@ -87,16 +106,22 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    struct Aside;
+
     // main_window.cpp
     void build_lists();
+    void build_start_page();
     void show_document();
     void show_selection();
     void update_state();
     void when_free(std::function<void()> work);
     void do_waiting();
     void do_aside(const std::function<void()>& work);
+    void do_in_box(const QString& title, const QString& caption,
+                   const std::function<void(WorkState&)>& work);
     void report(const std::string& problem);
-    void panel_is_open(bool open);
+    void use_own_layer(bool on);
+    void panel_is_open(bool open, int panel_width);
 
     // window_actions.cpp
     void build_actions();
@@ -107,19 +132,28 @@ private:
     void show_manual();
 
     // window_files.cpp
-    bool read_files(const Paths& files);
+    bool read_files(const Paths& files, bool anew);
     void ask_and_open(bool adding);
     bool save();
     bool ask_and_save(bool foreground_only);
-    void ask_and_export();
+    [[nodiscard]] bool may_replace(const std::filesystem::path& file, bool foreground_only);
     void close_scene();
     /// Returns true when the scene may go.
     [[nodiscard]] bool let_go();
-    void remember(const std::filesystem::path& file);
+    void remember(const std::filesystem::path& file) noexcept;
+
+    // window_pictures.cpp
+    void ask_and_export();
+
+    // window_recovery.cpp
+    void keep_scene(SceneKeeper& keeper);
+    bool open_kept(const KeptScene& scene);
+    void forget_kept() noexcept;
 
     // window_editing.cpp
     void run_now(const std::string& server);
     void step_back(bool undo);
+    [[nodiscard]] QString last_edit_text() const;
     void select(const std::function<void(modeler::Modeler&)>& change);
     void take_picked(const Picked& picked);
     void choose_role(modeler::LayerRole role);
@@ -130,16 +164,24 @@ private:
     PresetStore presets_;
     WindowFrontEnd front_end_;
     Viewport* viewport_;
+    StartPage* start_page_;
     SideLists* lists_;
     QLabel* counts_;
     std::array<QAction*, action_count> actions_{};
     std::vector<QAction*> commands_;
     std::deque<std::function<void()>> waiting_; ///< for the document to be read
+    QTimer go_on_;                              ///< with what waits, when the event loop is reached
     QString last_command_;
+    std::map<std::uint64_t, QString> edit_texts_; ///< by the state of the document they led to
+    std::filesystem::path kept_file_;             ///< that the scene was opened from; empty: none
     bool panel_open_ = false;
+    bool lists_made_room_ = false; ///< for the panel that is open
     bool running_ = false;
-    bool aside_ = false;    ///< another thread works on the document, and input waits
-    bool fit_next_ = false; ///< the next scene that comes is the first of its document
+    std::vector<std::string> warnings_; ///< of the scene, for the panel of the command that runs
+    bool own_layer_ = false;            ///< for what the command adds that runs
+    bool telling_ = false;              ///< of a failure
+    bool aside_ = false;                ///< another thread works on the document, and input waits
+    bool fit_next_ = false;             ///< the next scene that comes is the first of its document
 };
 
 } // namespace desktop

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QVBoxLayout>
 
+#include "desktop/text.h"
 #include "desktop/window/front_end.h"
 
 namespace desktop {
@@ -18,11 +19,13 @@ constexpr qint64 between_shows_ms = 30;
 } // namespace
 
 ProgressBox::ProgressBox(const QString& title, const QString& caption, QWidget& parent)
-    : dialog_(&parent), caption_(new QLabel(caption, &dialog_)), bar_(new QProgressBar(&dialog_)),
+    : dialog_(&parent), caption_(new QLabel(&dialog_)), bar_(new QProgressBar(&dialog_)),
       cancel_(new QPushButton(QDialog::tr("Cancel"), &dialog_))
 {
     dialog_.setObjectName("progress");
-    dialog_.setWindowTitle(title);
+    dialog_.setWindowTitle(without_placeholder(printable(title)));
+    caption_->setTextFormat(Qt::PlainText); // the module's words
+    caption_->setText(printable_lines(caption));
     dialog_.setWindowModality(Qt::ApplicationModal);
     bar_->setRange(0, most);
     bar_->setAccessibleName(caption);

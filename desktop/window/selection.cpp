@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window/selection.h"
 
-#include <deque>
-
 namespace desktop {
 
 namespace {
@@ -12,11 +10,12 @@ bool is_foreground(const modeler::Modeler& session, std::size_t layer)
     return session.roles()[layer] == modeler::LayerRole::foreground;
 }
 
-/// Calls `visit(layer, polygon)` for all polygons of the foreground.
+/// Calls `visit(layer, polygon)` for all polygons of the foreground. A layer that a running command
+/// has begun has no role yet, and is none of them.
 template <typename Visit> void for_each_polygon(const modeler::Modeler& session, Visit visit)
 {
-    const std::deque<mesh::Layer>& layers = session.document().layers;
-    for (std::size_t layer = 0; layer < layers.size(); ++layer) {
+    const auto& layers = session.document().layers;
+    for (std::size_t layer = 0; layer < session.roles().size(); ++layer) {
         if (!is_foreground(session, layer))
             continue;
         for (std::size_t i = 0; i < layers[layer].polygons.size(); ++i)

@@ -2,7 +2,6 @@
 #include "desktop/window/side_lists.h"
 
 #include <algorithm>
-#include <deque>
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -36,6 +35,7 @@ QTreeWidget* add_list(QSplitter& splitter, const QString& title, const QStringLi
     list->setHeaderLabels(columns);
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
+    list->setTextElideMode(Qt::ElideMiddle); // the ends of long names tell them apart
     list->header()->setStretchLastSection(false);
     list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -49,7 +49,7 @@ QTreeWidgetItem* add_row(QTreeWidget& list, const std::string& name, const QStri
 {
     auto* const item = new QTreeWidgetItem(&list, QStringList(shown) + more);
     item->setData(0, text_role, QByteArray::fromStdString(name));
-    item->setToolTip(0, shown);
+    item->setToolTip(0, tool_tip(shown));
     for (int i = 1; i <= more.size(); ++i)
         item->setTextAlignment(i, Qt::AlignRight | Qt::AlignVCenter);
     return item;
@@ -80,7 +80,7 @@ QString kind_of(const mesh::VertexMap& map)
     case mesh::map_mnvw:
         return SideLists::tr("subpatch weight");
     default:
-        return to_qt(std::string_view(mesh::to_text(map.type())));
+        return printable(mesh::to_text(map.type()));
     }
 }
 
@@ -94,7 +94,8 @@ SideLists::SideLists(QWidget* parent) : QWidget(parent)
     surfaces_ = add_list(*splitter, tr("S&urfaces"), {tr("Name"), tr("Polygons")});
     maps_ = add_list(*splitter, tr("Vertex &maps"), {tr("Name"), tr("Kind"), tr("Points")});
     layers_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    layers_->setToolTip(tr("Commands work on foreground layers, and look at background layers"));
+    layers_->setToolTip(tr("Commands work on foreground layers, look at background layers, and "
+                           "leave layers alone that are hidden or only shown"));
     surfaces_->setToolTip(tr("Double-click selects the polygons with a surface"));
     maps_->setToolTip(tr("Choose a weight map to colour the view by it"));
     auto* const column = new QVBoxLayout(this);
@@ -115,17 +116,21 @@ void SideLists::show_layers(const Workspace& workspace)
 {
     const std::vector<std::size_t> chosen = chosen_layers();
     layers_->clear();
-    const std::deque<mesh::Layer>& layers = workspace.session().document().layers;
+    const auto& layers = workspace.session().document().layers;
     for (std::size_t i = 0; i < layers.size(); ++i) {
-        const QString file = to_qt(workspace.file_of(i).stem());
-        const QString own = to_qt(std::string_view(layers[i].name));
-        const QString name = own.isEmpty() || own == file ? file : own + " (" + file + ")";
+        const QString file = printable(workspace.file_of(i).stem());
+        const QString own = printable(layers[i].name);
+        const QString name = own.isEmpty() || own == file ? file
+                             : file.isEmpty()             ? own
+                                                          : own + " (" + file + ")";
         QTreeWidgetItem* const item =
             add_row(*layers_, layers[i].name, name,
                     {{}, number(layers[i].points.size()), number(layers[i].polygons.size())});
-        item->setToolTip(0, to_qt(workspace.file_of(i)));
+        const std::filesystem::path& from = workspace.file_of(i);
+        item->setToolTip(
+            0, tool_tip(name + "\n" + (from.empty() ? tr("made by a run") : printable(from))));
         auto* const roles = new QComboBox(layers_);
-        roles->addItems({tr("foreground"), tr("background"), tr("hidden")});
+        roles->addItems({tr("foreground"), tr("background"), tr("hidden"), tr("shown")});
         roles->setCurrentIndex(static_cast<int>(workspace.session().roles()[i]));
         roles->setAccessibleName(tr("Role of layer %1").arg(name));
         connect(roles, &QComboBox::activated, this, [this, i](int index) {
@@ -149,7 +154,7 @@ void SideLists::show_surfaces(const mesh::Document& document)
     for (std::size_t tag = 0; tag < counts.size(); ++tag) {
         const std::string& name = document.tags[static_cast<mesh::TagIndex>(tag)];
         if (counts[tag] > 0)
-            add_row(*surfaces_, name, to_qt(std::string_view(name)), {number(counts[tag])});
+            add_row(*surfaces_, name, printable(name), {number(counts[tag])});
     }
     choose(*surfaces_, chosen);
 }
@@ -173,9 +178,8 @@ void SideLists::show_maps(const mesh::Document& document)
                     if (const mesh::VertexMap* same = other.find_map(map.type(), map.name()))
                         points += same->size();
                 // Maps that no colour can tell are listed, and colour nothing.
-                QTreeWidgetItem* const item =
-                    add_row(*maps_, map.name(), to_qt(std::string_view(map.name())),
-                            {kind_of(map), number(points)});
+                QTreeWidgetItem* const item = add_row(*maps_, map.name(), printable(map.name()),
+                                                      {kind_of(map), number(points)});
                 if (map.dimension() != 1)
                     item->setFlags(item->flags() & ~Qt::ItemIsSelectable & ~Qt::ItemIsEnabled);
             }

@@ -35,6 +35,7 @@ void MainWindow::build_actions()
         made->setStatusTip(tr(spec.tip));
         made->setCheckable(spec.checkable);
         made->setChecked(spec.checked);
+        made->setIconText(made->iconText()); // buttons keep their text, and so their width
         actions_[static_cast<std::size_t>(spec.id)] = made;
         if (spec.id == ActionId::add)
             build_recent_menu(*menu->addMenu(tr("Open &Recent")));
@@ -52,11 +53,15 @@ void MainWindow::build_recent_menu(QMenu& menu)
 {
     connect(&menu, &QMenu::aboutToShow, &menu, [this, &menu] {
         menu.clear();
-        for (const QString& file : QSettings().value("recent").toStringList())
-            menu.addAction(file, this, [this, file] {
+        for (const QString& file : QSettings().value("recent").toStringList()) {
+            const QString name = menu.fontMetrics().elidedText(
+                printable(file), Qt::ElideMiddle, menu.fontMetrics().averageCharWidth() * 60);
+            QAction* const entry = menu.addAction(in_menu(name), this, [this, file] {
                 if (let_go())
                     when_free([this, file] { open({to_path(file)}); });
             });
+            entry->setToolTip(tool_tip(printable(file)));
+        }
         menu.setToolTipsVisible(true);
         if (menu.isEmpty())
             menu.addAction(tr("(no files yet)"))->setEnabled(false);
@@ -91,6 +96,7 @@ void MainWindow::connect_actions()
     on(ActionId::make_foreground, [this] { choose_role(modeler::LayerRole::foreground); });
     on(ActionId::make_background, [this] { choose_role(modeler::LayerRole::background); });
     on(ActionId::make_hidden, [this] { choose_role(modeler::LayerRole::hidden); });
+    on(ActionId::make_shown, [this] { choose_role(modeler::LayerRole::shown); });
     on(ActionId::fit, [this] { viewport_->fit(); });
     using View = picture::StandardView;
     for (const auto& [id, view] :
@@ -129,12 +135,13 @@ void MainWindow::build_commands()
     for (const modeler::Server& server : workspace_.module()->servers()) {
         if (server.class_name != modeler::mesh_edit_class)
             continue;
-        QAction* const made = menu->addAction(to_qt(std::string_view(server.button_name)));
+        QAction* const made = menu->addAction(in_menu(printable(server.button_name)));
         const auto number = static_cast<int>(commands_.size()) + 1;
         made->setShortcut(
             QKeySequence(number == 1 ? QString("Ctrl+D") : QString("Ctrl+Alt+F%1").arg(number)));
-        made->setToolTip(tr("Run the command %1").arg(to_qt(std::string_view(server.user_name))));
-        made->setStatusTip(made->toolTip());
+        const QString tip = tr("Run the command %1").arg(printable(server.user_name));
+        made->setToolTip(tool_tip(tip));
+        made->setStatusTip(tip);
         made->setData(to_qt(std::string_view(server.name)));
         connect(made, &QAction::triggered, this, [this, name = server.name] { run_command(name); });
         bar->addAction(made);
@@ -166,8 +173,8 @@ void MainWindow::update_actions()
     for (const ActionSpec& spec : action_specs())
         action(spec.id)->setEnabled(possible(spec.needs) &&
                                     (!panel_open_ || spec.needs == ActionNeeds::always));
-    action(ActionId::undo)->setText((tr("&Undo ") + last_command_).trimmed());
-    action(ActionId::redo)->setText((tr("&Redo ") + last_command_).trimmed());
+    action(ActionId::undo)->setText((tr("&Undo ") + in_menu(last_command_)).trimmed());
+    action(ActionId::redo)->setText((tr("&Redo ") + in_menu(last_command_)).trimmed());
     std::size_t next = 0;
     if (workspace_.module() == nullptr)
         return;
@@ -178,8 +185,8 @@ void MainWindow::update_actions()
 
 void MainWindow::show_manual()
 {
-    QMessageBox::information(
-        this, tr("Keys and Mouse"),
+    QMessageBox box(
+        QMessageBox::Information, tr("Keys and Mouse"),
         tr("<p><b>Looking around.</b> Right button or Alt and left button: orbit. Middle button, "
            "or "
            "Shift with these: pan. Wheel: zoom at the pointer. Arrow keys: orbit; with Shift: pan. "
@@ -189,7 +196,10 @@ void MainWindow::show_manual()
            "rectangle takes out of the selection. Only foreground layers can be selected; nothing "
            "selected counts as everything.</p>"
            "<p><b>Working.</b> Mark layers as foreground or background in the list, then run a "
-           "command. Every other key is shown in the menus.</p>"));
+           "command. Every other key is shown in the menus.</p>"),
+        QMessageBox::Ok, this);
+    box.setTextFormat(Qt::RichText); // ours, every word of it
+    box.exec();
 }
 
 } // namespace desktop

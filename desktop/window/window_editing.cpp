@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Commands, undo, selection, roles.
-#include <deque>
 #include <exception>
 
 #include <fmt/format.h>
@@ -8,8 +7,11 @@
 #include <QLocale>
 #include <QStatusBar>
 
+#include "desktop/recovery/scene_keeper.h"
 #include "desktop/text.h"
 #include "desktop/window/main_window.h"
+#include "desktop/window/scene_warnings.h"
+#include "modeler/run_failure.h"
 #include "picture/scene/picking.h"
 
 namespace desktop {
@@ -25,14 +27,23 @@ void MainWindow::run_now(const std::string& server)
     if (module == nullptr)
         return;
     const modeler::Server* const known = module->find(modeler::mesh_edit_class, server);
-    last_command_ = to_qt(std::string_view(known != nullptr ? known->user_name : server));
+    last_command_ = printable(known != nullptr ? known->user_name : server);
     front_end_.set_command(last_command_);
+    warnings_ = scene_warnings(workspace_); // before a layer of the run's own is among the others
     const std::vector<LayerCount> before = count_layers(workspace_.session().document());
+    SceneKeeper keeper;
+    keep_scene(keeper);
     running_ = true;
+    own_layer_ = false; // a command without a panel adds to the ground
+    modeler::RunOptions options;
+    options.own_layer = workspace_.clone_layer_name();
+    options.wants_own_layer = [this] { return own_layer_; };
     modeler::RunResult result;
     std::string problem;
     try {
-        result = workspace_.session().run(*module, server, front_end_);
+        result = workspace_.session().run(*module, server, front_end_, options);
+        if (const std::string failure = modeler::run_failure(result); !failure.empty())
+            problem = fmt::format("{}: {}", module->file().string(), failure);
     } catch (const RunCancelled&) {
         result.panel_cancelled = true;
     } catch (const std::exception& error) {
@@ -46,7 +57,18 @@ void MainWindow::run_now(const std::string& server)
         preview_.run().finish(workspace_.session().document(), before, front_end_.child_errors());
     }
     running_ = false;
-    workspace_.note_edits();
+    keeper.release();
+    go_on_.start();
+    const QLocale numbers;
+    const auto count = [&](std::size_t of) {
+        return numbers.toString(static_cast<qulonglong>(of));
+    };
+    if (result.applied) {
+        workspace_.note_run();
+        edit_texts_[workspace_.session().state()] =
+            tr("%1 (%2 points, %3 polygons)")
+                .arg(last_command_, count(result.points_added), count(result.polygons_added));
+    }
     if (!problem.empty())
         report(problem);
     if (!result.applied) {
@@ -55,35 +77,50 @@ void MainWindow::run_now(const std::string& server)
         return;
     }
     show_document();
-    const QLocale numbers;
     statusBar()->showMessage(
         tr("%1: %2 points and %3 polygons added in %4 s (clock %5, run %6 of this session)")
-            .arg(last_command_, numbers.toString(static_cast<qulonglong>(result.points_added)),
-                 numbers.toString(static_cast<qulonglong>(result.polygons_added)),
+            .arg(last_command_, count(result.points_added), count(result.polygons_added),
                  numbers.toString(front_end_.seconds_at_work(), 'f', 1),
                  to_qt(std::string_view(workspace_.clock())))
             .arg(workspace_.runs()));
 }
 
+/// The edit that led to the present state of the document, in words.
+QString MainWindow::last_edit_text() const
+{
+    const auto found = edit_texts_.find(workspace_.session().state());
+    return found != edit_texts_.end() ? found->second : last_command_;
+}
+
 void MainWindow::step_back(bool undo)
 {
+    modeler::Modeler& session = workspace_.session();
+    if (undo ? !session.can_undo() : !session.can_redo())
+        return;
+    QString told;
+    tracer_.forget_document(); // a layer may go
     try {
-        if (undo && workspace_.session().can_undo())
-            workspace_.undo();
-        else if (!undo && workspace_.session().can_redo())
-            workspace_.redo();
-        show_document();
+        told = tr("Undone: %1").arg(last_edit_text());
+        undo ? session.undo() : session.redo();
     } catch (const std::bad_alloc&) {
+        show_document();
         report("there is too little memory for that; nothing was changed");
+        return;
     }
+    if (!undo)
+        told = tr("Redone: %1").arg(last_edit_text());
+    show_document();
+    statusBar()->showMessage(told);
 }
 
 void MainWindow::select(const std::function<void(modeler::Modeler&)>& change)
 {
     if (panel_open_ || running_)
         return;
-    change(workspace_.session());
-    show_selection();
+    when_free([this, change] {
+        change(workspace_.session());
+        show_selection();
+    });
 }
 
 void MainWindow::select_at(const QPointF& at, Qt::KeyboardModifiers modifiers)
@@ -122,15 +159,17 @@ void MainWindow::select_in(const QRect& over, Qt::KeyboardModifiers modifiers)
 
 void MainWindow::take_picked(const Picked& picked)
 {
-    std::vector<PolygonRef> polygons;
-    const std::deque<mesh::Layer>& layers = workspace_.session().document().layers;
-    for (const picture::PolygonId& one : picked.polygons) {
-        // The document may have changed since the picture was made that was pointed at.
-        const std::size_t layer = picked.document_layers[one.layer];
-        if (layer < layers.size() && one.polygon < layers[layer].polygons.size())
-            polygons.push_back({layer, one.polygon});
-    }
-    select([&](modeler::Modeler& session) { select_polygons(session, polygons, picked.mode); });
+    select([picked](modeler::Modeler& session) {
+        std::vector<PolygonRef> polygons;
+        const auto& layers = session.document().layers;
+        for (const picture::PolygonId& one : picked.polygons) {
+            // The document may have changed since the picture was made that was pointed at.
+            const std::size_t layer = picked.document_layers[one.layer];
+            if (layer < layers.size() && one.polygon < layers[layer].polygons.size())
+                polygons.push_back({layer, one.polygon});
+        }
+        select_polygons(session, polygons, picked.mode);
+    });
 }
 
 void MainWindow::choose_role(modeler::LayerRole role)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Opening, saving, pictures.
+// Opening and saving.
 #include <exception>
 #include <fstream>
 
@@ -7,41 +7,21 @@
 
 #include <QCloseEvent>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
 #include <QStatusBar>
 #include <QUrl>
 
+#include "desktop/message_box.h"
 #include "desktop/text.h"
+#include "desktop/window/file_dialogs.h"
 #include "desktop/window/main_window.h"
-#include "formats/file_writer.h"
-#include "picture/image/png.h"
-#include "picture/maps/legend.h"
-#include "picture/render/progressive.h"
 
 namespace desktop {
 
 namespace {
 
 const char* const object_files = "LWO2 objects (*.lwo *.LWO);;All files (*)";
-const char* const picture_files = "PNG pictures (*.png)";
-
-QString last_folder(const char* purpose)
-{
-    return QSettings().value(QString("folder/") + purpose).toString();
-}
-
-void remember_folder(const char* purpose, const QString& file)
-{
-    QSettings().setValue(QString("folder/") + purpose, QFileInfo(file).absolutePath());
-}
-
-/// With an ending, where the person gave none.
-QString with_ending(const QString& file, const char* ending)
-{
-    return QFileInfo(file).suffix().isEmpty() ? file + ending : file;
-}
 
 MainWindow::Paths local_files(const QMimeData& data)
 {
@@ -54,24 +34,26 @@ MainWindow::Paths local_files(const QMimeData& data)
 
 } // namespace
 
-bool MainWindow::open(const Paths& files)
-{
-    workspace_.clear();
-    return read_files(files);
-}
+bool MainWindow::open(const Paths& files) { return read_files(files, true); }
 
-bool MainWindow::add(const Paths& files) { return read_files(files); }
+bool MainWindow::add(const Paths& files) { return read_files(files, workspace_.empty()); }
 
-bool MainWindow::read_files(const Paths& files)
+/// With `anew`, the first file that can be read takes the place of the scene.
+bool MainWindow::read_files(const Paths& files, bool anew)
 {
-    const bool first = workspace_.empty();
+    const bool first = anew;
     std::vector<std::string> warnings;
     std::string problems;
     for (const std::filesystem::path& path : files) {
         try {
             Workspace::ReadFile file;
             do_aside([&] { file = Workspace::read(path); });
-            workspace_.add(std::move(file), warnings);
+            tracer_.forget_document();
+            if (anew)
+                workspace_.begin(std::move(file), warnings);
+            else
+                workspace_.add(std::move(file), warnings);
+            anew = false;
             remember(path);
         } catch (const std::bad_alloc&) {
             problems +=
@@ -82,11 +64,11 @@ bool MainWindow::read_files(const Paths& files)
             problems += (named ? what : fmt::format("{}: {}", path.string(), what)) + "\n";
         }
     }
-    fit_next_ = first;
+    fit_next_ = first && !anew;
     show_document();
     if (!warnings.empty())
         statusBar()->showMessage(
-            to_qt(std::string_view(warnings.front())) +
+            printable(warnings.front()) +
             (warnings.size() > 1 ? tr(" (and %1 more)").arg(warnings.size() - 1) : QString()));
     if (problems.empty())
         return true;
@@ -101,7 +83,7 @@ void MainWindow::ask_and_open(bool adding)
         return;
     const QStringList chosen =
         QFileDialog::getOpenFileNames(this, adding ? tr("Add Files") : tr("Open Files"),
-                                      last_folder("objects"), tr(object_files));
+                                      to_qt(last_folder("objects")), tr(object_files));
     if (chosen.isEmpty())
         return;
     remember_folder("objects", chosen.front());
@@ -111,8 +93,27 @@ void MainWindow::ask_and_open(bool adding)
     when_free([this, files, adding] { (void)(adding ? add(files) : open(files)); });
 }
 
+/// A file that the scene was read from is replaced only when a person says so, or when it is the
+/// scene's own.
+bool MainWindow::may_replace(const std::filesystem::path& file, bool foreground_only)
+{
+    const std::filesystem::path open = workspace_.open_file_at(file);
+    if (open.empty() || (open == workspace_.path() && !foreground_only))
+        return true;
+    MessageBox box(
+        QMessageBox::Warning, tr("Replace a File of the Scene"),
+        tr("%1 is a file of this scene, opened as %2.").arg(printable(file), printable(open)),
+        foreground_only ? tr("Replace it with the foreground layers?")
+                        : tr("Replace it with all layers of the scene?"),
+        QMessageBox::Yes | QMessageBox::Cancel, this);
+    box.setDefaultButton(QMessageBox::Cancel);
+    return box.exec() == QMessageBox::Yes;
+}
+
 bool MainWindow::save_to(const std::filesystem::path& file, bool foreground_only)
 {
+    if (!may_replace(file, foreground_only))
+        return false;
     try {
         do_aside([&] { workspace_.write(file, foreground_only); });
     } catch (const std::bad_alloc&) {
@@ -124,11 +125,13 @@ bool MainWindow::save_to(const std::filesystem::path& file, bool foreground_only
         report(named ? what : fmt::format("{}: {}", file.string(), what));
         return false;
     }
-    if (!foreground_only)
+    if (!foreground_only) {
         workspace_.saved_as(file);
+        forget_kept();
+    }
     remember(file);
     update_state();
-    statusBar()->showMessage(tr("Wrote %1.").arg(to_qt(file)), 5000);
+    statusBar()->showMessage(tr("Wrote %1.").arg(printable(file)), 5000);
     return true;
 }
 
@@ -139,50 +142,18 @@ bool MainWindow::save()
 
 bool MainWindow::ask_and_save(bool foreground_only)
 {
+    const std::filesystem::path folder = last_folder("objects");
+    const std::filesystem::path proposed =
+        foreground_only || workspace_.path().empty()
+            ? workspace_.suggested_file(folder, foreground_only ? "-with-clones" : "-scene", ".lwo")
+            : workspace_.path();
     const QString chosen = QFileDialog::getSaveFileName(
-        this, foreground_only ? tr("Save Foreground Layers") : tr("Save Scene"),
-        last_folder("objects"), tr(object_files));
+        this, foreground_only ? tr("Save Foreground Layers") : tr("Save Scene"), to_qt(proposed),
+        tr(object_files));
     if (chosen.isEmpty())
         return false;
     remember_folder("objects", chosen);
-    return save_to(to_path(with_ending(chosen, ".lwo")), foreground_only);
-}
-
-void MainWindow::ask_and_export()
-{
-    const QString chosen = QFileDialog::getSaveFileName(this, tr("Export Picture"),
-                                                        last_folder("pictures"), tr(picture_files));
-    if (chosen.isEmpty())
-        return;
-    remember_folder("pictures", chosen);
-    export_picture_to(to_path(with_ending(chosen, ".png")));
-}
-
-void MainWindow::export_picture_to(const std::filesystem::path& file, unsigned passes)
-{
-    const auto scene = tracer_.shown().scene;
-    if (scene == nullptr)
-        return;
-    const picture::Look look = tracer_.look();
-    const picture::View view = viewport_->view();
-    const double scale = viewport_->devicePixelRatioF();
-    try {
-        do_aside([&] {
-            formats::check_output_path(file);
-            picture::Progressive picture(scene, view, look);
-            while (picture.passes() < passes)
-                picture.add_pass();
-            picture::Image image = picture.image();
-            if (look.map != nullptr)
-                picture::draw_legend(image, *look.map, scale);
-            formats::FileWriter writer(file);
-            writer.write(picture::encode_png(image));
-            writer.commit();
-        });
-        statusBar()->showMessage(tr("Wrote %1.").arg(to_qt(file)), 5000);
-    } catch (const std::exception& error) {
-        report(error.what());
-    }
+    return save_to(with_ending(chosen, ".lwo"), foreground_only);
 }
 
 void MainWindow::close_scene()
@@ -190,6 +161,7 @@ void MainWindow::close_scene()
     if (!let_go())
         return;
     when_free([this] {
+        tracer_.forget_document();
         workspace_.clear();
         show_document();
     });
@@ -197,28 +169,36 @@ void MainWindow::close_scene()
 
 bool MainWindow::let_go()
 {
-    if (panel_open_ || running_)
+    if (panel_open_ || running_ || aside_)
         return false;
     if (!workspace_.modified())
         return true;
-    const auto answer = QMessageBox::question(
-        this, tr("Unsaved Changes"),
-        tr("Save the changes to %1?").arg(to_qt(std::string_view(workspace_.title()))),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    MessageBox box(QMessageBox::Question, tr("Unsaved Changes"),
+                   tr("Save the changes to %1?").arg(printable(workspace_.title())), {},
+                   QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setDefaultButton(QMessageBox::Save);
+    const int answer = box.exec();
     if (answer == QMessageBox::Save)
         return save();
+    if (answer == QMessageBox::Discard)
+        forget_kept();
     return answer == QMessageBox::Discard;
 }
 
-void MainWindow::remember(const std::filesystem::path& file)
+/// A list for convenience: a failure to keep it is no failure of what was done with the file.
+void MainWindow::remember(const std::filesystem::path& file) noexcept
 {
     constexpr qsizetype most = 10;
-    QSettings settings;
-    QStringList recent = settings.value("recent").toStringList();
-    const QString name = to_qt(std::filesystem::absolute(file));
-    recent.removeAll(name);
-    recent.prepend(name);
-    settings.setValue("recent", recent.mid(0, most));
+    try {
+        QSettings settings;
+        QStringList recent = settings.value("recent").toStringList();
+        const QString name = to_qt(std::filesystem::absolute(file));
+        recent.removeAll(name);
+        recent.prepend(name);
+        settings.setValue("recent", recent.mid(0, most));
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

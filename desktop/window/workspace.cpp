@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window/workspace.h"
 
-#include <cstdlib>
-#include <ctime>
+#include <algorithm>
+#include <functional>
+#include <new>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
 #include <fmt/format.h>
 
-#include "formats/errors.h"
+#include "formats/file_identity.h"
 #include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
 #include "formats/merge.h"
 #include "formats/surface_looks.h"
+#include "mesh/clone_numbers.h"
+#include "mesh/layer_numbers.h"
+#include "modeler/clone_layers.h"
 #include "modeler/module_places.h"
+#include "settings/clock.h"
 
 namespace desktop {
 
@@ -22,19 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::uint64_t never_saved = ~std::uint64_t{0};
 constexpr const char* module_file = "dastrel.p";
-constexpr const char* clock_variable = "DASTREL_CLOCK";
-
-/// Fixes the clock that modules start their samplers from, so that it can be told.
-std::string fixed_clock()
-{
-    const char* const set = std::getenv(clock_variable);
-    if (set != nullptr && *set != '\0')
-        return set;
-    std::string now = fmt::format("{}", static_cast<std::uint32_t>(std::time(nullptr)));
-    ::setenv(clock_variable, now.c_str(), 1);
-    return now;
-}
 
 modeler::LayerRole first_role(const mesh::Layer& layer, bool first_file)
 {
@@ -44,12 +38,30 @@ modeler::LayerRole first_role(const mesh::Layer& layer, bool first_file)
     return first_file ? modeler::LayerRole::foreground : modeler::LayerRole::background;
 }
 
-/// The document with some of its layers.
-mesh::Document copy_with(const mesh::Document& document, const std::vector<std::size_t>& layers)
+/// Clones of earlier runs that have layers of their own are no ground, where there is other ground.
+void set_clones_aside(const mesh::Document& document, std::vector<modeler::LayerRole>& roles)
+{
+    std::vector<modeler::LayerRole> without = roles;
+    for (std::size_t i = 0; i < roles.size(); ++i)
+        if (roles[i] == modeler::LayerRole::foreground &&
+            mesh::holds_clones_alone(document.layers[i]))
+            without[i] = modeler::LayerRole::shown;
+    if (std::find(without.begin(), without.end(), modeler::LayerRole::foreground) != without.end())
+        roles.swap(without);
+}
+
+/// The document with some of its layers. Those that runs have made get the numbers that they would
+/// have without the layers that are left out.
+mesh::Document copy_with(const mesh::Document& document, const std::vector<std::size_t>& layers,
+                         const std::function<bool(std::size_t)>& is_made)
 {
     mesh::Document copy;
-    for (const std::size_t layer : layers)
-        copy.layers.push_back(document.layers[layer]);
+    for (const std::size_t layer : layers) {
+        mesh::Layer one = document.layers[layer];
+        if (is_made(layer))
+            one.number = mesh::free_layer_number(copy).value_or(one.number);
+        copy.layers.push_back(std::move(one));
+    }
     for (mesh::TagIndex tag = 0; tag < document.tags.size(); ++tag)
         copy.tags.append(document.tags[tag]);
     copy.head = document.head;
@@ -62,7 +74,7 @@ mesh::Document copy_with(const mesh::Document& document, const std::vector<std::
 
 void Workspace::load_module(const fs::path& file)
 {
-    clock_ = fixed_clock();
+    clock_ = fmt::format("{}", settings::fix_clock());
     module_ = modeler::Module::load(file);
 }
 
@@ -90,51 +102,78 @@ Workspace::ReadFile Workspace::read(const fs::path& path)
     return file;
 }
 
+void Workspace::begin(ReadFile file, std::vector<std::string>& warnings)
+{
+    std::vector<modeler::LayerRole> roles;
+    for (const mesh::Layer& layer : file.document.layers)
+        roles.push_back(first_role(layer, true));
+    set_clones_aside(file.document, roles);
+    std::vector<fs::path> files{file.path};
+    std::vector<fs::path> layer_files(roles.size(), file.path);
+    std::vector<std::string> told = warnings;
+    told.insert(told.end(), file.warnings.begin(), file.warnings.end());
+    session_.replace(std::move(file.document), std::move(roles));
+    warnings.swap(told);
+    saved_state_ = session_.state();
+    take_over(std::move(file.path), std::move(files), std::move(layer_files));
+}
+
+void Workspace::begin_kept(ReadFile file, const std::vector<modeler::LayerRole>& roles)
+{
+    std::vector<std::string> ignored; // the file is our own
+    begin(std::move(file), ignored);
+    path_.clear();
+    saved_state_ = never_saved;
+    // A layer that is too large for a file comes back as several: then the roles say little.
+    if (roles.size() == session_.roles().size())
+        for (std::size_t i = 0; i < roles.size(); ++i)
+            session_.set_role(i, roles[i]);
+}
+
 void Workspace::add(ReadFile file, std::vector<std::string>& warnings)
 {
-    warnings.insert(warnings.end(), file.warnings.begin(), file.warnings.end());
-    const bool first = empty();
-    std::vector<modeler::LayerRole> roles = session_.roles();
+    if (empty())
+        return begin(std::move(file), warnings);
+    const bool was_modified = modified();
+    std::vector<modeler::LayerRole> roles;
     for (const mesh::Layer& layer : file.document.layers)
-        roles.push_back(first_role(layer, first));
-    before_edits_.clear();
-    after_undos_.clear();
-    if (first) {
-        session_.replace(std::move(file.document), roles);
-        path_ = file.path;
-        saved_state_ = state_ = ++last_state_;
-    } else {
-        const std::vector<modeler::LayerRole> old_roles = session_.roles();
-        mesh::Document document = session_.release();
-        try {
-            formats::append_document(document, std::move(file.document), file.path.stem().string(),
-                                     [&](const std::string& text) { warnings.push_back(text); });
-        } catch (const formats::LimitError&) {
-            session_.replace(std::move(document), old_roles);
-            throw;
-        }
-        session_.replace(std::move(document), roles);
-        path_.clear();
-        state_ = ++last_state_;
-    }
-    files_.push_back(file.path);
-    layer_files_.resize(session_.document().layers.size(), file.path);
-    renew_looks();
+        roles.push_back(first_role(layer, false));
+    std::vector<fs::path> files = files_;
+    files.push_back(file.path);
+    std::vector<fs::path> layer_files = layer_files_;
+    layer_files.resize(session_.document().layers.size()); // those that runs made have no file
+    layer_files.resize(layer_files.size() + roles.size(), file.path);
+    std::vector<std::string> told = warnings;
+    told.insert(told.end(), file.warnings.begin(), file.warnings.end());
+    session_.append(roles, [&](mesh::Document& document) {
+        formats::append_document(document, std::move(file.document), file.path.stem().string(),
+                                 [&](const std::string& text) { told.push_back(text); });
+    });
+    warnings.swap(told);
+    saved_state_ = was_modified ? never_saved : session_.state();
+    take_over({}, std::move(files), std::move(layer_files));
 }
 
 void Workspace::clear()
 {
     session_.replace({}, {});
-    path_.clear();
-    files_.clear();
-    layer_files_.clear();
-    looks_.clear();
-    before_edits_.clear();
-    after_undos_.clear();
-    saved_state_ = state_ = ++last_state_;
+    saved_state_ = session_.state();
+    take_over({}, {}, {});
 }
 
-void Workspace::renew_looks() { looks_ = formats::surface_looks(session_.document()); }
+/// What belongs to a document that has just come.
+void Workspace::take_over(fs::path path, std::vector<fs::path> files,
+                          std::vector<fs::path> layer_files) noexcept
+{
+    path_.swap(path);
+    files_.swap(files);
+    layer_files_.swap(layer_files);
+    try {
+        looks_ = formats::surface_looks(session_.document());
+    } catch (const std::bad_alloc&) {
+        looks_.clear(); // the document matters more: it is shown in the default colours
+    }
+}
 
 void Workspace::write(const fs::path& path, bool foreground_only) const
 {
@@ -144,17 +183,71 @@ void Workspace::write(const fs::path& path, bool foreground_only) const
     }
     std::vector<std::size_t> layers;
     for (std::size_t i = 0; i < session_.roles().size(); ++i)
-        if (session_.roles()[i] == modeler::LayerRole::foreground)
+        if (session_.roles()[i] == modeler::LayerRole::foreground ||
+            (session_.roles()[i] == modeler::LayerRole::shown &&
+             mesh::holds_clones_alone(session_.document().layers[i])))
             layers.push_back(i);
-    formats::write_lwo2_file(copy_with(session_.document(), layers), path);
+    const auto is_made = [this](std::size_t layer) { return file_of(layer).empty(); };
+    formats::write_lwo2_file(copy_with(session_.document(), layers, is_made), path);
 }
 
 void Workspace::saved_as(const fs::path& path)
 {
-    path_ = fs::absolute(path);
-    files_ = {path_};
-    saved_state_ = state_;
+    fs::path file = fs::absolute(path);
+    std::vector<fs::path> files{file};
+    path_.swap(file);
+    files_.swap(files);
+    saved_state_ = session_.state();
 }
+
+fs::path Workspace::open_file_at(const fs::path& path) const
+{
+    const auto wanted = formats::identify_file(path);
+    const auto is_it = [&](const fs::path& file) {
+        return !file.empty() && wanted && formats::identify_file(file) == wanted;
+    };
+    if (is_it(path_))
+        return path_;
+    const auto found = std::find_if(layer_files_.begin(), layer_files_.end(), is_it);
+    return found == layer_files_.end() ? fs::path() : *found;
+}
+
+fs::path Workspace::suggested_file(const fs::path& folder, std::string_view written,
+                                   std::string_view ending) const
+{
+    const fs::path ground = files_.empty() ? fs::path("scene.lwo") : files_.front();
+    const fs::path& place = folder.empty() ? ground.parent_path() : folder;
+    const std::string name = fmt::format("{}{}", ground.stem().string(), written);
+    fs::path file = place / fmt::format("{}{}", name, ending);
+    for (int number = 2; !open_file_at(file).empty(); ++number)
+        file = place / fmt::format("{}-{}{}", name, number, ending);
+    return file;
+}
+
+std::string Workspace::layer_title(std::size_t layer) const
+{
+    const std::string& name = session_.document().layers[layer].name;
+    if (!name.empty())
+        return fmt::format("layer {} '{}'", layer + 1, name);
+    return fmt::format("layer {} of {}", layer + 1, file_of(layer).filename().string());
+}
+
+std::vector<std::string> Workspace::models() const
+{
+    std::vector<std::string> models;
+    for (std::size_t i = 0; i < session_.roles().size(); ++i) {
+        if (session_.roles()[i] != modeler::LayerRole::background)
+            continue;
+        std::string name = file_of(i).stem().string();
+        if (name.empty())
+            name = session_.document().layers[i].name;
+        if (models.empty() || models.back() != name)
+            models.push_back(std::move(name));
+    }
+    return models;
+}
+
+std::string Workspace::clone_layer_name() const { return modeler::clone_layer_name(models()); }
 
 std::string Workspace::title() const
 {
@@ -164,34 +257,6 @@ std::string Workspace::title() const
     for (const fs::path& file : files_)
         names += (names.empty() ? "" : " + ") + file.filename().string();
     return names;
-}
-
-void Workspace::note_edits()
-{
-    if (before_edits_.size() == session_.undo_steps())
-        return;
-    ++runs_;
-    after_undos_.clear();
-    while (before_edits_.size() < session_.undo_steps()) {
-        before_edits_.push_back(state_);
-        state_ = ++last_state_;
-    }
-}
-
-void Workspace::undo()
-{
-    session_.undo();
-    after_undos_.push_back(state_);
-    state_ = before_edits_.back();
-    before_edits_.pop_back();
-}
-
-void Workspace::redo()
-{
-    session_.redo();
-    before_edits_.push_back(state_);
-    state_ = after_undos_.back();
-    after_undos_.pop_back();
 }
 
 } // namespace desktop

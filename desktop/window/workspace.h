@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "mesh/surface_look.h"
@@ -39,15 +41,23 @@ public:
     /// @throws formats::FormatError, formats::FileError, std::bad_alloc
     [[nodiscard]] static ReadFile read(const std::filesystem::path& path);
 
-    /// Adds the file's layers behind those that are there. Layers of the first file are foreground
-    /// (hidden where the file says so), layers of all others background. Undo ends here.
-    /// @throws formats::LimitError; the scene is then as it was, without undo
+    /// Begins the scene anew with the file's layers: foreground, hidden where the file says so, or
+    /// shown only where they hold nothing but clones, so that no clones come onto clones.
+    /// Whatever is thrown, the scene is as it was. @throws std::bad_alloc
+    void begin(ReadFile file, std::vector<std::string>& warnings);
+    /// The same with a scene that was kept, whose layers had these roles: no file has it, so that
+    /// it counts as modified.
+    void begin_kept(ReadFile file, const std::vector<modeler::LayerRole>& roles);
+    /// Adds the file's layers as background behind those that are there, or begins an empty scene
+    /// with them. Undo ends here. Whatever is thrown, the scene is as it was, with its undo.
+    /// @throws formats::LimitError, std::bad_alloc
     void add(ReadFile file, std::vector<std::string>& warnings);
-    /// Empties the scene.
+    /// Empties the scene. @throws std::bad_alloc, and the scene is as it was
     void clear();
     [[nodiscard]] bool empty() const noexcept { return session_.document().layers.empty(); }
 
-    /// Writes all layers, or those of the foreground alone, as the command line writes the ground.
+    /// Writes all layers, or those of the foreground alone with the layers of clones that are
+    /// shown beside them, as the command line writes the ground.
     /// May be called on any thread while nobody changes the document.
     /// @throws formats::LimitError, formats::FileError, std::bad_alloc
     void write(const std::filesystem::path& path, bool foreground_only) const;
@@ -57,25 +67,40 @@ public:
     [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
     /// A name for titles: of the file, or of all that came together.
     [[nodiscard]] std::string title() const;
-    /// The file that a layer came from.
-    [[nodiscard]] const std::filesystem::path& file_of(std::size_t layer) const
+    /// A path in a folder that is no file of the scene, for a dialog to propose: the name of the
+    /// ground with what is written, such as "-with-clones", and an ending, such as ".lwo".
+    [[nodiscard]] std::filesystem::path suggested_file(const std::filesystem::path& folder,
+                                                       std::string_view written,
+                                                       std::string_view ending) const;
+    /// The file of the scene that stands at this path, by whatever name or link the path leads to
+    /// it; empty: none.
+    [[nodiscard]] std::filesystem::path open_file_at(const std::filesystem::path& path) const;
+    /// The file that a layer came from; empty for a layer that a run made.
+    [[nodiscard]] const std::filesystem::path& file_of(std::size_t layer) const noexcept
     {
-        return layer_files_[layer];
+        static const std::filesystem::path none;
+        return layer < layer_files_.size() ? layer_files_[layer] : none;
     }
+    /// A layer in words, for a sentence.
+    [[nodiscard]] std::string layer_title(std::size_t layer) const;
+    /// Names of the background layers' files, of which a clone is made, in their order.
+    [[nodiscard]] std::vector<std::string> models() const;
+    /// A name for a layer of the clones that a run makes of the background.
+    [[nodiscard]] std::string clone_layer_name() const;
 
-    [[nodiscard]] bool modified() const noexcept { return state_ != saved_state_; }
-    /// To be called after a run: notes its edits.
-    void note_edits();
-    /// @throws std::bad_alloc
-    void undo();
-    void redo();
+    /// Whether something was done to the layers that no file has. To put files together is nothing
+    /// of the kind.
+    [[nodiscard]] bool modified() const noexcept { return session_.state() != saved_state_; }
+    /// To be called after a run that changed the document: counts it.
+    void note_run() noexcept { ++runs_; }
     /// Runs of this window so far that changed the document.
     [[nodiscard]] int runs() const noexcept { return runs_; }
 
     [[nodiscard]] const std::vector<mesh::SurfaceLook>& looks() const noexcept { return looks_; }
 
 private:
-    void renew_looks();
+    void take_over(std::filesystem::path path, std::vector<std::filesystem::path> files,
+                   std::vector<std::filesystem::path> layer_files) noexcept;
 
     modeler::Modeler session_;
     std::optional<modeler::Module> module_;
@@ -85,12 +110,7 @@ private:
     std::vector<std::filesystem::path> layer_files_;
     std::vector<mesh::SurfaceLook> looks_;
     int runs_ = 0;
-    // States of the document are numbered; undo and redo go back to numbers that were there.
-    int state_ = 0;
-    int saved_state_ = 0;
-    int last_state_ = 0;
-    std::vector<int> before_edits_;
-    std::vector<int> after_undos_;
+    std::uint64_t saved_state_ = 0; ///< of the session
 };
 
 } // namespace desktop

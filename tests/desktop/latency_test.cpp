@@ -12,10 +12,11 @@
 #include "desktop/window/main_window.h"
 #include "formats/lwo2_writer.h"
 #include "tests/desktop/support.h"
+#include "tests/support/sanitizers.h"
 
 namespace {
 
-#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
+#if defined(NDEBUG) && !defined(ADDRESS_SANITIZER)
 constexpr std::size_t wanted_points = 10'000'000;
 #else
 constexpr std::size_t wanted_points = 200'000;

@@ -10,13 +10,13 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
 
 #include "desktop/panel/control_slot.h"
 #include "desktop/panel/form_view.h"
+#include "desktop/panel/number_field.h"
 #include "desktop/panel/panel_dialog.h"
 #include "modeler/module.h"
 #include "tests/desktop/support.h"
@@ -92,7 +92,7 @@ QStringList lines_of(const QWidget* page)
 
 QString shown(QWidget* widget)
 {
-    if (const auto* field = qobject_cast<QLineEdit*>(widget))
+    if (const auto* field = qobject_cast<desktop::NumberField*>(widget))
         return field->text();
     if (const auto* box = qobject_cast<QCheckBox*>(widget))
         return box->isChecked() ? "on" : "off";

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 // What the preview shows is what OK gives; what is exported gives the same on the command line.
 #include <cstring>
+#include <mutex>
 
 #include <QCheckBox>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QLineEdit>
-#include <QProcess>
+#include <QSettings>
 #include <QTest>
 
 #include "desktop/panel/control_slot.h"
+#include "desktop/panel/number_field.h"
 #include "desktop/presets/preset_bar.h"
 #include "desktop/window/main_window.h"
 #include "tests/desktop/support.h"
@@ -100,7 +101,7 @@ private:
                                     QString::fromStdString(example("tree.lwo").string()),
                                     "-o",
                                     file};
-        if (QProcess::execute(DASTREL_PROGRAM, arguments + options) != 0)
+        if (support::run_program(arguments + options) != 0)
             return "the program failed";
         return support::bytes_of(file.toStdString());
     }
@@ -108,6 +109,7 @@ private:
 private Q_SLOTS:
     void init()
     {
+        QSettings().setValue("own layer", false); // as the command line by itself
         window_ = std::make_unique<MainWindow>();
         window_->resize(700, 500);
         window_->load_module();
@@ -135,7 +137,11 @@ private Q_SLOTS:
                 shown_ = nullptr; // it was of the values that the panel opened with
             };
             const auto confirm = [&](PanelDialog& dialog) {
-                QCOMPARE(desktop::count_layers(document()), before); // nothing happened to it
+                auto now = desktop::count_layers(document());
+                if (now.size() > before.size()) // the layer that the clones may come into
+                    QCOMPARE(now.back(), desktop::LayerCount{});
+                now.resize(before.size());
+                QCOMPARE(now, before); // nothing happened to it
                 press_ok(dialog);
             };
             support::run_command(*window_,
@@ -218,6 +224,7 @@ private Q_SLOTS:
     {
         window_.reset();
         MainWindow window;
+        window.show(); // the panel stands in it
         window.load_module();
         QVERIFY(window.open({example("terrain.lwo"), example("tree.lwo")}));
         QVERIFY(wait_until([&] { return !window.tracer().reading(); }));
@@ -232,6 +239,97 @@ private Q_SLOTS:
             press_cancel(dialog);
         };
         support::run_command(window, {{{}, slow_down}, {[&] { return !box->isChecked(); }, look}});
+    }
+
+    void tries_again_when_the_value_that_was_too_much_is_taken_back()
+    {
+        window_.reset();
+        MainWindow window;
+        window.show(); // the panel stands in it
+        window.load_module();
+        shown_ = nullptr;
+        connect(&window.preview(), &desktop::Preview::shown, this,
+                [this](std::shared_ptr<const PreviewMesh> mesh) { shown_ = std::move(mesh); });
+        QVERIFY(window.open({example("terrain.lwo"), example("tree.lwo")}));
+        QVERIFY(wait_until([&] { return !window.tracer().reading(); }));
+        const QCheckBox* box = nullptr;
+        QLabel* status = nullptr;
+        const auto too_much = [&](PanelDialog& dialog) {
+            box = dialog.findChild<QCheckBox*>("preview");
+            status = dialog.findChild<QLabel*>("preview status");
+            support::type(field(dialog, "Number of Clones"), "2000000");
+        };
+        const auto take_back = [&](PanelDialog& dialog) {
+            QVERIFY(shown_ == nullptr);
+            QVERIFY2(status->text().startsWith("off for these values"), qPrintable(status->text()));
+            support::type(field(dialog, "Number of Clones"), "15");
+            QVERIFY(box->isChecked());
+        };
+        const auto look = [&](PanelDialog& dialog) {
+            QVERIFY2(status->text().startsWith("showing 15 clones (495 points"),
+                     qPrintable(status->text()));
+            // What a person switches off stays off.
+            dialog.findChild<QCheckBox*>("preview")->click();
+            QCOMPARE(status->text(), "off");
+            support::type(field(dialog, "Number of Clones"), "16");
+            QVERIFY(!box->isChecked());
+            QVERIFY(!window.preview().due());
+            press_cancel(dialog);
+        };
+        support::run_command(window,
+                             {{{}, too_much},
+                              {[&] { return !box->isChecked(); }, take_back},
+                              {[&] { return status->text().startsWith("showing"); }, look}});
+    }
+
+    void gives_a_run_up_as_soon_as_its_values_change()
+    {
+        QLabel* status = nullptr;
+        const auto begin = [&](PanelDialog& dialog) {
+            status = dialog.findChild<QLabel*>("preview status");
+            QVERIFY2(status->text().startsWith("showing 30 clones"), qPrintable(status->text()));
+            support::type(field(dialog, "Number of Clones"), "3000000");
+            QVERIFY2(status->text().contains("out of date in the view: 30 clones"),
+                     qPrintable(status->text()));
+        };
+        const auto change = [&](PanelDialog& dialog) {
+            support::type(field(dialog, "Number of Clones"), "40");
+            QVERIFY(!window_->preview().run().running());
+            shown_ = nullptr;
+        };
+        const auto look = [&](PanelDialog& dialog) {
+            QCOMPARE(shown_->points, std::size_t{40 * 33});
+            press_cancel(dialog);
+        };
+        support::run_command(
+            *window_, {{[&] {
+                            const auto* const label = window_->findChild<QLabel*>("preview status");
+                            return label != nullptr && label->text().startsWith("showing");
+                        },
+                        begin},
+                       {[&] { return status->text().startsWith("running for"); }, change},
+                       {[&] { return status->text().startsWith("showing"); }, look}});
+    }
+
+    void gives_a_ghost_up_that_is_out_of_date_before_it_is_drawn()
+    {
+        // Before the thread that draws comes to it: it waits here until the second one is asked
+        // for.
+        std::mutex gate;
+        gate.lock();
+        int drawn = 0;
+        connect(&window_->tracer(), &desktop::Tracer::ghost_ready, this, [&] { ++drawn; });
+        auto ghost = std::make_shared<PreviewMesh>();
+        ghost->layers.push_back({});
+        window_->tracer().post([&gate] { const std::lock_guard wait(gate); });
+        window_->tracer().show_ghost(ghost);
+        window_->tracer().abandon_ghost();
+        gate.unlock();
+        QVERIFY(at_rest());
+        QTest::qWait(1); // what the thread told has come
+        QCOMPARE(drawn, 0);
+        window_->tracer().show_ghost(ghost);
+        QVERIFY(wait_until([&] { return drawn == 1; }));
     }
 
     void tells_what_the_command_would_say()
@@ -273,7 +371,7 @@ private Q_SLOTS:
             auto* const presets = dialog.findChild<desktop::PresetBar*>();
             QWidget* const clones = field(dialog, "Number of Clones");
             const auto text = [](QWidget* widget) {
-                return qobject_cast<QLineEdit*>(widget)->text();
+                return qobject_cast<desktop::NumberField*>(widget)->text();
             };
             support::type(clones, "77");
             presets->save_as("meadow");
@@ -290,6 +388,15 @@ private Q_SLOTS:
             file.close();
             presets->import_file(wrong.toStdString());
             QVERIFY2(dialog.told().contains("No such map"), qPrintable(dialog.told()));
+            QCOMPARE(text(clones), "77");
+            // No preset is read that would not end, or is nested too deep to be taken apart.
+            presets->import_file("/dev/zero");
+            QVERIFY2(dialog.told().contains("it is a device"), qPrintable(dialog.told()));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("{\"seed\": " + QByteArray(60000, '[') + QByteArray(60000, ']') + "}");
+            file.close();
+            presets->import_file(wrong.toStdString());
+            QVERIFY2(dialog.told().contains("nested more than"), qPrintable(dialog.told()));
             QCOMPARE(text(clones), "77");
             presets->remove("meadow");
             presets->load("meadow");

@@ -7,14 +7,16 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QPainter>
+#include <QDockWidget>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
 
+#include "desktop/application.h"
 #include "desktop/panel/control_slot.h"
+#include "desktop/pictures/picture_dialog.h"
 #include "desktop/window/main_window.h"
 #include "tests/desktop/support.h"
 
@@ -66,19 +68,6 @@ void fill_in(PanelDialog& dialog)
     QTest::keyClick(field(dialog, "P Align with normals"), Qt::Key_Space);
 }
 
-/// The window with the panel over its right half, as they stand on a screen.
-QPixmap with_panel(MainWindow& window, PanelDialog& dialog)
-{
-    QPixmap picture = window.grab();
-    const QPixmap panel = dialog.grab();
-    const QPoint at = window.mapFromGlobal(dialog.pos());
-    QPainter painter(&picture);
-    painter.drawPixmap(at, panel);
-    painter.setPen(window.palette().color(QPalette::Shadow));
-    painter.drawRect(QRect(at, panel.size()).adjusted(-1, -1, 0, 0));
-    return picture;
-}
-
 void make_pictures(const QString& folder)
 {
     MainWindow window;
@@ -86,6 +75,8 @@ void make_pictures(const QString& folder)
     window.load_module();
     window.preview().switch_by_person(true);
     window.show();
+    QApplication::processEvents();
+    save(window.grab(), folder + "/window-start.png");
     window.open({support::example("terrain.lwo"), support::example("tree.lwo")});
     wait_for_picture(window);
     save(window.grab(), folder + "/window-scene.png");
@@ -103,6 +94,10 @@ void make_pictures(const QString& folder)
         return window.tracer().look().ghost != nullptr && picture_is_good(window);
     };
     const auto show_tabs = [&](PanelDialog& dialog) {
+        auto* const dock = qobject_cast<QDockWidget*>(dialog.parentWidget());
+        dock->setFloating(true); // as high as all of it
+        dock->resize(dialog.sizeHint().width() + 8, 800);
+        QApplication::processEvents();
         save(dialog.grab(), folder + "/panel-basic.png");
         dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
         QApplication::processEvents();
@@ -110,20 +105,25 @@ void make_pictures(const QString& folder)
         save(dialog.grab(), folder + "/panel-advanced.png");
         dialog.tell({});
         dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
+        dock->setFloating(false);
         fill_in(dialog);
-        window.viewport().pan(0.45, 0.0); // beside the panel
+        window.viewport().zoom(1.3); // all of the ground in the narrower view
         previewed = 0;
     };
     const auto confirm = [&](PanelDialog& dialog) {
         QTest::qWait(100);
-        save(with_panel(window, dialog), folder + "/window-preview.png");
-        window.viewport().pan(-0.45, 0.0);
+        save(window.grab(), folder + "/window-preview.png");
+        window.viewport().zoom(1.0 / 1.3);
         QTest::keyClick(&dialog, Qt::Key_Return);
     };
     support::run_command(window, {{ghost_is_drawn, show_tabs},
                                   {[&] { return previewed > 0 && ghost_is_drawn(); }, confirm}});
     wait_for_picture(window);
     save(window.grab(), folder + "/window-forest.png");
+    desktop::PictureDialog picture(window.shown_picture(), &window);
+    picture.show();
+    QApplication::processEvents();
+    save(picture.grab(), folder + "/picture-options.png");
 }
 
 QPalette dark_palette()
@@ -151,7 +151,7 @@ int main(int count, char** arguments)
     }
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
-    const QApplication application(count, arguments);
+    const desktop::Application application(count, arguments);
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     if (dark)
         QApplication::setPalette(dark_palette());

@@ -81,6 +81,9 @@ void run_command(desktop::MainWindow& window,
 /// Answers the box that opens next with one of its buttons, and gives its texts to `told`.
 void answer_box(int button, QString& told);
 
+/// Runs the program `dastrel`, and gives its exit status.
+[[nodiscard]] int run_program(const QStringList& arguments);
+
 [[nodiscard]] std::string bytes_of(const std::filesystem::path& file);
 
 } // namespace support

@@ -8,7 +8,6 @@
 #include <QDialog>
 #include <QDropEvent>
 #include <QFileInfo>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -22,6 +21,7 @@
 
 #include "desktop/panel/control_slot.h"
 #include "desktop/panel/form_view.h"
+#include "desktop/panel/number_field.h"
 #include "desktop/window/main_window.h"
 #include "desktop/window/progress_box.h"
 #include "mesh/bounds.h"
@@ -101,6 +101,7 @@ private:
 private Q_SLOTS:
     void init()
     {
+        QSettings().setValue("own layer", false); // clones go into the ground
         window_ = std::make_unique<MainWindow>();
         window_->resize(900, 600);
         window_->load_module();
@@ -108,6 +109,27 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
     }
     void cleanup() { window_.reset(); }
+
+    void refuses_a_clock_that_is_none_before_anything_is_run()
+    {
+        const QByteArray before = qgetenv("DASTREL_CLOCK");
+        qputenv("DASTREL_CLOCK", "yesterday");
+        MainWindow window;
+        QString told;
+        support::answer_box(QMessageBox::Ok, told);
+        window.load_module();
+        QCOMPARE(told.trimmed(), QString("DASTREL_CLOCK: 'yesterday' is not a whole number; it "
+                                         "counts seconds, such as 1790000000"));
+        QVERIFY(window.commands().empty());
+        QVERIFY(window.workspace().module() == nullptr);
+        // The same as for the command line, and told as the run sees it.
+        qputenv("DASTREL_CLOCK", " +077");
+        window.load_module();
+        QCOMPARE(window.workspace().clock(), std::string("77"));
+        QCOMPARE(qgetenv("DASTREL_CLOCK"), QByteArray("77"));
+        QVERIFY(!window.commands().empty());
+        qputenv("DASTREL_CLOCK", before);
+    }
 
     void makes_one_scene_of_several_files()
     {
@@ -130,7 +152,7 @@ private Q_SLOTS:
         QCOMPARE(role(0), "foreground");
         QCOMPARE(role(1), "background");
         QVERIFY(window_->windowTitle().startsWith("terrain.lwo + tree.lwo"));
-        QVERIFY(window_->isWindowModified()); // nowhere is there a file with both
+        QVERIFY(!window_->isWindowModified()); // each is in its file
         QVERIFY(QSettings().value("recent").toStringList().contains(
             QString::fromStdString(example("tree.lwo").string())));
     }
@@ -235,6 +257,8 @@ private Q_SLOTS:
         open_forest();
         QString told;
         support::answer_box(QMessageBox::Ok, told);
+        support::run_command(*window_, press_ok);
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
         QVERIFY(!window_->save_to("/nowhere/forest.lwo", false));
         QVERIFY2(told.contains("/nowhere"), qPrintable(told));
         QVERIFY(window_->isWindowModified());
@@ -254,7 +278,8 @@ private Q_SLOTS:
         const auto shown_clones = [this](const QString& typed, Qt::Key end) {
             QString shown;
             support::run_command(*window_, [&](PanelDialog& dialog) {
-                shown = qobject_cast<QLineEdit*>(field(dialog, "Number of Clones"))->text();
+                shown =
+                    qobject_cast<desktop::NumberField*>(field(dialog, "Number of Clones"))->text();
                 support::type(field(dialog, "Number of Clones"), typed);
                 QTest::keyClick(&dialog, end);
             });
@@ -267,9 +292,29 @@ private Q_SLOTS:
         QCOMPARE(shown_clones("1", Qt::Key_Escape), "5");
     }
 
+    void refuses_a_run_that_no_file_can_hold_and_keeps_the_panel_open()
+    {
+        open_forest();
+        QString told;
+        bool stayed = false;
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            support::type(field(dialog, "Number of Clones"), "2000000000");
+            press_ok(dialog);
+            stayed = dialog.isVisible();
+            told = dialog.told();
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QVERIFY(stayed);
+        QVERIFY2(told.startsWith("2000000000 clones of") && told.contains("make fewer clones"),
+                 qPrintable(told));
+        QVERIFY(!window_->workspace().session().can_undo());
+    }
+
     void asks_about_unsaved_changes()
     {
         open_forest();
+        support::run_command(*window_, press_ok);
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
         QString told;
         support::answer_box(QMessageBox::Cancel, told);
         QVERIFY(!window_->close());
@@ -308,7 +353,7 @@ private Q_SLOTS:
             QTest::qWait(20);
         };
         drag(40, 43, {});
-        for (const std::size_t polygon : {40, 43})
+        for (const std::size_t polygon : {40U, 43U})
             QVERIFY(document(*window_).layers[0].polygons.selected(polygon));
         const std::size_t count = selected().size();
         QVERIFY(count < document(*window_).layers[0].polygons.size() / 4);
@@ -395,21 +440,25 @@ private Q_SLOTS:
                 }
             return different;
         };
+        // A change of the scene reaches the drawing thread some time later, so a settled picture
+        // may still be the one before it.
+        const auto becomes = [&](const std::function<bool(const QImage&)>& expected) {
+            return wait_until([&] { return expected(settled_image()); });
+        };
         const QImage plain = settled_image();
+        const auto is_plain = [&](const QImage& image) { return differs(plain, image) < 1000; };
+        const auto is_other = [&](const QImage& image) { return differs(plain, image) > 10000; };
         window_->action(ActionId::select_all)->trigger();
-        QTest::qWait(50);
-        const QImage selected = settled_image();
-        QVERIFY(differs(plain, selected) > 10000);
+        QVERIFY(becomes(is_other));
         window_->action(ActionId::select_none)->trigger();
+        QVERIFY(becomes(is_plain));
         QTreeWidget& maps = window_->lists().maps();
         const QList<QTreeWidgetItem*> density = maps.findItems("Density", Qt::MatchExactly);
         QCOMPARE(density.size(), 1);
         maps.setCurrentItem(density[0]);
-        QTest::qWait(50);
-        QVERIFY(differs(plain, settled_image()) > 10000);
+        QVERIFY(becomes(is_other));
         maps.setCurrentItem(maps.topLevelItem(0));
-        QTest::qWait(50);
-        QVERIFY(differs(plain, settled_image()) < 1000);
+        QVERIFY(becomes(is_plain));
     }
 
     void looks_around()
@@ -450,16 +499,6 @@ private Q_SLOTS:
             wait_for_camera();
             QVERIFY(!(view.camera() == last));
         }
-    }
-
-    void exports_the_picture_that_is_shown()
-    {
-        open_forest();
-        const QString file = folder_.filePath("view.png");
-        window_->export_picture_to(file.toStdString(), 1);
-        const QImage picture(file);
-        QCOMPARE(picture.size(), window_->viewport().image().size());
-        QVERIFY(picture.allGray() == false);
     }
 
     void shows_a_shortcut_for_everything()
