@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "bench/command.h"
 
-#include <memory>
-#include <stdexcept>
-#include <string_view>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
-#include "modeler/front_end.h"
+#include "bench/silent_front_end.h"
 #include "settings/form_filling.h"
 #include "settings/given.h"
 
@@ -16,27 +15,12 @@ namespace bench {
 namespace {
 
 /// Fills the panel and presses OK.
-class Filler : public modeler::FrontEnd {
+class Filler : public SilentFrontEnd {
 public:
     explicit Filler(const std::string& settings)
         : given_(settings::read_settings_text(settings, "settings"))
     {}
 
-    void info(std::string_view /*line1*/, std::string_view /*line2*/) override {}
-    void error(std::string_view line1, std::string_view /*line2*/) override
-    {
-        throw std::runtime_error(std::string(line1));
-    }
-    bool ask(std::string_view /*title*/, std::string_view /*line1*/,
-             std::string_view /*line2*/) override
-    {
-        return true;
-    }
-    std::unique_ptr<modeler::Progress> begin_progress(std::string_view /*title*/,
-                                                      std::string_view /*caption*/) override
-    {
-        return nullptr;
-    }
     bool run_panel(modeler::FormPanel& panel) override
     {
         settings::fill_form(panel, given_);
@@ -47,22 +31,44 @@ private:
     std::vector<settings::GivenSetting> given_;
 };
 
-mesh::Document scene(mesh::Layer ground, mesh::Layer model)
+mesh::Document scene(mesh::Layer ground, std::vector<mesh::Layer> model)
 {
     mesh::Document document;
-    model.number = 1;
     document.layers.push_back(std::move(ground));
-    document.layers.push_back(std::move(model));
+    for (mesh::Layer& layer : model) {
+        layer.number = static_cast<std::uint16_t>(document.layers.size());
+        document.layers.push_back(std::move(layer));
+    }
     return document;
+}
+
+std::vector<modeler::LayerRole> roles(std::size_t model_layers)
+{
+    std::vector<modeler::LayerRole> all(1 + model_layers, modeler::LayerRole::background);
+    all[0] = modeler::LayerRole::foreground;
+    return all;
+}
+
+std::vector<mesh::Layer> one(mesh::Layer layer)
+{
+    std::vector<mesh::Layer> layers;
+    layers.push_back(std::move(layer));
+    return layers;
 }
 
 } // namespace
 
 Command::Command(const std::filesystem::path& module, mesh::Layer ground, mesh::Layer model)
-    : module_(modeler::Module::load(module)),
-      session_(scene(std::move(ground), std::move(model)),
-               {modeler::LayerRole::foreground, modeler::LayerRole::background})
+    : Command(module, std::move(ground), one(std::move(model)))
 {}
+
+Command::Command(const std::filesystem::path& module, mesh::Layer ground,
+                 std::vector<mesh::Layer> model)
+    : module_(modeler::Module::load(module)), session_()
+{
+    const std::size_t model_layers = model.size();
+    session_.replace(scene(std::move(ground), std::move(model)), roles(model_layers));
+}
 
 modeler::RunResult Command::run(const std::string& settings)
 {

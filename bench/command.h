@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "mesh/layer.h"
 #include "modeler/modeler.h"
@@ -15,6 +16,9 @@ namespace bench {
 class Command {
 public:
     Command(const std::filesystem::path& module, mesh::Layer ground, mesh::Layer model);
+    /// With a model of several layers.
+    Command(const std::filesystem::path& module, mesh::Layer ground,
+            std::vector<mesh::Layer> model);
 
     /// Runs it once with settings in the form of a settings file, and stays with the result.
     /// @throws std::runtime_error when the command refused.

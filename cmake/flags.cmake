@@ -18,9 +18,16 @@ if(DASTREL_WERROR)
     target_compile_options(dastrel_flags INTERFACE -Werror)
 endif()
 
-option(DASTREL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+set(DASTREL_SANITIZE "" CACHE STRING "Sanitizers to build with: address,undefined or thread")
 if(DASTREL_SANITIZE)
     target_compile_options(dastrel_flags INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_link_options(dastrel_flags INTERFACE -fsanitize=address,undefined)
+        -fsanitize=${DASTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(dastrel_flags INTERFACE -fsanitize=${DASTREL_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT DASTREL_SANITIZE STREQUAL "thread")
+        # Beside the shared runtime, GCC's default, a test may have an operator new of its own.
+        # (That of ThreadSanitizer crashes when it starts.)
+        execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-runtime-dir
+            OUTPUT_VARIABLE runtime_folder OUTPUT_STRIP_TRAILING_WHITESPACE)
+        target_link_options(dastrel_flags INTERFACE -shared-libsan LINKER:-rpath,${runtime_folder})
+    endif()
 endif()

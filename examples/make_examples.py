@@ -21,7 +21,7 @@ HEXAGON = [(1.0, 0.0), (0.5, HALF_ROOT_3), (-0.5, HALF_ROOT_3),
 
 def text(value):
     """A text as the format stores it: ended by a null, of even length."""
-    raw = value.encode("ascii") + b"\0"
+    raw = value.encode("utf-8") + b"\0"
     return raw + b"\0" * (len(raw) % 2)
 
 

@@ -10,7 +10,7 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build libc6-dev libcli11-dev nlohmann-json3-dev libfmt-dev
-       libembree-dev libfreetype-dev libglu1-mesa-dev liblodepng-dev fonts-dejavu-core)
+       libembree-dev libfreetype-dev libglu1-mesa-dev liblodepng-dev libutfcpp-dev fonts-dejavu-core)
 desktop=(qt6-base-dev)
 tests=(libgtest-dev libgmock-dev librapidcheck-dev python3 python3-pytest binutils)
 bench=(libbenchmark-dev python3 python3-matplotlib)
@@ -50,7 +50,17 @@ if [ "$(id -u)" -ne 0 ]; then
     as_root=(sudo)
 fi
 echo "setup: installing ${missing[*]}"
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+# Another package manager may be at work, as on a fresh machine that installs its updates: wait for up to
+# five minutes. apt-get does that itself for the lock of installing, but not for that of the lists.
+apt=("${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300)
+for attempt in {1..60}; do
+    if said=$("${apt[@]}" update -qq 2>&1); then
+        break
+    elif [[ $said != *"Could not get lock"* || $attempt -eq 60 ]]; then
+        echo "$said" >&2
+        exit 1
+    fi
+    sleep 5
+done
+"${apt[@]}" install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 echo "setup: done"
