@@ -34,6 +34,13 @@ std::string shown_input(const RunFile& input)
     return input.name == standard_stream ? "standard input" : input.source + " " + input.name;
 }
 
+/// The error is about the file of the output, which the other one names where it is a stream.
+[[noreturn]] void refuse(const RunFile& output, const RunFile& other, const std::string& message)
+{
+    const std::string& file = output.name == standard_stream ? other.name : output.name;
+    throw UsageError(message, {file == standard_stream ? std::string() : file, output.source});
+}
+
 void check_against_inputs(const RunFile& output, std::span<const RunFile> inputs,
                           Replacing replacing)
 {
@@ -42,9 +49,10 @@ void check_against_inputs(const RunFile& output, std::span<const RunFile> inputs
         return;
     for (const RunFile& input : inputs) {
         if (identify(input, STDIN_FILENO) == written)
-            throw UsageError(fmt::format("{}: {} is the same file as {} and would replace it; name "
-                                         "another file, or add --force",
-                                         output.source, shown_output(output), shown_input(input)));
+            refuse(output, input,
+                   fmt::format("{}: {} is the same file as {} and would replace it; name another "
+                               "file, or add --force",
+                               output.source, shown_output(output), shown_input(input)));
     }
 }
 
@@ -66,9 +74,10 @@ void check_file_conflicts(std::span<const RunFile> inputs, std::span<const RunFi
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
             if (collide(outputs[j], outputs[i]))
-                throw UsageError(fmt::format(
-                    "{}: {} is the same file as {} of {}; name another file", outputs[i].source,
-                    shown_output(outputs[i]), shown_output(outputs[j]), outputs[j].source));
+                refuse(outputs[i], outputs[j],
+                       fmt::format("{}: {} is the same file as {} of {}; name another file",
+                                   outputs[i].source, shown_output(outputs[i]),
+                                   shown_output(outputs[j]), outputs[j].source));
         }
         check_against_inputs(outputs[i], inputs, replacing);
     }

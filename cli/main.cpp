@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/clock.h"
 #include "cli/commands/dump.h"
 #include "cli/commands/info.h"
 #include "cli/commands/modules.h"
@@ -37,6 +38,7 @@ struct VerbEntry {
     std::string_view name;
     std::string_view summary;
     std::unique_ptr<Verb> (*make)();
+    std::string_view memory_advice; ///< what to do where memory ends
 };
 
 template <typename Made> std::unique_ptr<Verb> make() { return std::make_unique<Made>(); }
@@ -44,12 +46,14 @@ template <typename Made> std::unique_ptr<Verb> make() { return std::make_unique<
 constexpr const char* json_option = "--json";
 
 constexpr std::array<VerbEntry, 6> verbs{{
-    {"scatter", "scatter clones of a model over a ground", make<ScatterVerb>},
-    {"render", "make a picture of object files", make<RenderVerb>},
-    {"settings", "list all settings with units and defaults", make<SettingsVerb>},
-    {"info", "tell what is in object files", make<InfoVerb>},
-    {"dump", "print a whole mesh as text", make<DumpVerb>},
-    {"modules", "list the servers of the module", make<ModulesVerb>},
+    {"scatter", "scatter clones of a model over a ground", make<ScatterVerb>,
+     "make fewer clones, or use a model with fewer points"},
+    {"render", "make a picture of object files", make<RenderVerb>,
+     "use smaller files, or make a smaller picture with --size"},
+    {"settings", "list all settings with units and defaults", make<SettingsVerb>, ""},
+    {"info", "tell what is in object files", make<InfoVerb>, "use smaller files"},
+    {"dump", "print a whole mesh as text", make<DumpVerb>, "use a smaller file"},
+    {"modules", "list the servers of the module", make<ModulesVerb>, ""},
 }};
 
 std::string main_help()
@@ -106,7 +110,9 @@ void tell(const Failure& failure) noexcept
 
 ExitStatus run_verb(const std::string& name, std::vector<std::string> arguments)
 {
-    const std::unique_ptr<Verb> verb = find_verb(name).make();
+    const VerbEntry& entry = find_verb(name);
+    advise_on_memory(entry.name, entry.memory_advice);
+    const std::unique_ptr<Verb> verb = entry.make();
     Console console(name);
     report_module_ends(name);
     if (verb->command_line().has(json_option) &&
@@ -129,7 +135,7 @@ ExitStatus run_verb(const std::string& name, std::vector<std::string> arguments)
         tell(failure);
         return failure.status();
     } catch (const std::bad_alloc&) {
-        report_out_of_memory(name);
+        report_out_of_memory();
         return ExitStatus::host;
     }
 }
@@ -149,6 +155,7 @@ ExitStatus run(std::vector<std::string> arguments)
     if (asks_for_help(first) && (!help || arguments.empty() || asks_for_help(arguments[0]))) {
         write_stdout(main_help());
     } else if (first == "--version") {
+        fix_clock();
         write_stdout(version_text());
     } else if (help) {
         write_stdout(find_verb(arguments[0]).make()->command_line().help());
@@ -176,7 +183,7 @@ ExitStatus guarded_run(std::span<char*> arguments)
     } catch (const ClosedPipe&) {
         return ExitStatus::done;
     } catch (const std::bad_alloc&) {
-        report_out_of_memory({});
+        report_out_of_memory();
         return ExitStatus::host;
     } catch (const std::exception& error) {
         console.error(fmt::format("failed: {}", error.what()));

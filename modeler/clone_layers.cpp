@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <unordered_set>
 
 #include <fmt/format.h>
 
@@ -51,6 +52,18 @@ std::string clone_layer_name(std::span<const std::string> models)
     if (models.size() == 2)
         return fmt::format("clones of {} and {}", models[0], models[1]);
     return fmt::format("clones of {} and {} more", models[0], models.size() - 1);
+}
+
+std::string free_layer_name(const std::string& name, const mesh::Document& document,
+                            std::size_t layers)
+{
+    std::unordered_set<std::string_view> taken;
+    for (std::size_t i = 0; i < layers; ++i)
+        taken.insert(document.layers[i].name);
+    std::string candidate = name;
+    for (std::size_t number = 2; taken.count(candidate) != 0; ++number)
+        candidate = fmt::format("{} {}", name, number);
+    return candidate;
 }
 
 std::string earlier_clones(const mesh::Document& document, const std::vector<LayerRole>& roles,

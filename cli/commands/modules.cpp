@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/clock.h"
 #include "cli/module_finder.h"
 #include "mesh/printable.h"
 
@@ -23,6 +24,7 @@ ModulesVerb::ModulesVerb()
 
 ExitStatus ModulesVerb::run(Console& /*console*/)
 {
+    fix_clock();
     const modeler::Module module = load_module(module_);
     using mesh::printable;
     std::string text = printable(module.file().string()) + "\n";

@@ -68,8 +68,8 @@ ExitStatus RenderVerb::run(Console& console)
         console.set_quiet();
     for (const std::string& file : files_)
         judge_input(file);
+    check_output(); // first: an output that is an input is told as that, whatever its ending
     judge_picture(output_);
-    check_output();
 
     const auto start = std::chrono::steady_clock::now();
     std::vector<mesh::Document> documents;

@@ -14,6 +14,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/clock.h"
 #include "cli/commands/scatter_forecast.h"
 #include "cli/commands/scatter_report.h"
 #include "cli/console/console_front_end.h"
@@ -34,8 +35,6 @@
 #include "modeler/modeler.h"
 #include "modeler/run_failure.h"
 #include "modeler/several_models.h"
-#include "settings/clock.h"
-#include "settings/errors.h"
 #include "settings/plausibility.h"
 
 namespace cli {
@@ -129,8 +128,8 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
             formats::append_document(scene.document, std::move(model), stem(request.inputs[i]),
                                      warn);
         } catch (const formats::LimitError& error) {
-            throw Failure(ExitStatus::input,
-                          fmt::format("{}: {}", request.inputs[i], error.what()));
+            throw Failure(ExitStatus::input, fmt::format("{}: {}", request.inputs[i], error.what()),
+                          {request.inputs[i], {}});
         }
     }
     scene.roles.assign(scene.document.layers.size(), LayerRole::background);
@@ -231,7 +230,7 @@ void warn_of_meshes(const Scene& scene, ScatterReport& report, Console& console)
     warn_of_several_models(scene, report, console);
 }
 
-/// Name for the layer of the clones, after what is cloned.
+/// Name for the layer of the clones, after what is cloned, that no other layer of the result has.
 std::string own_layer_name(const ScatterRequest& request, const Scene& scene)
 {
     std::vector<std::string> models;
@@ -246,7 +245,8 @@ std::string own_layer_name(const ScatterRequest& request, const Scene& scene)
         for (std::size_t i = 1; i < request.inputs.size(); ++i)
             models.push_back(stem(request.inputs[i]));
     }
-    return modeler::clone_layer_name(models);
+    return modeler::free_layer_name(modeler::clone_layer_name(models), scene.document,
+                                    scene.layers_to_write);
 }
 
 /// Takes the layers between those to be written and those that the run added, which are the
@@ -327,16 +327,17 @@ void check_outputs(const ScatterRequest& request, const std::string& module)
     check_file_conflicts(inputs, outputs, replacing);
 }
 
-/// Judges the whole request, as far as it can be without reading the inputs.
+/// Judges the whole request, as far as it can be without reading the inputs. An output that is an
+/// input is told as that, whatever its ending.
 modeler::Module judge(const ScatterRequest& request)
 {
     for (const std::string& input : request.inputs)
         judge_input(input);
+    const std::string file = find_module(request.module).string();
+    check_outputs(request, file);
     judge_output(request.output);
     if (!request.picture.empty())
         judge_picture(request.picture);
-    const std::string file = find_module(request.module).string();
-    check_outputs(request, file);
     modeler::Module module = load_module(file);
     if (module.find(modeler::mesh_edit_class, command) == nullptr)
         throw Failure(ExitStatus::host,
@@ -344,15 +345,6 @@ modeler::Module judge(const ScatterRequest& request)
                                   "what a module has",
                                   module.file().string(), command));
     return module;
-}
-
-std::int64_t fixed_clock(const ScatterRequest& request)
-{
-    try {
-        return settings::fix_clock(request.clock);
-    } catch (const settings::WrongSettings& error) {
-        throw UsageError(error.what());
-    }
 }
 
 /// The picture of a mesh that is written already, which is told when the picture fails.
@@ -378,7 +370,7 @@ ExitStatus ScatterVerb::run(Console& console)
     ScatterReport report;
     report.output = request.output;
     report.picture = request.picture;
-    report.clock = fixed_clock(request);
+    report.clock = fix_clock(request.clock);
     modeler::Module module = judge(request);
     report.module = module.file();
     warn_of_values(request, console);

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/clock.h"
 #include "settings/given.h"
 #include "settings/table.h"
 
@@ -76,6 +77,7 @@ ExitStatus SettingsVerb::run(Console& /*console*/)
 {
     if (json_ && markdown_)
         throw UsageError("--json and --markdown exclude each other");
+    fix_clock();
     if (json_)
         write_stdout(settings::default_settings_text());
     else

@@ -17,6 +17,7 @@ namespace {
 constexpr std::string_view schema = "1";
 
 std::atomic<bool> wanted = false;
+std::atomic<bool> written = false; ///< by a signal that comes while an error is told, too
 
 void write_character(char character) noexcept
 {
@@ -85,7 +86,8 @@ void tell_errors_as_json() noexcept { wanted = true; }
 void write_error_object(ExitStatus status, std::initializer_list<std::string_view> message,
                         std::string_view file, std::string_view place) noexcept
 {
-    if (!wanted || has_begun_result()) // two objects one behind the other are no JSON
+    // Two objects one behind the other are no JSON.
+    if (!wanted || has_begun_result() || written.exchange(true))
         return;
     std::array<char, 16> number{};
     const char* const end =

@@ -12,8 +12,8 @@ namespace cli {
 /// JSON, and whoever reads it shall not have to read sentences to know what went wrong.
 void tell_errors_as_json() noexcept;
 
-/// Writes the object where that was asked for and no result was written before. Needs no memory,
-/// and may be called from a signal handler.
+/// Writes the object where that was asked for and neither a result nor an object was written
+/// before. Needs no memory, and may be called from a signal handler.
 /// @param message  in pieces
 /// @param file     that the error is about; empty: none
 /// @param place    in the file, or the option or step that it is about; empty: none

@@ -2,10 +2,14 @@
 #include "cli/console/interrupt.h"
 
 #include <csignal>
+#include <string_view>
 
 #include <unistd.h>
 
+#include "cli/console/error_object.h"
+#include "cli/console/out_of_memory.h"
 #include "cli/console/output.h"
+#include "cli/errors.h"
 #include "formats/file_writer.h"
 #include "modeler/module_call.h"
 
@@ -15,12 +19,27 @@ namespace {
 
 constexpr int status_of_signal = 128; // what a shell adds to a signal's number
 
+std::string_view message_for(int signal) noexcept
+{
+    switch (signal) {
+    case SIGTERM:
+        return "ended by the signal SIGTERM";
+    case SIGHUP:
+        return "ended by the signal SIGHUP";
+    default:
+        return "interrupted";
+    }
+}
+
 extern "C" void end_at_once(int signal)
 {
     formats::remove_unfinished_files();
     clear_progress_line();
     modeler::ModuleCall::release(); // it is not the module that ends the program
-    ::_exit(status_of_signal + signal);
+    const int status = status_of_signal + signal;
+    write_error_object(static_cast<ExitStatus>(status), {message_for(signal), written_so_far()}, {},
+                       {});
+    ::_exit(status);
 }
 
 } // namespace

@@ -23,6 +23,10 @@ namespace {
 std::atomic<bool> allocation_failed = false;
 std::atomic<bool> output_written = false;
 
+/// Set before threads are started.
+std::string_view asked_verb;
+std::string_view memory_advice;
+
 [[noreturn]] void fail_allocation()
 {
     allocation_failed = true;
@@ -61,7 +65,7 @@ const char* uncaught_problem() noexcept
         write_stderr("\n");
         write_error_object(ExitStatus::host, {"failed: ", problem}, {}, {});
     } else {
-        report_out_of_memory({});
+        report_out_of_memory();
     }
     ::_exit(static_cast<int>(ExitStatus::host));
 }
@@ -78,19 +82,31 @@ void install_handlers() noexcept
 
 } // namespace
 
-void report_out_of_memory(std::string_view verb) noexcept
+void advise_on_memory(std::string_view verb, std::string_view advice) noexcept
 {
-    constexpr std::string_view advice =
-        "out of memory; make fewer clones, or use a model with fewer points";
-    const std::string_view written = output_written ? "; the object file is written" : "";
+    asked_verb = verb;
+    memory_advice = advice;
+}
+
+void report_out_of_memory() noexcept
+{
+    constexpr std::string_view problem = "out of memory";
+    const std::string_view before_advice = memory_advice.empty() ? "" : "; ";
+    const std::string_view written = written_so_far();
     clear_progress_line();
     for (const std::string_view part :
-         {std::string_view("dastrel: "), verb, std::string_view(verb.empty() ? "" : ": "), advice,
+         {std::string_view("dastrel: "), asked_verb,
+          std::string_view(asked_verb.empty() ? "" : ": "), problem, before_advice, memory_advice,
           written, std::string_view("\n")})
         write_stderr(part);
-    write_error_object(ExitStatus::host, {advice, written}, {}, {});
+    write_error_object(ExitStatus::host, {problem, before_advice, memory_advice, written}, {}, {});
 }
 
 void note_output_written() noexcept { output_written = true; }
+
+std::string_view written_so_far() noexcept
+{
+    return output_written ? "; the object file is written" : "";
+}
 
 } // namespace cli

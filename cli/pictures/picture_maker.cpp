@@ -129,7 +129,8 @@ void judge_picture(const std::string& name)
         throw Failure(
             ExitStatus::output,
             fmt::format("{}: is in a format that is not written; only PNG pictures (.png) are",
-                        name));
+                        name),
+            {name, {}});
     try {
         formats::check_output_path(name);
     } catch (const formats::FileError& error) {

@@ -26,7 +26,7 @@ SCATTER = ["scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--json"]
 @pytest.mark.parametrize("call, status, message, file, place", [
     (["scatter", "--json"], 2, "names no GROUND and no MODEL", None, None),
     (["scatter", "--json", "--clons", "3"], 2, "unknown option '--clons'", None, None),
-    ([*SCATTER[:4], "tree.lwo", "--json"], 2, "-o: tree.lwo is the same file as the input", None,
+    ([*SCATTER[:4], "tree.lwo", "--json"], 2, "-o: tree.lwo is the same file as the input", "tree.lwo",
      "-o"),
     ([*SCATTER, "--seed"], 2, "--seed: needs a value", None, "--seed"),
     ([*SCATTER, "--seed", "x"], 2, "--seed: 'x' is not a whole number", None, "--seed"),
@@ -124,21 +124,43 @@ def test_an_error_object_is_no_settings_file(dastrel):
     assert done.status == 2 and "unknown setting 'error'" in done.err
 
 
-def test_memory_that_ends_is_told(dastrel, sanitized):
+@pytest.fixture
+def limited(dastrel, sanitized):
+    """Runs a call with little more memory than the program needs to start."""
     if sanitized:
         pytest.skip("a sanitizer needs all address space")
+
+    def limit_to(limit):
+        return lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit))
+
+    limit = 16 << 20
+    while dastrel("--version", preexec_fn=limit_to(limit)).status != 0:
+        limit += 4 << 20
+    return lambda *call: dastrel(*call, preexec_fn=limit_to(limit + (4 << 20)))
+
+
+@pytest.fixture
+def large(dastrel):
     layer = b"LAYR" + struct.pack(">IHH3fH", 18, 0, 0, 0.0, 0.0, 0.0, 0)
     points = b"PNTS" + struct.pack(">I", 24 << 20) + bytes(24 << 20)
     (dastrel.folder / "large.lwo").write_bytes(
         b"FORM" + struct.pack(">I", 4 + len(layer + points)) + b"LWO2" + layer + points)
     assert dastrel("info", "large.lwo").status == 0
+    return "large.lwo"
 
-    def limited(limit):
-        return lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit))
 
-    limit = 16 << 20
-    while dastrel("--version", preexec_fn=limited(limit)).status != 0:
-        limit += 4 << 20
-    done = dastrel("info", "--json", "large.lwo", preexec_fn=limited(limit + (4 << 20)))
+def test_memory_that_ends_is_told(limited, large):
+    done = limited("info", "--json", large)
     assert done.status == 4, done
-    assert "out of memory" in error_of(done)["message"]
+    assert error_of(done)["message"] == "out of memory; use smaller files"
+
+
+@pytest.mark.parametrize("verb, more, advice", [
+    ("info", [], "use smaller files"),
+    ("dump", [], "use a smaller file"),
+    ("render", ["-o", "out.png"], "use smaller files, or make a smaller picture with --size"),
+    ("scatter", ["tree.lwo", "-o", "out.lwo"],
+     "make fewer clones, or use a model with fewer points")])
+def test_the_advice_where_memory_ends_is_the_verbs(limited, large, verb, more, advice):
+    done = limited(verb, large, *more)
+    assert (done.status, done.err) == (4, f"dastrel: {verb}: out of memory; {advice}\n")

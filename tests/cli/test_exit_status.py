@@ -1,11 +1,16 @@
 # SPDX-License-Identifier: MIT
 """One test at least for each row of the table of exit statuses."""
 
+import fcntl
+import json
 import os
 import pathlib
 import resource
 import shutil
 import signal
+import struct
+import subprocess
+import termios
 import time
 
 import pytest
@@ -116,6 +121,27 @@ def test_2_a_clock_in_the_environment_that_is_no_number(dastrel):
     assert done.err.splitlines()[0] == ("dastrel: scatter: DASTREL_CLOCK: 'soon' is not a whole "
                                         "number; it counts seconds, such as 1790000000")
     assert "out.lwo" not in dastrel.files()
+
+
+@pytest.mark.parametrize("call", [
+    ["scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo"], ["modules"], ["settings"],
+    ["settings", "--json"], ["settings", "--markdown"], ["--version"]])
+def test_2_a_wrong_clock_for_all_that_load_a_module_or_print_settings(dastrel, call):
+    done = dastrel(*call, environment={"DASTREL_CLOCK": "yesterday"})
+    assert done.status == 2, done
+    assert "DASTREL_CLOCK: 'yesterday' is not a whole number" in done.err.splitlines()[0]
+    if "--json" in call:
+        assert json.loads(done.out)["error"]["status"] == 2
+    else:
+        assert done.out == ""
+    assert "out.lwo" not in dastrel.files()
+
+
+@pytest.mark.parametrize("call", [
+    ["info", "tree.lwo"], ["dump", "tree.lwo"], ["help"], ["scatter", "--help"],
+    ["render", "tree.lwo", "-o", "out.png", "--size", "8x8", "--samples", "1"]])
+def test_the_clock_does_not_matter_to_what_runs_no_module(dastrel, call):
+    assert dastrel(*call, environment={"DASTREL_CLOCK": "yesterday"}).status == 0
 
 
 @pytest.mark.parametrize("clock", ["yesterday", "-1", "4294967296", "1.5", "1790000000s", " "])
@@ -412,6 +438,11 @@ def wait_until(condition, running):
         time.sleep(0.001)
 
 
+def unread(pipe):
+    """Bytes that nobody has taken out of a pipe."""
+    return struct.unpack("i", fcntl.ioctl(pipe, termios.FIONREAD, bytes(4)))[0]
+
+
 @pytest.mark.parametrize("number, status", [(signal.SIGINT, 130), (signal.SIGTERM, 143)])
 def test_130_interrupted_while_scattering(dastrel, number, status):
     before = dastrel.files()
@@ -422,6 +453,49 @@ def test_130_interrupted_while_scattering(dastrel, number, status):
     running.send_signal(number)
     assert running.wait(timeout=60) == status
     assert dastrel.files() == before
+
+
+@pytest.mark.parametrize("number, status, message", [
+    (signal.SIGINT, 130, "interrupted"), (signal.SIGTERM, 143, "ended by the signal SIGTERM"),
+    (signal.SIGHUP, 129, "ended by the signal SIGHUP")])
+@pytest.mark.parametrize("call", [["info", "-", "--json"],
+                                  ["scatter", "terrain.lwo", "-", "-o", "out.lwo", "--json"]])
+def test_130_an_interrupt_is_told_as_an_object(dastrel, call, number, status, message):
+    before = dastrel.files()
+    running = dastrel.start(*call, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                            stderr=subprocess.PIPE)
+    running.stdin.write(b"FORM")
+    running.stdin.flush()
+    wait_until(lambda: unread(running.stdin) == 0, running)
+    running.send_signal(number)
+    out, err = running.communicate(timeout=60)
+    assert running.returncode == status
+    told = json.loads(out)
+    assert told["error"] == {"status": status, "message": message, "file": None, "place": None}
+    assert err == b""
+    assert dastrel.files() == before
+
+
+def test_130_an_interrupt_while_the_picture_is_made_tells_that_the_object_file_is_written(dastrel):
+    running = dastrel.start("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--picture",
+                            "out.png", "--clone-num", "20000", "--json", stdout=subprocess.PIPE)
+    wait_until(lambda: "out.lwo" in dastrel.files(), running)
+    time.sleep(0.05)  # the file gets its name a moment before this is noted
+    running.send_signal(signal.SIGINT)
+    out, _ = running.communicate(timeout=60)
+    assert running.returncode == 130
+    assert json.loads(out)["error"]["message"] == "interrupted; the object file is written"
+    assert "out.png" not in dastrel.files()
+
+
+def test_130_without_json_an_interrupt_says_nothing(dastrel):
+    running = dastrel.start("scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--clone-num",
+                            "1500000", "--iterations", "0", stdout=subprocess.PIPE)
+    maps = pathlib.Path(f"/proc/{running.pid}/maps")
+    wait_until(lambda: "dastrel.p" in maps.read_text(), running)
+    running.send_signal(signal.SIGINT)
+    assert running.communicate(timeout=60)[0] == b""
+    assert running.returncode == 130
 
 
 def test_130_interrupted_while_writing(dastrel):

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Outputs that are one of the inputs, or the same file as another output, are refused."""
 
+import json
 import os
 import shutil
 
@@ -56,6 +57,36 @@ def test_every_input_is_protected(dastrel):
     (dastrel.folder / "picture.png").symlink_to("tree.lwo")
     assert refusal(dastrel, *SCATTER, "-o", "out.lwo", "--picture", "picture.png").startswith(
         "--picture: picture.png is the same file as the input tree.lwo")
+
+
+def test_an_input_of_another_ending_is_protected_too(dastrel):
+    (dastrel.folder / "s.json").write_text("{}")
+    assert refusal(dastrel, *SCATTER, "--settings", "./s.json", "-o", "s.json").startswith(
+        "-o: s.json is the same file as the settings file ./s.json and would replace it")
+    assert refusal(dastrel, *SCATTER, "-o", "out.lwo", "--picture", "./tree.lwo").startswith(
+        "--picture: ./tree.lwo is the same file as the input tree.lwo and would replace it")
+    assert refusal(dastrel, *SCATTER, "-o", "out.lwo", "--picture", "./out.lwo") == (
+        "--picture: ./out.lwo is the same file as out.lwo of -o; name another file")
+    assert refusal(dastrel, "render", "terrain.lwo", "-o", "./terrain.lwo").startswith(
+        "-o: ./terrain.lwo is the same file as the input terrain.lwo and would replace it")
+    shutil.copy(os.path.join(os.path.dirname(dastrel.path), "dastrel.p"), dastrel.folder)
+    assert "dastrel.p is the same file as the module " in refusal(
+        dastrel, *SCATTER, "-o", "./dastrel.p", "--module", "dastrel.p")
+
+
+def test_an_ending_that_is_not_written_stays_an_error_of_the_output(dastrel):
+    done = dastrel("render", "terrain.lwo", "-o", "./terrain.lwo", "--force")
+    assert done.status == 5 and "./terrain.lwo: is in a format that is not written" in done.err
+
+
+@pytest.mark.parametrize("more, file, place", [
+    (["-o", "./tree.lwo"], "./tree.lwo", "-o"),
+    (["-o", "out.lwo", "--picture", "terrain.lwo"], "terrain.lwo", "--picture"),
+    (["-o", "out.lwo", "--picture", "./out.lwo"], "./out.lwo", "--picture")])
+def test_the_error_object_names_the_file(dastrel, more, file, place):
+    done = dastrel(*SCATTER, *more, "--json")
+    error = json.loads(done.out)["error"]
+    assert (error["status"], error["file"], error["place"]) == (2, file, place)
 
 
 def test_the_module_is_protected(dastrel):

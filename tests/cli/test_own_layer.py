@@ -63,6 +63,21 @@ def test_a_second_run_leaves_the_clones_of_the_first_alone(dastrel):
     assert both.layers[1]["points"] == mesh(dastrel, "forest.lwo").layers[1]["points"]
 
 
+def test_further_runs_with_the_same_model_number_their_layers(dastrel):
+    scatter(dastrel, "terrain.lwo", "tree.lwo", "--own-layer", out="first.lwo")
+    second = scatter(dastrel, "first.lwo", "tree.lwo", "--own-layer", out="second.lwo")
+    third = scatter(dastrel, "second.lwo", "tree.lwo", "--own-layer", out="third.lwo")
+    assert [run["own_layer"] for run in (second, third)] == ["clones of tree 2", "clones of tree 3"]
+    assert layer_names(dastrel, "third.lwo")[1:] == ["clones of tree", "clones of tree 2",
+                                                     "clones of tree 3"]
+
+
+def test_a_model_of_that_name_is_no_layer_of_the_result(dastrel):
+    write_object(dastrel.folder / "leaf.lwo", triangle(name="clones of leaf"))
+    own = scatter(dastrel, "terrain.lwo", "leaf.lwo", "--own-layer", out="own.lwo")
+    assert own["own_layer"] == "clones of leaf"
+
+
 def test_a_ground_that_holds_clones_is_told(dastrel):
     scatter(dastrel, "terrain.lwo", "tree.lwo", out="forest.lwo")
     again = scatter(dastrel, "forest.lwo", "stone.lwo", out="out.lwo")
@@ -93,6 +108,7 @@ def test_a_scene_gets_one_layer_more(dastrel):
     assert layer_names(dastrel, "first.lwo") == ["Field", "Leaf", "Notes",
                                                  "clones of Leaf and Notes"]
     again = scatter(dastrel, "first.lwo", "--foreground", "1", "--own-layer", out="second.lwo")
+    assert again["own_layer"] == "clones of Leaf and Notes 2"
     assert again["points_added"] == own["points_added"], "the first clones are no model"
 
 

@@ -72,4 +72,16 @@ TEST(CloneLayerName, TellsTheModels)
     EXPECT_EQ(modeler::clone_layer_name(Names{"a", "b", "c"}), "clones of a and 2 more");
 }
 
+TEST(CloneLayerName, GetsANumberWhereALayerHasItAlready)
+{
+    mesh::Document document;
+    for (const char* const name : {"ground", "clones", "clones 3", "clones 2", "clones 4"})
+        document.layers.emplace_back().name = name;
+    EXPECT_EQ(modeler::free_layer_name("clones of tree", document, 5), "clones of tree");
+    EXPECT_EQ(modeler::free_layer_name("clones", document, 1), "clones");
+    EXPECT_EQ(modeler::free_layer_name("clones", document, 2), "clones 2");
+    EXPECT_EQ(modeler::free_layer_name("clones", document, 4), "clones 4");
+    EXPECT_EQ(modeler::free_layer_name("clones", document, 5), "clones 5");
+}
+
 } // namespace
