@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/text.h"
 
+#include <QCoreApplication>
+#include <QLocale>
 #include <QStringList>
 
 #include "mesh/printable.h"
@@ -15,6 +17,34 @@ QString printable_lines(const QString& text)
     for (QString& line : lines)
         line = printable(line);
     return lines.join('\n');
+}
+
+QString number_text(std::size_t count)
+{
+    return QLocale().toString(static_cast<qulonglong>(count));
+}
+
+QString counted(std::size_t count, const QString& one, const QString& more)
+{
+    return number_text(count) + " " + (count == 1 ? one : more);
+}
+
+QString counted_points(std::size_t count)
+{
+    return counted(count, QCoreApplication::translate("desktop", "point"),
+                   QCoreApplication::translate("desktop", "points"));
+}
+
+QString counted_polygons(std::size_t count)
+{
+    return counted(count, QCoreApplication::translate("desktop", "polygon"),
+                   QCoreApplication::translate("desktop", "polygons"));
+}
+
+QString counted_clones(std::size_t count)
+{
+    return counted(count, QCoreApplication::translate("desktop", "clone"),
+                   QCoreApplication::translate("desktop", "clones"));
 }
 
 QString in_menu(QString text) { return text.replace('&', "&&"); }

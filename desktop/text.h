@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -43,6 +44,14 @@ namespace desktop {
 
 /// The same line by line.
 [[nodiscard]] QString printable_lines(const QString& text);
+
+/// A number as the desktop's language writes it.
+[[nodiscard]] QString number_text(std::size_t count);
+/// A number of things in words: "1 point", "2,000 points".
+[[nodiscard]] QString counted(std::size_t count, const QString& one, const QString& more);
+[[nodiscard]] QString counted_points(std::size_t count);
+[[nodiscard]] QString counted_polygons(std::size_t count);
+[[nodiscard]] QString counted_clones(std::size_t count);
 
 /// As the text of a menu entry or button, where a single & marks a key.
 [[nodiscard]] QString in_menu(QString text);

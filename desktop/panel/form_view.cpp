@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -41,6 +42,9 @@ FormView::FormView(modeler::FormPanel& panel, QWidget* parent) : QWidget(parent)
     column->setContentsMargins(0, 0, 0, 0);
     for (const modeler::TabSet& set : panel.form().tab_sets) {
         auto* const tabs = new QTabWidget(this);
+        // A click takes the keyboard to the tab. Otherwise the control that had it, and is hidden
+        // now, would hand it on to one that stands elsewhere, and the form would scroll there.
+        tabs->tabBar()->setFocusPolicy(Qt::StrongFocus);
         if (!set.title.empty())
             tabs->setAccessibleName(to_qt(std::string_view(set.title)));
         for (const modeler::ControlId id : set.groups)

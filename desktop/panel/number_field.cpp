@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QWheelEvent>
@@ -15,10 +16,30 @@ NumberField::NumberField(QWidget* parent) : QAbstractSpinBox(parent)
     setAlignment(Qt::AlignRight);
     setFocusPolicy(Qt::StrongFocus); // the wheel alone does not bring the focus here
     setMinimumWidth(fontMetrics().horizontalAdvance("-179.9999") * 3 / 2);
-    connect(lineEdit(), &QLineEdit::textEdited, this, &NumberField::edited);
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+        typing_ = true;
+        emit edited(text);
+    });
 }
 
 void NumberField::set_text(const QString& text) { lineEdit()->setText(text); }
+
+void NumberField::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool ends_typing = enter && typing_ && (event->modifiers() & Qt::ControlModifier) == 0;
+    QAbstractSpinBox::keyPressEvent(event); // shows the result, and leaves Enter to the form
+    if (enter)
+        typing_ = false;
+    if (ends_typing)
+        event->accept();
+}
+
+void NumberField::focusOutEvent(QFocusEvent* event)
+{
+    typing_ = false;
+    QAbstractSpinBox::focusOutEvent(event);
+}
 
 void NumberField::stepBy(int steps)
 {

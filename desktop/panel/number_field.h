@@ -7,7 +7,8 @@ namespace desktop {
 
 /// A line for a number with small buttons for steps up and down. What is typed, and what a step
 /// is, its owner decides. The wheel makes steps while the field has the keyboard's focus, and
-/// scrolls the form otherwise.
+/// scrolls the form otherwise. Enter after typing ends the typing and goes no further, so that it
+/// does not confirm a form by chance; pressed again, or with Ctrl, it is the form's.
 class NumberField : public QAbstractSpinBox {
     Q_OBJECT
 
@@ -25,8 +26,13 @@ signals:
 
 protected:
     [[nodiscard]] StepEnabled stepEnabled() const override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    bool typing_ = false; ///< since the field was entered, or since Enter
 };
 
 } // namespace desktop

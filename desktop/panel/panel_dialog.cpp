@@ -66,6 +66,7 @@ PanelDialog::PanelDialog(modeler::FormPanel& panel, QWidget* parent)
     QPushButton* const cancel = buttons->button(QDialogButtonBox::Cancel);
     cancel->setText(tr("Cancel")); // its usual key, Alt+C, is that of a menu
     QPushButton* const ok = buttons->button(QDialogButtonBox::Ok);
+    ok->setToolTip(tr("Run with these values (Enter; Ctrl+Enter also while a field is typed in)"));
     ok->setAutoDefault(true);
     ok->setDefault(true);
     auto* const rows = new QVBoxLayout(content_);
@@ -121,6 +122,15 @@ bool PanelDialog::event(QEvent* event)
         return true;
     }
     return QDialog::event(event);
+}
+
+void PanelDialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && (event->modifiers() & Qt::ControlModifier) != 0)
+        accept();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 QString PanelDialog::told() const { return line_->text(); }

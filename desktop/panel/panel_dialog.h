@@ -17,7 +17,8 @@ class FormView;
 
 /// A form panel as it is answered: the module's form, which scrolls where there is little room, a
 /// line for what there is to tell, room for the host's own strip, OK and Cancel. Enter is OK,
-/// Escape is Cancel. Stands in a dock, or is a window of its own.
+/// except that it ends the typing in a field first; Ctrl+Enter is always OK; Escape is Cancel.
+/// Stands in a dock, or is a window of its own.
 class PanelDialog : public QDialog {
 public:
     /// The panel is used as long as the dialog lives.
@@ -41,6 +42,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

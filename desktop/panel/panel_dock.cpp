@@ -90,6 +90,20 @@ PanelDock::~PanelDock()
         window_.resize(size_before_);
 }
 
+void PanelDock::forget_place()
+{
+    QSettings settings;
+    for (const char* const key : {area_key, floating_key, geometry_key, width_key})
+        settings.remove(key);
+}
+
+void PanelDock::reset_place()
+{
+    setFloating(false);
+    window_.addDockWidget(Qt::RightDockWidgetArea, this);
+    window_.resizeDocks({this}, {dialog_->sizeHint().width()}, Qt::Horizontal);
+}
+
 void PanelDock::remember()
 {
     QSettings settings;

@@ -29,6 +29,11 @@ public:
     /// Remembers the place, and gives the window back what room it had to gain.
     ~PanelDock() override;
 
+    /// Forgets place and size of the panel for the next time that one is opened.
+    static void forget_place();
+    /// Docks the panel at the right, as wide as it wants to be.
+    void reset_place();
+
     [[nodiscard]] PanelDialog& dialog() noexcept { return *dialog_; }
 
 protected:

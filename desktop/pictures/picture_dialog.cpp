@@ -46,6 +46,8 @@ PictureDialog::PictureDialog(const PictureOptions& shown, QWidget* parent)
     setWindowTitle(tr("Export Picture"));
     build(shown);
     restore();
+    background_changed();
+    connect(background_, &QComboBox::currentIndexChanged, this, &PictureDialog::background_changed);
     connect(sizes_, &QComboBox::activated, this, &PictureDialog::take_size);
     for (QSpinBox* const field : {width_, height_})
         connect(field, &QSpinBox::valueChanged, this, [this] {
@@ -144,6 +146,27 @@ void PictureDialog::size_changed()
                                      .arg(pixels / 1000000)
                                : QString());
     go_on_->setEnabled(!too_many);
+}
+
+/// A transparent picture is mostly laid over another one, where guides and the tint of the
+/// selection are in the way: they are off then until they are wanted.
+void PictureDialog::background_changed()
+{
+    const bool transparent =
+        background_->currentIndex() == static_cast<int>(PictureBackground::transparent);
+    if (transparent == guides_put_aside_.has_value())
+        return;
+    if (transparent) {
+        guides_put_aside_ = {grid_->isChecked(), axes_->isChecked(), selection_->isChecked()};
+        for (QCheckBox* const box : {grid_, axes_, selection_})
+            box->setChecked(false);
+        return;
+    }
+    const auto [grid, axes, selection] = *guides_put_aside_;
+    guides_put_aside_.reset();
+    grid_->setChecked(grid);
+    axes_->setChecked(axes);
+    selection_->setChecked(selection);
 }
 
 PictureOptions PictureDialog::options() const

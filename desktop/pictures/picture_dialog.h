@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+#include <optional>
+
 #include <QDialog>
 #include <QSize>
 
@@ -33,6 +36,7 @@ private:
     void restore();
     void take_size(int choice);
     void size_changed();
+    void background_changed();
 
     QSize view_;
     QComboBox* sizes_;
@@ -44,6 +48,8 @@ private:
     QCheckBox* selection_;
     QLabel* problem_;
     QPushButton* go_on_ = nullptr;
+    /// What was ticked before the background became transparent; empty: it is not.
+    std::optional<std::array<bool, 3>> guides_put_aside_;
 };
 
 } // namespace desktop

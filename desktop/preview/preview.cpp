@@ -5,7 +5,6 @@
 #include <exception>
 #include <utility>
 
-#include <QLocale>
 #include <QSocketNotifier>
 
 #include "desktop/text.h"
@@ -16,18 +15,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-QString counted(std::size_t count) { return QLocale().toString(static_cast<qulonglong>(count)); }
-
 /// What a mesh holds, in words.
 QString contents(const PreviewMesh& mesh, std::optional<int> clones)
 {
-    QString size =
-        Preview::tr("%1 points, %2 polygons").arg(counted(mesh.points), counted(mesh.polygons));
-    if (!clones)
-        return size;
-    if (*clones == 1)
-        return Preview::tr("1 clone (%1)").arg(size);
-    return Preview::tr("%1 clones (%2)").arg(counted(static_cast<std::size_t>(*clones)), size);
+    const QString size = counted_points(mesh.points) + ", " + counted_polygons(mesh.polygons);
+    return clones ? counted_clones(static_cast<std::size_t>(*clones)) + " (" + size + ")" : size;
 }
 
 } // namespace

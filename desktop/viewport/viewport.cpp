@@ -39,7 +39,10 @@ Viewport::Viewport(Tracer& tracer, QWidget* parent) : QWidget(parent), tracer_(t
         image_ = image;
         update();
     });
-    connect(&tracer, &Tracer::fitted, this, &Viewport::set_camera);
+    connect(&tracer, &Tracer::fitted, this, [this](const picture::Camera& camera) {
+        fitted_ = camera;
+        set_camera(camera);
+    });
 }
 
 void Viewport::send()
@@ -90,7 +93,28 @@ void Viewport::set_axes(bool on)
 
 void Viewport::fit()
 {
+    fitted_size_ = size();
     tracer_.fit(options_.camera, static_cast<double>(width()) / std::max(1, height()));
+}
+
+bool Viewport::shows_all() const
+{
+    if (is_fitted() && fitted_size_ == size())
+        return true;
+    const auto scene = tracer_.shown().scene;
+    if (scene == nullptr || !scene->bounds())
+        return false;
+    const picture::View shown = view();
+    const mesh::Bounds& box = *scene->bounds();
+    for (const double x : {box.min.x, box.max.x})
+        for (const double y : {box.min.y, box.max.y})
+            for (const double z : {box.min.z, box.max.z}) {
+                const auto at = shown.project({x, y, z});
+                if (!at || at->x < 0 || at->y < 0 || at->x > shown.width() ||
+                    at->y > shown.height())
+                    return false;
+            }
+    return true;
 }
 
 void Viewport::orbit(double right_deg, double up_deg)

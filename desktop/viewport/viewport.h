@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 #include <QImage>
 #include <QPoint>
 #include <QRect>
@@ -32,6 +34,10 @@ public:
 
     /// Moves the camera so that everything is seen, as soon as it is known how.
     void fit();
+    /// Whether the camera is still where `fit` moved it.
+    [[nodiscard]] bool is_fitted() const { return fitted_ && *fitted_ == options_.camera; }
+    /// Whether everything is in the view: it was fitted at this size, or the box around it all is.
+    [[nodiscard]] bool shows_all() const;
     /// Turns by degrees around the up axis and up.
     void orbit(double right_deg, double up_deg);
     /// Moves by shares of the picture's height.
@@ -74,6 +80,8 @@ private:
 
     Tracer& tracer_;
     DrawingOptions options_;
+    std::optional<picture::Camera> fitted_;
+    QSize fitted_size_; ///< of the widget when it was fitted
     QImage image_;
     Hold hold_ = Hold::nothing;
     QPoint pressed_;

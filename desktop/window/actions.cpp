@@ -37,6 +37,7 @@ constexpr std::array<ActionSpec, action_count> specs{{
     {Id::make_background, layer, "Make &Background", "Ctrl+2", "Commands look at the chosen layers; their contents are what is cloned", Needs::layers},
     {Id::make_hidden, layer, "&Hide", "Ctrl+3", "The chosen layers are neither shown nor used", Needs::layers},
     {Id::make_shown, layer, "&Show Only", "Ctrl+4", "The chosen layers are shown, and commands leave them alone", Needs::layers},
+    {Id::swap_roles, layer, "S&wap Foreground and Background", "Ctrl+5", "Make the model the ground and the ground the model, as after opening files in the wrong order", Needs::layers, false, false, true},
     {Id::fit, view, "&Fit", "Home", "Show everything", Needs::always},
     {Id::view_perspective, view, "&Perspective", "0", "Look from above and behind, as a person sees it", Needs::always, false, false, true},
     {Id::view_front, view, "F&ront", "1", "Look from the front", Needs::always},
@@ -52,6 +53,7 @@ constexpr std::array<ActionSpec, action_count> specs{{
     {Id::zoom_in, view, "Zoom &In", "+", "Go nearer", Needs::always, false, false, true},
     {Id::zoom_out, view, "Zoom &Out", "-", "Go farther away", Needs::always},
     {Id::show_lists, view, "&Side Lists", "F9", "Show the lists of layers, surfaces and maps", Needs::always, true, true, true},
+    {Id::reset_layout, view, "R&eset Layout", "Shift+F9", "Put lists, toolbar and panel back to where they were at first, in their first sizes", Needs::always},
     {Id::manual, help, "&Keys and Mouse", "F1", "Tell how to find one's way", Needs::always},
 }};
 // clang-format on

@@ -26,6 +26,7 @@ enum class ActionId {
     make_background,
     make_hidden,
     make_shown,
+    swap_roles,
     fit,
     view_perspective,
     view_front,
@@ -41,6 +42,7 @@ enum class ActionId {
     zoom_in,
     zoom_out,
     show_lists,
+    reset_layout,
     manual,
     count
 };

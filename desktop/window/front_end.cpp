@@ -64,21 +64,27 @@ void WindowFrontEnd::info(std::string_view line1, std::string_view line2)
 
 void WindowFrontEnd::error(std::string_view line1, std::string_view line2)
 {
-    const std::string more = with_slopes(line2);
+    const std::string more = with_advice(line2);
     if (in_child_)
         child_errors_.push_back({std::string(line1), more});
     else
         show_box(QMessageBox::Critical, command_, line1, more, parent());
 }
 
-/// A command that found no polygon within limits for slopes does not say which slopes there are.
-std::string WindowFrontEnd::with_slopes(std::string_view text) const
+/// What a command leaves open: which slopes there are where it found no polygon within limits for
+/// them, and which layer lacks its role.
+std::string WindowFrontEnd::with_advice(std::string_view text) const
 {
     std::string all(text);
-    const std::string slopes = slopes_limited_ ? host_.ground_slopes() : std::string();
-    if (!all.empty() && !slopes.empty())
-        all += "\n";
-    return all + slopes;
+    const auto add = [&](const std::string& sentence) {
+        if (!all.empty() && !sentence.empty())
+            all += "\n";
+        all += sentence;
+    };
+    if (slopes_limited_)
+        add(host_.ground_slopes());
+    add(host_.missing_model());
+    return all;
 }
 
 bool WindowFrontEnd::ask(std::string_view title, std::string_view line1, std::string_view line2)
@@ -127,6 +133,13 @@ void WindowFrontEnd::open_panel(modeler::FormPanel& panel)
     panel_open_ = true;
     host_.panel(true, dialog->sizeHint().width());
     dock_ = std::make_unique<PanelDock>(dialog, parent_);
+}
+
+void WindowFrontEnd::reset_panel_place()
+{
+    PanelDock::forget_place();
+    if (dock_ != nullptr)
+        dock_->reset_place();
 }
 
 /// Returns true in the child.
@@ -181,6 +194,7 @@ bool WindowFrontEnd::run_panel(modeler::FormPanel& panel)
         return true;
     const bool confirmed = ask_in_panel(panel);
     slopes_limited_ = confirmed && limits_slopes(panel);
+    clones_asked_ = confirmed ? asked_clones(panel) : std::nullopt;
     if (in_child_)
         return true;
     // The command is about to change what a ghost may still be made from.

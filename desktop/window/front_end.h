@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,8 @@ public:
         std::function<void(bool)> use_own_layer;
         /// What slopes the ground has, as a sentence: told beside a refusal where they are limited.
         std::function<std::string()> ground_slopes;
+        /// What to do where the scene has nothing to be cloned: told beside every refusal.
+        std::function<std::string()> missing_model;
         /// What a person should know of the scene before a run.
         std::function<std::vector<std::string>()> warnings;
     };
@@ -62,11 +65,16 @@ public:
         return static_cast<double>(since_ok_.elapsed()) / 1000.0;
     }
 
+    /// How many clones the panel that was left with OK asked for; empty: it does not say, or there
+    /// was none.
+    [[nodiscard]] std::optional<int> clones_asked() const noexcept { return clones_asked_; }
+
     /// Names the boxes of the command that runs next.
     void set_command(const QString& name)
     {
         command_ = name;
         slopes_limited_ = false;
+        clones_asked_.reset();
     }
 
     /// Whether this is the child that tries a run out.
@@ -76,6 +84,9 @@ public:
     {
         return child_errors_;
     }
+    /// Puts the panel to where it was at first, now where it is open and the next time it is.
+    void reset_panel_place();
+
     /// The panel while it is open, or null.
     [[nodiscard]] PanelDialog* dialog() noexcept
     {
@@ -88,7 +99,7 @@ private:
     [[nodiscard]] bool ask_in_panel(modeler::FormPanel& panel);
     [[nodiscard]] bool begin_preview(const modeler::FormPanel& panel);
     [[nodiscard]] QWidget* parent() const;
-    [[nodiscard]] std::string with_slopes(std::string_view text) const;
+    [[nodiscard]] std::string with_advice(std::string_view text) const;
 
     QMainWindow& parent_;
     Preview& preview_;
@@ -98,6 +109,7 @@ private:
     std::unique_ptr<PanelDock> dock_;
     bool panel_open_ = false;     ///< and not answered yet
     bool slopes_limited_ = false; ///< by the values of the panel that was answered last
+    std::optional<int> clones_asked_;
     QElapsedTimer since_ok_;
     bool in_child_ = false;
     std::vector<modeler::Message> child_errors_;

@@ -6,16 +6,18 @@
 
 #include <QDockWidget>
 #include <QLabel>
-#include <QLocale>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QToolBar>
 
 #include "desktop/message_box.h"
 #include "desktop/text.h"
 #include "desktop/window/aside.h"
 #include "desktop/window/run_size.h"
+#include "desktop/window/scene_warnings.h"
 #include "desktop/window/start_page.h"
+#include "desktop/window/status_line.h"
 #include "desktop/window/work_box.h"
 #include "modeler/ground_slopes.h"
 
@@ -24,6 +26,11 @@ namespace desktop {
 namespace {
 
 constexpr auto own_layer_key = "own layer";
+
+int first_lists_width(const QWidget& window)
+{
+    return window.fontMetrics().averageCharWidth() * 58;
+}
 
 std::filesystem::path preset_folder()
 {
@@ -40,7 +47,7 @@ MainWindow::MainWindow()
                   .resume = [this] { tracer_.resume(); },
                   .problem =
                       [this](const modeler::FormPanel& panel) {
-                          return run_size_problem(workspace_.session(), panel);
+                          return run_size_problem(workspace_.session(), panel, own_layer_);
                       },
                   .is_of_scene =
                       [this](const std::filesystem::path& file) {
@@ -54,9 +61,10 @@ MainWindow::MainWindow()
                               workspace_.session().document(), workspace_.session().roles());
                           return slopes ? modeler::to_sentence(*slopes) : std::string();
                       },
+                  .missing_model = [this] { return missing_model(workspace_); },
                   .warnings = [this] { return warnings_; }}),
       viewport_(new Viewport(tracer_, this)), start_page_(new StartPage(viewport_)),
-      lists_(nullptr), counts_(new QLabel(this))
+      lists_(nullptr), status_(new StatusLine(this)), counts_(new QLabel(this))
 {
     setObjectName("window");
     setAcceptDrops(true);
@@ -65,6 +73,7 @@ MainWindow::MainWindow()
     build_start_page();
     build_actions();
     connect_actions();
+    statusBar()->addWidget(status_, 1);
     statusBar()->addPermanentWidget(counts_);
     connect(&tracer_, &Tracer::scene_ready, this, [this] {
         if (std::exchange(fit_next_, false))
@@ -100,7 +109,7 @@ void MainWindow::build_lists()
     lists_ = new SideLists(dock);
     dock->setWidget(lists_);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
-    resizeDocks({dock}, {fontMetrics().averageCharWidth() * 58}, Qt::Horizontal);
+    resizeDocks({dock}, {first_lists_width(*this)}, Qt::Horizontal);
     connect(lists_, &SideLists::role_chosen, this, &MainWindow::set_role);
     connect(lists_, &SideLists::map_chosen, this,
             [this] { tracer_.show_map(lists_->chosen_map()); });
@@ -151,13 +160,9 @@ void MainWindow::update_state()
         points += layer.points.size();
         polygons += layer.polygons.size();
     }
-    const QLocale numbers;
-    const auto text = [&](std::size_t count) {
-        return numbers.toString(static_cast<qulonglong>(count));
-    };
-    counts_->setText(
-        tr("%1 points, %2 polygons, %3 selected")
-            .arg(text(points), text(polygons), text(selected_count(workspace_.session()))));
+    counts_->setText(tr("%1, %2, %3 selected")
+                         .arg(counted_points(points), counted_polygons(polygons),
+                              number_text(selected_count(workspace_.session()))));
     const std::string title = workspace_.title();
     setWindowTitle(
         (title.empty() ? tr("Dastrel Modeler")
@@ -165,6 +170,10 @@ void MainWindow::update_state()
     setWindowModified(workspace_.modified() && !title.empty());
     update_actions();
 }
+
+void MainWindow::tell(const QString& text) { status_->tell(text); }
+
+QString MainWindow::told() const { return status_->told(); }
 
 /// Does what changes the document as soon as nobody reads it: mostly at once.
 void MainWindow::when_free(std::function<void()> work)
@@ -269,17 +278,55 @@ void MainWindow::panel_is_open(bool open, int panel_width)
 {
     panel_open_ = open;
     lists_->setEnabled(!open);
-    // The lists take no input meanwhile, and make room where both would leave little of the view.
+    auto* const lists = findChild<QDockWidget*>("lists");
+    if (open) {
+        lists_width_ = lists->width();
+        const bool whole = viewport_->shows_all();
+        QTimer::singleShot(0, this, [this, whole, camera = viewport_->camera()] {
+            if (!panel_open_ || !whole || viewport_->shows_all())
+                return;
+            camera_before_panel_ = camera;
+            viewport_->fit();
+        });
+    }
+    make_room(open ? panel_width : 0);
+    if (!open) {
+        resizeDocks({lists}, {lists_width_}, Qt::Horizontal); // the panel may have squeezed them
+        if (camera_before_panel_ && viewport_->is_fitted())
+            viewport_->set_camera(*camera_before_panel_);
+        camera_before_panel_.reset();
+        viewport_->setFocus(); // the panel had it
+    }
+    viewport_->set_selecting(!open);
+    update_actions();
+}
+
+/// The lists take no input while the panel is open, and make room where both would leave little of
+/// the view. Without a panel, of width 0, they come back.
+void MainWindow::make_room(int panel_width)
+{
     QAction* const show_lists = action(ActionId::show_lists);
     const bool shown = show_lists->isChecked();
-    const bool hide = open && shown && viewport_->width() - panel_width < width() / 3;
+    const bool hide = panel_width > 0 && shown && viewport_->width() - panel_width < width() / 3;
     if (hide || (lists_made_room_ && !shown))
         show_lists->trigger();
     lists_made_room_ = hide;
-    if (!open)
-        viewport_->setFocus(); // the panel had it
-    viewport_->set_selecting(!open);
-    update_actions();
+}
+
+void MainWindow::reset_layout()
+{
+    auto* const bar = findChild<QToolBar*>("commands");
+    addToolBar(Qt::TopToolBarArea, bar);
+    bar->show();
+    auto* const lists = findChild<QDockWidget*>("lists");
+    lists->setFloating(false);
+    addDockWidget(Qt::LeftDockWidgetArea, lists);
+    if (!action(ActionId::show_lists)->isChecked() && !lists_made_room_)
+        action(ActionId::show_lists)->trigger();
+    lists_->reset_layout();
+    lists_width_ = first_lists_width(*this);
+    resizeDocks({lists}, {lists_width_}, Qt::Horizontal);
+    front_end_.reset_panel_place();
 }
 
 } // namespace desktop

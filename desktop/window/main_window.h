@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,11 +26,13 @@
 #include "desktop/window/workspace.h"
 
 class QLabel;
+class QMenu;
 
 namespace desktop {
 
 class SceneKeeper;
 class StartPage;
+class StatusLine;
 struct KeptScene;
 struct WorkState;
 
@@ -69,6 +72,9 @@ public:
     /// Asks about each scene that was kept when a window ended in the middle of a command, until
     /// one is opened. Returns true when one was.
     bool offer_kept_scenes();
+
+    /// What the status bar says of the last operation.
+    [[nodiscard]] QString told() const;
 
     /// Tells that something failed in a way that nobody expected, and offers to save the scene.
     void tell_failure(std::string_view what);
@@ -114,6 +120,7 @@ private:
     void show_document();
     void show_selection();
     void update_state();
+    void tell(const QString& text);
     void when_free(std::function<void()> work);
     void do_waiting();
     void do_aside(const std::function<void()>& work);
@@ -122,6 +129,8 @@ private:
     void report(const std::string& problem);
     void use_own_layer(bool on);
     void panel_is_open(bool open, int panel_width);
+    void make_room(int panel_width);
+    void reset_layout();
 
     // window_actions.cpp
     void build_actions();
@@ -153,10 +162,12 @@ private:
     // window_editing.cpp
     void run_now(const std::string& server);
     void step_back(bool undo);
+    [[nodiscard]] QString what_was_made(bool own_layer) const;
     [[nodiscard]] QString last_edit_text() const;
     void select(const std::function<void(modeler::Modeler&)>& change);
     void take_picked(const Picked& picked);
     void choose_role(modeler::LayerRole role);
+    void swap_roles();
 
     Workspace workspace_;
     Tracer tracer_;
@@ -166,7 +177,9 @@ private:
     Viewport* viewport_;
     StartPage* start_page_;
     SideLists* lists_;
+    StatusLine* status_;
     QLabel* counts_;
+    QMenu* recent_menu_ = nullptr;
     std::array<QAction*, action_count> actions_{};
     std::vector<QAction*> commands_;
     std::deque<std::function<void()>> waiting_; ///< for the document to be read
@@ -175,7 +188,9 @@ private:
     std::map<std::uint64_t, QString> edit_texts_; ///< by the state of the document they led to
     std::filesystem::path kept_file_;             ///< that the scene was opened from; empty: none
     bool panel_open_ = false;
-    bool lists_made_room_ = false; ///< for the panel that is open
+    bool lists_made_room_ = false;                       ///< for the panel that is open
+    int lists_width_ = 0;                                ///< before the panel was opened
+    std::optional<picture::Camera> camera_before_panel_; ///< where the view was fitted for it
     bool running_ = false;
     std::vector<std::string> warnings_; ///< of the scene, for the panel of the command that runs
     bool own_layer_ = false;            ///< for what the command adds that runs

@@ -2,9 +2,12 @@
 #include "desktop/window/run_size.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <variant>
+#include <vector>
 
+#include "formats/clone_kinds.h"
 #include "formats/clone_size.h"
 #include "formats/errors.h"
 #include "modeler/position_memory.h"
@@ -12,17 +15,29 @@
 
 namespace desktop {
 
-std::string run_size_problem(const modeler::Modeler& session, const modeler::FormPanel& panel)
+std::string run_size_problem(const modeler::Modeler& session, const modeler::FormPanel& panel,
+                             bool own_layer)
 {
     const modeler::Control* const control = panel.find(settings::find_setting("clone_num")->label);
     const int* const clones = control == nullptr ? nullptr : std::get_if<int>(&control->value);
     if (clones == nullptr)
         return {};
+    const mesh::Layer empty;
+    const mesh::Layer* target = own_layer ? &empty : nullptr;
+    std::vector<const mesh::Layer*> models;
     formats::CopiedMesh clone;
-    for (std::size_t i = 0; i < session.roles().size(); ++i)
-        if (session.roles()[i] == modeler::LayerRole::background)
-            formats::add_clone_of(session.document().layers[i], clone);
+    for (std::size_t i = 0; i < session.roles().size(); ++i) {
+        const mesh::Layer& layer = session.document().layers[i];
+        if (session.roles()[i] == modeler::LayerRole::background) {
+            formats::add_clone_of(layer, clone);
+            models.push_back(&layer);
+        } else if (session.roles()[i] == modeler::LayerRole::foreground && target == nullptr) {
+            target = &layer; // to which clones without a layer of their own are added
+        }
+    }
     try {
+        if (*clones > 0 && target != nullptr)
+            formats::check_clone_kinds(*target, models);
         formats::check_copies_fit(clone, static_cast<std::uint64_t>(std::max(0, *clones)));
     } catch (const formats::LimitError& error) {
         return error.what();

@@ -5,9 +5,11 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSplitter>
+#include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -19,8 +21,6 @@ namespace desktop {
 namespace {
 
 constexpr int text_role = Qt::UserRole; ///< bytes of a name, which need not be UTF-8
-
-QString number(std::size_t count) { return QLocale().toString(static_cast<qulonglong>(count)); }
 
 QTreeWidget* add_list(QSplitter& splitter, const QString& title, const QStringList& columns)
 {
@@ -37,6 +37,8 @@ QTreeWidget* add_list(QSplitter& splitter, const QString& title, const QStringLi
     list->setUniformRowHeights(true);
     list->setTextElideMode(Qt::ElideMiddle); // the ends of long names tell them apart
     list->header()->setStretchLastSection(false);
+    // In a narrow list the name stays readable, and the other columns are scrolled to.
+    list->header()->setMinimumSectionSize(list->fontMetrics().averageCharWidth() * 7);
     list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     column->addWidget(label);
@@ -86,13 +88,13 @@ QString kind_of(const mesh::VertexMap& map)
 
 } // namespace
 
-SideLists::SideLists(QWidget* parent) : QWidget(parent)
+SideLists::SideLists(QWidget* parent)
+    : QWidget(parent), splitter_(new QSplitter(Qt::Vertical, this))
 {
-    auto* const splitter = new QSplitter(Qt::Vertical, this);
     layers_ =
-        add_list(*splitter, tr("&Layers"), {tr("Name"), tr("Role"), tr("Points"), tr("Polygons")});
-    surfaces_ = add_list(*splitter, tr("S&urfaces"), {tr("Name"), tr("Polygons")});
-    maps_ = add_list(*splitter, tr("Vertex &maps"), {tr("Name"), tr("Kind"), tr("Points")});
+        add_list(*splitter_, tr("&Layers"), {tr("Name"), tr("Role"), tr("Points"), tr("Polygons")});
+    surfaces_ = add_list(*splitter_, tr("S&urfaces"), {tr("Name"), tr("Polygons")});
+    maps_ = add_list(*splitter_, tr("Vertex &maps"), {tr("Name"), tr("Kind"), tr("Points")});
     layers_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     layers_->setToolTip(tr("Commands work on foreground layers, look at background layers, and "
                            "leave layers alone that are hidden or only shown"));
@@ -100,9 +102,26 @@ SideLists::SideLists(QWidget* parent) : QWidget(parent)
     maps_->setToolTip(tr("Choose a weight map to colour the view by it"));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(4, 4, 4, 4);
-    column->addWidget(splitter);
+    column->addWidget(splitter_);
+    for (QTreeWidget* const list : {layers_, surfaces_, maps_})
+        list->viewport()->installEventFilter(this);
     connect(maps_, &QTreeWidget::currentItemChanged, this, &SideLists::map_chosen);
     connect(surfaces_, &QTreeWidget::itemActivated, this, &SideLists::surface_activated);
+}
+
+void SideLists::reset_layout() { splitter_->setSizes({1, 1, 1}); }
+
+/// Greyed lists say why, in place of the tips of their entries.
+bool SideLists::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || isEnabled())
+        return QWidget::eventFilter(watched, event);
+    const auto* const help = static_cast<QHelpEvent*>(event); // NOLINT(*-static-cast-downcast)
+    QToolTip::showText(help->globalPos(),
+                       tool_tip(tr("The scene cannot be changed while a panel is "
+                                   "open; press OK or Cancel there first")),
+                       this);
+    return true;
 }
 
 void SideLists::show_scene(const Workspace& workspace)
@@ -112,20 +131,31 @@ void SideLists::show_scene(const Workspace& workspace)
     show_maps(workspace.session().document());
 }
 
+/// The layer's own name, or that of its file; with the file's beside it where another layer is
+/// called the same.
+QString SideLists::name_of_layer(const Workspace& workspace, std::size_t layer)
+{
+    const auto& layers = workspace.session().document().layers;
+    const QString file = printable(workspace.file_of(layer).stem());
+    const QString own = printable(layers[layer].name);
+    if (own.isEmpty() || own == file || file.isEmpty())
+        return own.isEmpty() ? file : own;
+    const auto same = std::count_if(layers.begin(), layers.end(), [&](const mesh::Layer& other) {
+        return other.name == layers[layer].name;
+    });
+    return same > 1 ? own + " (" + file + ")" : own;
+}
+
 void SideLists::show_layers(const Workspace& workspace)
 {
     const std::vector<std::size_t> chosen = chosen_layers();
     layers_->clear();
     const auto& layers = workspace.session().document().layers;
     for (std::size_t i = 0; i < layers.size(); ++i) {
-        const QString file = printable(workspace.file_of(i).stem());
-        const QString own = printable(layers[i].name);
-        const QString name = own.isEmpty() || own == file ? file
-                             : file.isEmpty()             ? own
-                                                          : own + " (" + file + ")";
-        QTreeWidgetItem* const item =
-            add_row(*layers_, layers[i].name, name,
-                    {{}, number(layers[i].points.size()), number(layers[i].polygons.size())});
+        const QString name = name_of_layer(workspace, i);
+        QTreeWidgetItem* const item = add_row(
+            *layers_, layers[i].name, name,
+            {{}, number_text(layers[i].points.size()), number_text(layers[i].polygons.size())});
         const std::filesystem::path& from = workspace.file_of(i);
         item->setToolTip(
             0, tool_tip(name + "\n" + (from.empty() ? tr("made by a run") : printable(from))));
@@ -154,7 +184,7 @@ void SideLists::show_surfaces(const mesh::Document& document)
     for (std::size_t tag = 0; tag < counts.size(); ++tag) {
         const std::string& name = document.tags[static_cast<mesh::TagIndex>(tag)];
         if (counts[tag] > 0)
-            add_row(*surfaces_, name, printable(name), {number(counts[tag])});
+            add_row(*surfaces_, name, printable(name), {number_text(counts[tag])});
     }
     choose(*surfaces_, chosen);
 }
@@ -179,7 +209,7 @@ void SideLists::show_maps(const mesh::Document& document)
                         points += same->size();
                 // Maps that no colour can tell are listed, and colour nothing.
                 QTreeWidgetItem* const item = add_row(*maps_, map.name(), printable(map.name()),
-                                                      {kind_of(map), number(points)});
+                                                      {kind_of(map), number_text(points)});
                 if (map.dimension() != 1)
                     item->setFlags(item->flags() & ~Qt::ItemIsSelectable & ~Qt::ItemIsEnabled);
             }

@@ -9,6 +9,7 @@
 
 #include "desktop/window/workspace.h"
 
+class QSplitter;
 class QTreeWidget;
 
 namespace desktop {
@@ -22,6 +23,9 @@ public:
 
     /// Shows what is in the scene; keeps what was chosen where it is still there.
     void show_scene(const Workspace& workspace);
+
+    /// Gives every list an equal share of the height.
+    void reset_layout();
 
     /// Positions of the chosen layers.
     [[nodiscard]] std::vector<std::size_t> chosen_layers() const;
@@ -43,10 +47,13 @@ signals:
     void surface_activated();
 
 private:
+    [[nodiscard]] static QString name_of_layer(const Workspace& workspace, std::size_t layer);
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void show_layers(const Workspace& workspace);
     void show_surfaces(const mesh::Document& document);
     void show_maps(const mesh::Document& document);
 
+    QSplitter* splitter_;
     QTreeWidget* layers_;
     QTreeWidget* surfaces_;
     QTreeWidget* maps_;

@@ -140,7 +140,7 @@ void StartPage::list_recent()
     files_->addWidget(title);
     for (const QString& file : files.mid(0, most_recent)) {
         QToolButton* const button = text_button({}, recent_);
-        button->setAutoRaise(true);
+        button->setCursor(Qt::PointingHandCursor);
         button->setProperty(file_property, file);
         button->setToolTip(tool_tip(printable(file)));
         button->setAccessibleName(printable(file));

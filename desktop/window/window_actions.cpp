@@ -38,7 +38,7 @@ void MainWindow::build_actions()
         made->setIconText(made->iconText()); // buttons keep their text, and so their width
         actions_[static_cast<std::size_t>(spec.id)] = made;
         if (spec.id == ActionId::add)
-            build_recent_menu(*menu->addMenu(tr("Open &Recent")));
+            build_recent_menu(*(recent_menu_ = menu->addMenu(tr("Open &Recent"))));
     }
     auto* const bar = addToolBar(tr("Commands"));
     bar->setObjectName("commands");
@@ -51,6 +51,7 @@ void MainWindow::build_actions()
 
 void MainWindow::build_recent_menu(QMenu& menu)
 {
+    menu.setObjectName("recent");
     connect(&menu, &QMenu::aboutToShow, &menu, [this, &menu] {
         menu.clear();
         for (const QString& file : QSettings().value("recent").toStringList()) {
@@ -97,6 +98,7 @@ void MainWindow::connect_actions()
     on(ActionId::make_background, [this] { choose_role(modeler::LayerRole::background); });
     on(ActionId::make_hidden, [this] { choose_role(modeler::LayerRole::hidden); });
     on(ActionId::make_shown, [this] { choose_role(modeler::LayerRole::shown); });
+    on(ActionId::swap_roles, [this] { when_free([this] { swap_roles(); }); });
     on(ActionId::fit, [this] { viewport_->fit(); });
     using View = picture::StandardView;
     for (const auto& [id, view] :
@@ -123,6 +125,7 @@ void MainWindow::connect_actions()
     on(ActionId::show_lists, [this] {
         findChild<QDockWidget*>("lists")->setVisible(action(ActionId::show_lists)->isChecked());
     });
+    on(ActionId::reset_layout, [this] { reset_layout(); });
     on(ActionId::manual, [this] { show_manual(); });
 }
 
@@ -173,6 +176,7 @@ void MainWindow::update_actions()
     for (const ActionSpec& spec : action_specs())
         action(spec.id)->setEnabled(possible(spec.needs) &&
                                     (!panel_open_ || spec.needs == ActionNeeds::always));
+    recent_menu_->setEnabled(!panel_open_);
     action(ActionId::undo)->setText((tr("&Undo ") + in_menu(last_command_)).trimmed());
     action(ActionId::redo)->setText((tr("&Redo ") + in_menu(last_command_)).trimmed());
     std::size_t next = 0;

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Commands, undo, selection, roles.
+#include <algorithm>
 #include <exception>
+#include <optional>
 
 #include <fmt/format.h>
 
 #include <QLocale>
-#include <QStatusBar>
 
 #include "desktop/recovery/scene_keeper.h"
 #include "desktop/text.h"
@@ -59,15 +60,11 @@ void MainWindow::run_now(const std::string& server)
     running_ = false;
     keeper.release();
     go_on_.start();
-    const QLocale numbers;
-    const auto count = [&](std::size_t of) {
-        return numbers.toString(static_cast<qulonglong>(of));
-    };
+    const QString added =
+        counted_points(result.points_added) + ", " + counted_polygons(result.polygons_added);
     if (result.applied) {
         workspace_.note_run();
-        edit_texts_[workspace_.session().state()] =
-            tr("%1 (%2 points, %3 polygons)")
-                .arg(last_command_, count(result.points_added), count(result.polygons_added));
+        edit_texts_[workspace_.session().state()] = last_command_ + " (" + added + ")";
     }
     if (!problem.empty())
         report(problem);
@@ -77,12 +74,25 @@ void MainWindow::run_now(const std::string& server)
         return;
     }
     show_document();
-    statusBar()->showMessage(
-        tr("%1: %2 points and %3 polygons added in %4 s (clock %5, run %6 of this session)")
-            .arg(last_command_, count(result.points_added), count(result.polygons_added),
-                 numbers.toString(front_end_.seconds_at_work(), 'f', 1),
-                 to_qt(std::string_view(workspace_.clock())))
-            .arg(workspace_.runs()));
+    const bool own_layer = workspace_.session().document().layers.size() > before.size();
+    tell(tr("%1, %2, %3 s (clock %4, run %5 of this session)")
+             .arg(what_was_made(own_layer), added,
+                  QLocale().toString(front_end_.seconds_at_work(), 'f', 1),
+                  to_qt(std::string_view(workspace_.clock())))
+             .arg(workspace_.runs()));
+}
+
+/// What the last run made, and in which layer, in words.
+QString MainWindow::what_was_made(bool own_layer) const
+{
+    const std::vector<modeler::LayerRole>& roles = workspace_.session().roles();
+    const auto ground = std::find(roles.begin(), roles.end(), modeler::LayerRole::foreground);
+    const auto layer =
+        own_layer ? roles.size() - 1 : static_cast<std::size_t>(ground - roles.begin());
+    const std::optional<int> clones = front_end_.clones_asked();
+    const QString made = clones ? counted_clones(static_cast<std::size_t>(*clones)) : last_command_;
+    return layer < roles.size() ? tr("%1 in %2").arg(made, printable(workspace_.layer_title(layer)))
+                                : made;
 }
 
 /// The edit that led to the present state of the document, in words.
@@ -110,7 +120,7 @@ void MainWindow::step_back(bool undo)
     if (!undo)
         told = tr("Redone: %1").arg(last_edit_text());
     show_document();
-    statusBar()->showMessage(told);
+    tell(told);
 }
 
 void MainWindow::select(const std::function<void(modeler::Modeler&)>& change)
@@ -176,6 +186,18 @@ void MainWindow::choose_role(modeler::LayerRole role)
 {
     for (const std::size_t layer : lists_->chosen_layers())
         set_role(layer, role);
+}
+
+void MainWindow::swap_roles()
+{
+    modeler::Modeler& session = workspace_.session();
+    for (std::size_t i = 0; i < session.roles().size(); ++i) {
+        if (session.roles()[i] == modeler::LayerRole::foreground)
+            session.set_role(i, modeler::LayerRole::background);
+        else if (session.roles()[i] == modeler::LayerRole::background)
+            session.set_role(i, modeler::LayerRole::foreground);
+    }
+    show_document();
 }
 
 void MainWindow::set_role(std::size_t layer, modeler::LayerRole role)

@@ -16,6 +16,7 @@
 #include "desktop/text.h"
 #include "desktop/window/file_dialogs.h"
 #include "desktop/window/main_window.h"
+#include "desktop/window/scene_roles.h"
 
 namespace desktop {
 
@@ -49,10 +50,14 @@ bool MainWindow::read_files(const Paths& files, bool anew)
             Workspace::ReadFile file;
             do_aside([&] { file = Workspace::read(path); });
             tracer_.forget_document();
-            if (anew)
+            if (anew) {
+                const auto roles = remembered_roles(file.path, file.document);
                 workspace_.begin(std::move(file), warnings);
-            else
+                for (std::size_t i = 0; roles && i < roles->size(); ++i)
+                    workspace_.session().set_role(i, (*roles)[i]);
+            } else {
                 workspace_.add(std::move(file), warnings);
+            }
             anew = false;
             remember(path);
         } catch (const std::bad_alloc&) {
@@ -66,10 +71,10 @@ bool MainWindow::read_files(const Paths& files, bool anew)
     }
     fit_next_ = first && !anew;
     show_document();
-    if (!warnings.empty())
-        statusBar()->showMessage(
-            printable(warnings.front()) +
-            (warnings.size() > 1 ? tr(" (and %1 more)").arg(warnings.size() - 1) : QString()));
+    tell(warnings.empty() ? QString()
+         : warnings.size() > 1
+             ? tr("%1 (and %2 more)").arg(printable(warnings.front())).arg(warnings.size() - 1)
+             : printable(warnings.front()));
     if (problems.empty())
         return true;
     problems.pop_back();
@@ -128,10 +133,11 @@ bool MainWindow::save_to(const std::filesystem::path& file, bool foreground_only
     if (!foreground_only) {
         workspace_.saved_as(file);
         forget_kept();
+        remember_roles(file, workspace_.session().document(), workspace_.session().roles());
     }
     remember(file);
     update_state();
-    statusBar()->showMessage(tr("Wrote %1.").arg(printable(file)), 5000);
+    tell(tr("Wrote %1.").arg(printable(file)));
     return true;
 }
 
@@ -164,6 +170,7 @@ void MainWindow::close_scene()
         tracer_.forget_document();
         workspace_.clear();
         show_document();
+        tell({});
     });
 }
 

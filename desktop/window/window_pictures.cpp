@@ -7,7 +7,6 @@
 #include <fmt/format.h>
 
 #include <QFileDialog>
-#include <QStatusBar>
 
 #include "desktop/pictures/picture_dialog.h"
 #include "desktop/pictures/view_picture.h"
@@ -73,9 +72,8 @@ bool MainWindow::export_picture_to(const std::filesystem::path& file, const Pict
             writer.commit();
             written = true;
         });
-        statusBar()->showMessage(written ? tr("Wrote %1.").arg(printable(file))
-                                         : tr("The picture was given up; nothing was written."),
-                                 5000);
+        tell(written ? tr("Wrote %1.").arg(printable(file))
+                     : tr("The picture was given up; nothing was written."));
     } catch (const std::bad_alloc&) {
         report(fmt::format("{}: there is too little memory for a picture of {} by {} pixels",
                            file.string(), options.width, options.height));

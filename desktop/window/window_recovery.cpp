@@ -4,7 +4,6 @@
 
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStatusBar>
 
 #include "desktop/message_box.h"
 #include "desktop/recovery/kept_scenes.h"
@@ -30,10 +29,9 @@ void MainWindow::keep_scene(SceneKeeper& keeper)
         });
         tracer_.resume();
         if (!kept)
-            statusBar()->showMessage(tr("The system allows no copy of the scene for safety."));
+            tell(tr("The system allows no copy of the scene for safety."));
     } catch (const std::exception& error) {
-        statusBar()->showMessage(
-            tr("No copy of the scene is kept for safety: %1").arg(printable(error.what())));
+        tell(tr("No copy of the scene is kept for safety: %1").arg(printable(error.what())));
     }
 }
 

@@ -232,6 +232,16 @@ std::string Workspace::layer_title(std::size_t layer) const
     return fmt::format("layer {} of {}", layer + 1, file_of(layer).filename().string());
 }
 
+/// Whether the layer stands in one file with a layer of the ground: the file is a scene then, and
+/// its name does not say what the layer is.
+bool Workspace::shares_file_with_ground(std::size_t layer) const
+{
+    for (std::size_t i = 0; i < session_.roles().size(); ++i)
+        if (session_.roles()[i] == modeler::LayerRole::foreground && file_of(i) == file_of(layer))
+            return true;
+    return false;
+}
+
 std::vector<std::string> Workspace::models() const
 {
     std::vector<std::string> models;
@@ -239,7 +249,8 @@ std::vector<std::string> Workspace::models() const
         if (session_.roles()[i] != modeler::LayerRole::background)
             continue;
         std::string name = file_of(i).stem().string();
-        if (name.empty())
+        if (name.empty() ||
+            (shares_file_with_ground(i) && !session_.document().layers[i].name.empty()))
             name = session_.document().layers[i].name;
         if (models.empty() || models.back() != name)
             models.push_back(std::move(name));
@@ -247,7 +258,19 @@ std::vector<std::string> Workspace::models() const
     return models;
 }
 
-std::string Workspace::clone_layer_name() const { return modeler::clone_layer_name(models()); }
+std::string Workspace::clone_layer_name() const
+{
+    const auto& layers = session_.document().layers;
+    const std::string plain = modeler::clone_layer_name(models());
+    std::string name = plain;
+    const auto is_taken = [&] {
+        return std::any_of(layers.begin(), layers.end(),
+                           [&](const mesh::Layer& layer) { return layer.name == name; });
+    };
+    for (int number = 2; is_taken(); ++number)
+        name = fmt::format("{} ({})", plain, number);
+    return name;
+}
 
 std::string Workspace::title() const
 {

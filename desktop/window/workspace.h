@@ -83,9 +83,10 @@ public:
     }
     /// A layer in words, for a sentence.
     [[nodiscard]] std::string layer_title(std::size_t layer) const;
-    /// Names of the background layers' files, of which a clone is made, in their order.
+    /// Names of what a clone is made of, in the order of the background layers: of their files, or
+    /// of the layers themselves where the ground stands in the same file.
     [[nodiscard]] std::vector<std::string> models() const;
-    /// A name for a layer of the clones that a run makes of the background.
+    /// A name for a layer of the clones that a run makes of the background, which no layer has.
     [[nodiscard]] std::string clone_layer_name() const;
 
     /// Whether something was done to the layers that no file has. To put files together is nothing
@@ -99,6 +100,7 @@ public:
     [[nodiscard]] const std::vector<mesh::SurfaceLook>& looks() const noexcept { return looks_; }
 
 private:
+    [[nodiscard]] bool shares_file_with_ground(std::size_t layer) const;
     void take_over(std::filesystem::path path, std::vector<std::filesystem::path> files,
                    std::vector<std::filesystem::path> layer_files) noexcept;
 

@@ -1,16 +1,26 @@
 // SPDX-License-Identifier: MIT
 // The panel's place in the window: docked beside the view, or where the user put it.
+#include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDockWidget>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
+#include <QToolTip>
+#include <QTreeWidget>
 
 #include "desktop/panel/control_slot.h"
 #include "desktop/panel/panel_dock.h"
@@ -127,6 +137,27 @@ private Q_SLOTS:
         });
     }
 
+    void keeps_its_place_when_a_tab_is_clicked()
+    {
+        open_window({500, 400});
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            auto* const tabs = dialog.findChild<QTabWidget*>();
+            const auto* const scroll = dialog.findChild<QScrollArea*>();
+            // The keyboard is in the last control of a tab, and the form is scrolled to its top.
+            dynamic_cast<desktop::ControlSlot*>(dialog.findChild<QWidget*>("Random Seed"))->focus();
+            scroll->verticalScrollBar()->setValue(0);
+            QVERIFY(scroll->verticalScrollBar()->maximum() > 0);
+            QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {},
+                              tabs->tabBar()->tabRect(1).center());
+            QCOMPARE(tabs->currentIndex(), 1);
+            QCOMPARE(scroll->verticalScrollBar()->value(), 0);
+            QVERIFY(tabs->tabBar()->hasFocus());
+            press_cancel(dialog);
+        });
+    }
+
     void remembers_where_it_floats_and_how_wide_it_stands()
     {
         open_window({780, 700});
@@ -160,6 +191,116 @@ private Q_SLOTS:
                 dock_of(dialog).geometry()));
             press_cancel(dialog);
         });
+    }
+
+    void gives_the_lists_their_width_back()
+    {
+        open_window({780, 600});
+        auto* const lists = window_->findChild<QDockWidget*>("lists");
+        const int before = lists->width();
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            // Shown beside the panel, the lists are squeezed.
+            if (!lists->isVisible())
+                window_->action(desktop::ActionId::show_lists)->trigger();
+            window_->resizeDocks({lists}, {60}, Qt::Horizontal);
+            window_->layout()->activate();
+            QVERIFY(lists->width() < before);
+            press_cancel(dialog);
+        });
+        window_->layout()->activate();
+        QCOMPARE(lists->width(), before);
+    }
+
+    void resets_the_layout()
+    {
+        open_window({900, 600});
+        auto* const lists = window_->findChild<QDockWidget*>("lists");
+        auto* const bar = window_->findChild<QToolBar*>("commands");
+        const int width = lists->width();
+        QAction* const reset = window_->action(desktop::ActionId::reset_layout);
+        window_->addDockWidget(Qt::RightDockWidgetArea, lists);
+        window_->resizeDocks({lists}, {500}, Qt::Horizontal);
+        window_->addToolBar(Qt::BottomToolBarArea, bar);
+        bar->hide();
+        window_->action(desktop::ActionId::show_lists)->trigger();
+        reset->trigger();
+        window_->layout()->activate();
+        QVERIFY(lists->isVisible());
+        QVERIFY(window_->action(desktop::ActionId::show_lists)->isChecked());
+        QCOMPARE(window_->dockWidgetArea(lists), Qt::LeftDockWidgetArea);
+        QCOMPARE(lists->width(), width);
+        QVERIFY(bar->isVisible());
+        QCOMPARE(window_->toolBarArea(bar), Qt::TopToolBarArea);
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            dock_of(dialog).setFloating(true);
+            QVERIFY(reset->isEnabled());
+            reset->trigger();
+            QVERIFY(!dock_of(dialog).isFloating());
+            window_->addDockWidget(Qt::LeftDockWidgetArea, &dock_of(dialog));
+            press_cancel(dialog);
+        });
+        reset->trigger();
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QCOMPARE(window_->dockWidgetArea(&dock_of(dialog)), Qt::RightDockWidgetArea);
+            press_cancel(dialog);
+        });
+    }
+
+    void fits_the_view_beside_it_where_everything_was_in_view()
+    {
+        open_window({780, 500});
+        desktop::Viewport& view = window_->viewport();
+        QVERIFY(support::wait_until([&] { return view.is_fitted() && view.shows_all(); }));
+        const picture::Camera before = view.camera();
+        const auto is_moved = [&] { return !(view.camera() == before); };
+        support::run_command(*window_, {{is_moved, [&](PanelDialog& dialog) {
+                                             QVERIFY(view.shows_all());
+                                             press_cancel(dialog);
+                                         }}});
+        QVERIFY(view.camera() == before);
+        // A place that was gone to is left alone.
+        view.zoom(0.2);
+        const picture::Camera near = view.camera();
+        QVERIFY(!view.shows_all());
+        support::run_command(*window_, {{[] { return true; },
+                                         [&](PanelDialog& dialog) {
+                                             QTest::qWait(1);
+                                             QVERIFY(view.camera() == near);
+                                             press_cancel(dialog);
+                                         }}});
+        QVERIFY(view.camera() == near);
+        // And so is one that was gone to while the panel was open.
+        view.fit();
+        QVERIFY(support::wait_until([&] { return view.is_fitted() && view.shows_all(); }));
+        const picture::Camera again = view.camera();
+        picture::Camera turned;
+        support::run_command(*window_, {{[&] { return !(view.camera() == again); },
+                                         [&](PanelDialog& dialog) {
+                                             view.orbit(10.0, 0.0);
+                                             turned = view.camera();
+                                             press_cancel(dialog);
+                                         }}});
+        QVERIFY(view.camera() == turned);
+    }
+
+    void says_why_the_lists_are_grey()
+    {
+        open_window({1200, 600});
+        window_->lists().setVisible(true);
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QVERIFY(!window_->lists().isEnabled());
+            if (!window_->lists().isVisible())
+                window_->action(desktop::ActionId::show_lists)->trigger();
+            QWidget* const list = window_->lists().layers().viewport();
+            QHelpEvent help(QEvent::ToolTip, {5, 5}, list->mapToGlobal(QPoint(5, 5)));
+            QApplication::sendEvent(list, &help);
+            QVERIFY2(QToolTip::text().contains("while a panel is open"),
+                     qPrintable(QToolTip::text()));
+            const auto* const recent = window_->findChild<QMenu*>("recent");
+            QVERIFY(!recent->menuAction()->isEnabled());
+            press_cancel(dialog);
+        });
+        QVERIFY(window_->findChild<QMenu*>("recent")->menuAction()->isEnabled());
     }
 
     void takes_the_keyboard_and_gives_it_back()

@@ -12,12 +12,14 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
 
 #include "desktop/panel/control_slot.h"
+#include "desktop/text.h"
 #include "desktop/window/main_window.h"
 #include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
@@ -53,7 +55,7 @@ private:
         at_rest();
     }
 
-    [[nodiscard]] QString told() const { return window_->statusBar()->currentMessage(); }
+    [[nodiscard]] QString told() const { return window_->told(); }
 
     /// What a dialog that asks for a file proposes, which is then left.
     [[nodiscard]] QString proposed_by(ActionId action)
@@ -118,6 +120,43 @@ private Q_SLOTS:
         window_->action(ActionId::redo)->trigger();
         QVERIFY2(told().startsWith("Redone: Dastrel (" + points(12)), qPrintable(told()));
         at_rest();
+    }
+
+    void says_first_how_many_clones_there_are_and_where()
+    {
+        const mesh::Layer& tree = window_->workspace().session().document().layers[1];
+        const QString size = desktop::counted_points(tree.points.size()) + ", " +
+                             desktop::counted_polygons(tree.polygons.size()) + ", ";
+        make_clones("1");
+        QVERIFY2(told().startsWith("1 clone in layer 3 'clones of tree', " + size),
+                 qPrintable(told()));
+        make_clones("0");
+        make_clones("12");
+        QVERIFY2(told().startsWith("12 clones in layer 4 '"), qPrintable(told()));
+        QCOMPARE(desktop::counted_points(1), "1 point");
+        QCOMPARE(desktop::counted_polygons(0), "0 polygons");
+    }
+
+    void keeps_what_it_says_until_the_next_operation()
+    {
+        const QString file = folder_.filePath("kept.lwo");
+        QVERIFY(window_->save_to(file.toStdString(), false));
+        QCOMPARE(told(), "Wrote " + file + ".");
+        // The tip of an action stands there in between, and goes away again.
+        QStatusTipEvent tip("a tip");
+        QApplication::sendEvent(window_.get(), &tip);
+        QCOMPARE(window_->statusBar()->currentMessage(), "a tip");
+        QStatusTipEvent none((QString()));
+        QApplication::sendEvent(window_.get(), &none);
+        auto* const line = window_->findChild<QLabel*>("status");
+        QVERIFY(line->isVisible());
+        QCOMPARE(told(), "Wrote " + file + ".");
+        // In a narrow window the line gives way to the counts, and its tip has all of it.
+        window_->resize(420, 600);
+        QVERIFY(wait_until([&] { return line->text() != told(); }));
+        QVERIFY(line->toolTip().contains(file));
+        window_->action(ActionId::close_scene)->trigger();
+        QCOMPARE(told(), QString());
     }
 
     void keeps_the_width_of_the_buttons()
@@ -219,6 +258,20 @@ private Q_SLOTS:
         QVERIFY2(too_small.contains("too small to be seen") &&
                      too_small.contains("scale the model"),
                  qPrintable(too_small));
+        QVERIFY2(!too_small.contains("wrong order"), qPrintable(too_small));
+        const QString wrong_way = warnings({example("tree.lwo"), example("terrain.lwo")});
+        QVERIFY2(wrong_way.contains("as large as the ground") &&
+                     wrong_way.contains("in the wrong order") &&
+                     wrong_way.contains("then layer 2 'terrain' is the ground"),
+                 qPrintable(wrong_way));
+        window_->action(ActionId::swap_roles)->trigger();
+        QCOMPARE(window_->workspace().session().roles(),
+                 (std::vector{modeler::LayerRole::background, modeler::LayerRole::foreground}));
+        at_rest();
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QCOMPARE(dialog.findChild<QLabel*>("warnings")->text(), QString());
+            dialog.reject();
+        });
         const QString two =
             warnings({example("terrain.lwo"), example("tree.lwo"), example("stone.lwo")});
         QVERIFY2(two.contains("tree") && two.contains("stone") &&

@@ -112,9 +112,14 @@ private Q_SLOTS:
         make_clones();
         QString told;
         make_clones([&](PanelDialog& dialog) { told = warnings(dialog); });
-        QCOMPARE(told, QString());
+        QVERIFY2(told.startsWith("Warning: there are clones of an earlier run (layer 3 'clones of "
+                                 "tree') that are shown only"),
+                 qPrintable(told));
         QCOMPARE(document().layers.size(), std::size_t{4});
         QCOMPARE(document().layers[2].points.size(), document().layers[3].points.size());
+        QCOMPARE(document().layers[3].name, "clones of tree (2)"); // which tells them apart
+        make_clones();
+        QCOMPARE(document().layers[4].name, "clones of tree (3)");
     }
 
     void warns_of_clones_in_the_ground_and_remembers_the_switch()
@@ -133,6 +138,26 @@ private Q_SLOTS:
             dialog.reject();
         });
         QCOMPARE(QSettings().value("own layer").toBool(), false);
+    }
+
+    void warns_of_a_layer_of_clones_that_is_made_ground()
+    {
+        make_clones();
+        window_->set_role(2, LayerRole::foreground);
+        at_rest();
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            const QString told = warnings(dialog);
+            QVERIFY2(told.contains("the ground contains clones of an earlier run (layer 3"),
+                     qPrintable(told));
+            QVERIFY2(!told.contains("shown only"), qPrintable(told));
+            dialog.reject();
+        });
+        window_->set_role(2, LayerRole::hidden);
+        at_rest();
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            QCOMPARE(warnings(dialog), QString());
+            dialog.reject();
+        });
     }
 
     void shows_the_clones_as_a_ghost()
@@ -167,6 +192,32 @@ private Q_SLOTS:
                       QString::fromStdString(example("tree.lwo").string()), "-o", there}),
                  0);
         QVERIFY(support::bytes_of(here) == support::bytes_of(there.toStdString()));
+
+        // Written again as a whole scene and read again, every layer has the role it had.
+        at_rest();
+        const std::filesystem::path all = folder_.filePath("all.lwo").toStdString();
+        QVERIFY(window_->save_to(all, false));
+        const std::vector<LayerRole> roles = window_->workspace().session().roles();
+        QCOMPARE(roles,
+                 (std::vector{LayerRole::foreground, LayerRole::background, LayerRole::shown}));
+        QVERIFY(window_->open({all}));
+        QCOMPARE(window_->workspace().session().roles(), roles);
+        at_rest();
+        // The layers are told apart by their names, without that of their common file.
+        const QTreeWidget& list = window_->lists().layers();
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(list.topLevelItem(i)->text(0),
+                     (QStringList{"terrain", "tree", "clones of tree"}[i]));
+        QCOMPARE(window_->workspace().models(), std::vector<std::string>{"tree"});
+        QVERIFY(window_->add({example("tree.lwo")}));
+        at_rest();
+        QCOMPARE(list.topLevelItem(1)->text(0), "tree (all)");
+        // A file that was written by somebody else has the usual roles.
+        std::filesystem::copy_file(example("tree.lwo"), all,
+                                   std::filesystem::copy_options::overwrite_existing);
+        QVERIFY(window_->open({all}));
+        QCOMPARE(window_->workspace().session().roles(), std::vector{LayerRole::foreground});
+        at_rest();
 
         // Read again, the clones are still no ground.
         QVERIFY(window_->open({here, example("tree.lwo")}));

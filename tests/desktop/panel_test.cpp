@@ -470,6 +470,29 @@ private Q_SLOTS:
         });
     }
 
+    void ends_typing_with_enter_before_it_confirms()
+    {
+        run([](PanelDialog& dialog, FormPanel& panel) {
+            auto* const field =
+                dynamic_cast<desktop::NumberField*>(editor(dialog, panel, "Number of Clones"));
+            support::type(field, "2*75");
+            QTest::keyClick(field, Qt::Key_Return);
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(field->text(), "150");
+            QCOMPARE(std::get<int>(control(panel, "Number of Clones").value), 150);
+            QTest::keyClick(field, Qt::Key_Enter, Qt::KeypadModifier);
+            QVERIFY(!dialog.isVisible());
+            QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
+        });
+        run([](PanelDialog& dialog, FormPanel& panel) {
+            QWidget* const field = editor(dialog, panel, "Number of Clones");
+            support::type(field, "9");
+            QTest::keyClick(field, Qt::Key_Return, Qt::ControlModifier);
+            QVERIFY(!dialog.isVisible());
+            QCOMPARE(std::get<int>(control(panel, "Number of Clones").value), 9);
+        });
+    }
+
     void takes_enter_for_ok_and_escape_for_cancel_everywhere()
     {
         for (const std::string label :

@@ -191,7 +191,13 @@ private Q_SLOTS:
             QVERIFY(go_on != nullptr && !go_on->isEnabled());
             dialog.findChild<QSpinBox*>("height")->setValue(100);
             QVERIFY(go_on->isEnabled());
-            dialog.findChild<QComboBox*>("background")->setCurrentIndex(2);
+            // Guides are off in a transparent picture, until they are wanted there.
+            auto* const background = dialog.findChild<QComboBox*>("background");
+            background->setCurrentIndex(2);
+            QVERIFY(!dialog.options().grid && !dialog.options().selection);
+            background->setCurrentIndex(1);
+            QVERIFY(dialog.options().grid && !dialog.options().axes && dialog.options().selection);
+            background->setCurrentIndex(2);
             go_on->click();
             QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
         }
@@ -199,6 +205,7 @@ private Q_SLOTS:
         QCOMPARE(next.options().width, 16384);
         QCOMPARE(next.options().height, 100);
         QCOMPARE(next.options().background, PictureBackground::transparent);
+        QVERIFY(!next.options().grid && !next.options().axes && !next.options().selection);
     }
 
     void goes_from_the_key_to_a_picture()

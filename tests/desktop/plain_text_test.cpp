@@ -186,6 +186,24 @@ private Q_SLOTS:
                  qPrintable(texts.join('|')));
     }
 
+    void cuts_long_names_in_the_middle_and_has_them_in_the_details()
+    {
+        const QString name = QString(100, 'a') + QString(100, 'b') + ".lwo";
+        const desktop::MessageBox box(QMessageBox::Question, "Unsaved Changes",
+                                      "Save the changes to " + name + "?", "or to " + name,
+                                      QMessageBox::Save, nullptr);
+        for (const QString& text : {box.text(), box.informativeText()}) {
+            QVERIFY2(text.contains(QString::fromUtf8("aaa\u2026bbb")), qPrintable(text));
+            QVERIFY(text.size() < 100);
+        }
+        QCOMPARE(box.detailedText(), "Save the changes to " + name + "?\n\nor to " + name);
+        const desktop::MessageBox plain(QMessageBox::Question, "Unsaved Changes",
+                                        "Save the changes to hill.lwo?", {}, QMessageBox::Save,
+                                        nullptr);
+        QCOMPARE(plain.text(), "Save the changes to hill.lwo?");
+        QCOMPARE(plain.detailedText(), QString());
+    }
+
     void reads_no_markup_in_a_label_that_was_told_nothing()
     {
         QLabel label(picture);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The window: files, layers, looking, selecting, running, undoing, saving.
 #include <algorithm>
+#include <array>
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QDropEvent>
@@ -24,6 +26,8 @@
 #include "desktop/panel/number_field.h"
 #include "desktop/window/main_window.h"
 #include "desktop/window/progress_box.h"
+#include "formats/lwo2_reader.h"
+#include "formats/lwo2_writer.h"
 #include "mesh/bounds.h"
 #include "tests/desktop/support.h"
 #include "tests/support/mesh_compare.h"
@@ -58,8 +62,10 @@ private:
     void open_forest()
     {
         QVERIFY(window_->open({example("terrain.lwo"), example("tree.lwo")}));
-        QVERIFY(wait_until(
-            [this] { return !window_->tracer().reading() && window_->tracer().passes() > 0; }));
+        QVERIFY(wait_until([this] {
+            return !window_->tracer().reading() && window_->tracer().passes() > 0 &&
+                   window_->viewport().is_fitted();
+        }));
     }
 
     /// Waits until the camera is where the last action sent it.
@@ -205,7 +211,10 @@ private Q_SLOTS:
         QString told;
         support::answer_box(QMessageBox::Ok, told);
         window_->commands().at(0)->trigger();
-        QCOMPARE(told, "Need some geometry in the background layer(s) to clone\n");
+        QCOMPARE(told, "Need some geometry in the background layer(s) to clone\n"
+                       "No layer with polygons has the role background, so there is nothing to "
+                       "clone: choose the layer that is to be cloned, such as layer 2 'tree', in "
+                       "the list of layers and press Ctrl+2.");
         QVERIFY(!window_->workspace().session().can_undo());
     }
 
@@ -308,6 +317,36 @@ private Q_SLOTS:
         QVERIFY2(told.startsWith("2000000000 clones of") && told.contains("make fewer clones"),
                  qPrintable(told));
         QVERIFY(!window_->workspace().session().can_undo());
+    }
+
+    void refuses_clones_that_bring_their_layer_too_many_types_of_polygons()
+    {
+        const std::filesystem::path ground = folder_.filePath("types.lwo").toStdString();
+        mesh::Document many = formats::read_lwo2_file(example("terrain.lwo"), {});
+        mesh::Polygons& polygons = many.layers[0].polygons;
+        constexpr std::array<std::uint32_t, 3> corners{0, 1, 2};
+        for (mesh::FourCC i = 1; i < 256; ++i)
+            polygons.add(mesh::fourcc("T000") + i, corners);
+        formats::write_lwo2_file(many, ground);
+        const std::filesystem::path model = folder_.filePath("cage.lwo").toStdString();
+        mesh::Document cage = formats::read_lwo2_file(example("tree.lwo"), {});
+        cage.layers[0].polygons.add(mesh::fourcc("SUBD"), corners);
+        formats::write_lwo2_file(cage, model);
+        QVERIFY(window_->open({ground, model}));
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
+        QString told;
+        bool stayed = false;
+        support::run_command(*window_, [&](PanelDialog& dialog) {
+            press_ok(dialog);
+            stayed = dialog.isVisible();
+            told = dialog.told();
+            dialog.findChild<QCheckBox*>("own layer")->click(); // which has room for them
+            press_ok(dialog);
+        });
+        QVERIFY2(told.contains("257 types of polygons together"), qPrintable(told));
+        QVERIFY(stayed);
+        QCOMPARE(document(*window_).layers.size(), std::size_t{3});
+        QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
     }
 
     void asks_about_unsaved_changes()
