@@ -58,7 +58,7 @@ PanelDialog::PanelDialog(modeler::FormPanel& panel, QWidget* parent)
     line_->setObjectName("told");
     line_->setTextFormat(Qt::PlainText); // the module's words are shown in it
     line_->setWordWrap(true);
-    line_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // the form keeps still as it changes
+    line_->hide(); // takes no room from the form while there is nothing to tell
     line_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     line_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* const buttons =
@@ -108,6 +108,7 @@ void PanelDialog::resizeEvent(QResizeEvent* event)
 void PanelDialog::tell(const QString& sentence)
 {
     line_->setText(sentence);
+    line_->setVisible(!sentence.isEmpty());
     QAccessibleEvent event(line_, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&event);
 }

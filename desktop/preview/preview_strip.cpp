@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/preview/preview_strip.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -29,7 +31,9 @@ PreviewStrip::PreviewStrip(modeler::FormPanel& panel, Preview& preview, PresetSt
     status_->setTextFormat(Qt::PlainText); // may be a command's own words
     status_->setWordWrap(true);
     status_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    status_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // the strip keeps still
+    const int in_line = std::max(0, (switch_->sizeHint().height() - fontMetrics().height()) / 2);
+    status_->setContentsMargins(0, in_line, 0, 0); // the switch has its text in its middle
+    status_->setMinimumHeight(2 * fontMetrics().lineSpacing() + in_line); // the strip keeps still
     status_->setAccessibleName(tr("Preview status"));
     own_layer_->setObjectName("own layer");
     own_layer_->setToolTip(tr("The layer is shown, and is no ground: the next run puts no clones "

@@ -73,9 +73,10 @@ std::string swap_advice(const Workspace& workspace)
     }
     if (modeler::size_mismatch(workspace.session().document(), swapped))
         return {};
-    return fmt::format("; or, if the files were opened in the wrong order, swap ground and model "
-                       "(Layer > Swap Foreground and Background, Ctrl+5): then {} is the ground",
-                       layers_in(workspace, modeler::LayerRole::background));
+    return fmt::format(
+        "; or, if the files were opened in the wrong order, cancel and press Ctrl+5, "
+        "which makes {} the ground and what is the ground now the model",
+        layers_in(workspace, modeler::LayerRole::background));
 }
 
 } // namespace

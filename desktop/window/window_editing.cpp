@@ -17,6 +17,17 @@
 
 namespace desktop {
 
+namespace {
+
+QString seconds_text(double seconds)
+{
+    constexpr double least = 0.05; // what is less would be shown as nothing
+    return seconds < least ? MainWindow::tr("less than 0.1 s")
+                           : MainWindow::tr("%1 s").arg(QLocale().toString(seconds, 'f', 1));
+}
+
+} // namespace
+
 void MainWindow::run_command(const std::string& server)
 {
     when_free([this, server] { run_now(server); });
@@ -75,9 +86,8 @@ void MainWindow::run_now(const std::string& server)
     }
     show_document();
     const bool own_layer = workspace_.session().document().layers.size() > before.size();
-    tell(tr("%1, %2, %3 s (clock %4, run %5 of this session)")
-             .arg(what_was_made(own_layer), added,
-                  QLocale().toString(front_end_.seconds_at_work(), 'f', 1),
+    tell(tr("%1, %2, %3 (clock %4, run %5 of this session)")
+             .arg(what_was_made(own_layer), added, seconds_text(front_end_.seconds_at_work()),
                   to_qt(std::string_view(workspace_.clock())))
              .arg(workspace_.runs()));
 }
