@@ -18,6 +18,13 @@ if(DASTREL_WERROR)
     target_compile_options(dastrel_flags INTERFACE -Werror)
 endif()
 
+# Off by default: every file includes what it needs, and GCC 12 warns of the standard library's code
+# when it comes from a precompiled header.
+option(DASTREL_PRECOMPILE "Precompile the headers of Qt and GoogleTest" OFF)
+if(NOT DASTREL_PRECOMPILE)
+    set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
+endif()
+
 set(DASTREL_SANITIZE "" CACHE STRING "Sanitizers to build with: address,undefined or thread")
 if(DASTREL_SANITIZE)
     target_compile_options(dastrel_flags INTERFACE

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 cmake -S . -B build-threads -G Ninja -DCMAKE_BUILD_TYPE=None \
     -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_C_COMPILER=clang-14 \
     -DCMAKE_CXX_FLAGS="-O1 -g1" -DCMAKE_C_FLAGS="-O1 -g1" \
-    -DDASTREL_SANITIZE=thread -DDASTREL_WERROR=ON -DDASTREL_DESKTOP=ON >/dev/null
+    -DDASTREL_SANITIZE=thread -DDASTREL_PRECOMPILE=ON -DDASTREL_WERROR=ON -DDASTREL_DESKTOP=ON >/dev/null
 cmake --build build-threads --target desktop_tests test_mesh test_picture
 export TSAN_OPTIONS="suppressions=$PWD/scripts/threads.supp die_after_fork=0"
 build-threads/bin/test_mesh --gtest_brief=1
