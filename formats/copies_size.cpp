@@ -8,6 +8,7 @@
 #include "formats/errors.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/write/limits.h"
+#include "mesh/plural.h"
 
 namespace formats {
 
@@ -49,10 +50,11 @@ void check_copies_fit(const CopiedMesh& each, std::uint64_t copies)
     const std::uint64_t most = lwo2::Limits{}.file_size;
     if (least > most)
         throw LimitError(
-            fmt::format("{} clones of {} points and {} polygons would take at least {} bytes, more "
+            fmt::format("{} of {} and {} would take at least {} bytes, more "
                         "than the {} that LWO2 can hold; make fewer clones, or spread them over "
                         "several files",
-                        copies, each.points, each.polygons, least, most));
+                        mesh::counted(copies, "clone"), mesh::counted(each.points, "point"),
+                        mesh::counted(each.polygons, "polygon"), least, most));
 }
 
 } // namespace formats

@@ -11,6 +11,7 @@
 #include "formats/lwo2/big_endian.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/read/chunk_source.h"
+#include "mesh/plural.h"
 #include "mesh/printable.h"
 
 namespace formats {
@@ -208,8 +209,8 @@ std::string foreign_kind(std::span<const std::byte> begin, std::uint64_t size)
     constexpr std::string_view mark = "FORM";
     if (text.starts_with(mark) || mark.starts_with(text)) {
         if (begin.size() < header_size)
-            return fmt::format("has only the first {} bytes of an object; it is cut short",
-                               begin.size());
+            return fmt::format("has only the first {} of an object; it is cut short",
+                               mesh::counted(begin.size(), "byte"));
         const FourCC form = lwo2::read_u4(begin.data() + 8);
         return form == lwo2::id_lwo2 ? std::string() : refusal_of_form(form);
     }

@@ -17,6 +17,7 @@
 #include "formats/lwo2/read/cursor.h"
 #include "formats/lwo2/read/layer_reader.h"
 #include "formats/lwo2/read/reading.h"
+#include "mesh/plural.h"
 
 namespace formats {
 
@@ -83,18 +84,20 @@ mesh::Document Reader::read()
     while (at < end) {
         if (end - at < header_size)
             throw FormatError("FORM", at,
-                              fmt::format("{} bytes are left, too few for a chunk; the file is "
+                              fmt::format("{} {} left, too few for a chunk; the file is "
                                           "damaged or cut short",
-                                          end - at));
+                                          mesh::counted(end - at, "byte"),
+                                          end - at == 1 ? "is" : "are"));
         Cursor header(id_form, source_, at, header_size);
         const FourCC id = header.u4();
         const std::uint64_t size = header.u4();
         const std::uint64_t body = at + header_size;
         if (size > end - body)
             throw FormatError(mesh::to_text(id), at,
-                              fmt::format("its size of {} bytes runs past the end of the object, "
-                                          "{} bytes on; the file is damaged or cut short",
-                                          size, end - body));
+                              fmt::format("its size of {} runs past the end of the object, "
+                                          "{} on; the file is damaged or cut short",
+                                          mesh::counted(size, "byte"),
+                                          mesh::counted(end - body, "byte")));
         at = body + size;
         const bool padded = size % 2 != 0;
         pad_missing = padded && at == end;
@@ -112,8 +115,9 @@ mesh::Document Reader::read()
     move_tail();
     if (highest_tag_.any && highest_tag_.tag >= document_.tags.size())
         throw FormatError("PTAG", highest_tag_.offset,
-                          fmt::format("index {} names no tag ({} tags); the file is damaged",
-                                      highest_tag_.tag, document_.tags.size()));
+                          fmt::format("index {} names no tag ({}); the file is damaged",
+                                      highest_tag_.tag,
+                                      mesh::counted(document_.tags.size(), "tag")));
     document_.file_tags = document_.tags.size();
     return std::move(document_);
 }
@@ -164,8 +168,9 @@ void Reader::read_tags(Cursor& body)
     }
     if (left_out > 0)
         reading_.warn(id_tags, start,
-                      fmt::format("{} tags behind the {} that polygons can name are left out",
-                                  left_out, tag_limit));
+                      fmt::format("{} behind the {} that polygons can name {} left out",
+                                  mesh::counted(left_out, "tag"), tag_limit,
+                                  left_out == 1 ? "is" : "are"));
 }
 
 void Reader::keep(FileChunk chunk)

@@ -7,6 +7,8 @@
 #include <sys/resource.h>
 #include <sys/sysinfo.h>
 
+#include "mesh/plural.h"
+
 namespace modeler {
 
 namespace {
@@ -35,9 +37,9 @@ std::string position_memory_problem(std::int64_t clones, std::uint64_t available
     const std::uint64_t count = clones > 0 ? static_cast<std::uint64_t>(clones) : 0;
     if (count <= available / bytes_for_each)
         return {};
-    return fmt::format("{} clones need at least {} bytes of memory for their places alone, more "
+    return fmt::format("{} need at least {} bytes of memory for their places alone, more "
                        "than the {} that there are; make fewer clones",
-                       count, count * bytes_for_each, available);
+                       mesh::counted(count, "clone"), count * bytes_for_each, available);
 }
 
 std::string position_memory_problem(std::int64_t clones)

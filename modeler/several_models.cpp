@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include "mesh/plural.h"
+
 namespace modeler {
 
 std::string several_models(std::span<const std::string> models, std::uint64_t points)
@@ -19,8 +21,8 @@ std::string several_models(std::span<const std::string> models, std::uint64_t po
         names += (i + 1 == models.size() ? " and " : ", ") + models[i];
     if (models.size() > named)
         names += fmt::format(" and {} more", models.size() - named);
-    return fmt::format("every clone is all {} models at once ({}; {} points)", models.size(), names,
-                       points);
+    return fmt::format("every clone is all {} models at once ({}; {})", models.size(), names,
+                       mesh::counted(points, "point"));
 }
 
 } // namespace modeler

@@ -14,6 +14,7 @@
 #include "cli/json_text.h"
 #include "mesh/bounds.h"
 #include "mesh/document.h"
+#include "mesh/plural.h"
 #include "mesh/printable.h"
 
 namespace cli {
@@ -76,11 +77,12 @@ std::string list_of(const Counts& counts)
 
 std::string map_line(const mesh::VertexMap& map, std::size_t points)
 {
-    std::string line = fmt::format("    {} '{}': dimension {}, {} of {} points have a value",
-                                   mesh::to_text(map.type()), mesh::printable(map.name()),
-                                   map.dimension(), grouped(map.size()), grouped(points));
+    std::string line =
+        fmt::format("    {} '{}': dimension {}, {} of {} {} a value", mesh::to_text(map.type()),
+                    mesh::printable(map.name()), map.dimension(), grouped(map.size()),
+                    grouped(points, "point"), map.size() == 1 ? "has" : "have");
     if (map.corners().size() != 0)
-        line += fmt::format(", {} single corners", grouped(map.corners().size()));
+        line += ", " + grouped(map.corners().size(), "single corner");
     return line + "\n";
 }
 
@@ -101,8 +103,8 @@ void add_layer_text(std::string& text, const mesh::Layer& layer, const mesh::Tag
     text += fmt::format("  layer {}", place);
     if (!layer.name.empty())
         text += fmt::format(" '{}'", mesh::printable(layer.name));
-    text += fmt::format(": {} points, {} polygons", grouped(layer.points.size()),
-                        grouped(layer.polygons.size()));
+    text += fmt::format(": {}, {}", grouped(layer.points.size(), "point"),
+                        grouped(layer.polygons.size(), "polygon"));
     if (layer.polygons.size() != 0)
         text += " (" + list_of(polygon_types(layer)) + ")";
     text += "\n";
@@ -110,8 +112,8 @@ void add_layer_text(std::string& text, const mesh::Layer& layer, const mesh::Tag
         text += fmt::format("    bounds ({}, {}, {}) to ({}, {}, {})\n", box->min.x, box->min.y,
                             box->min.z, box->max.x, box->max.y, box->max.z);
     for (const auto& [name, number] : surfaces(layer, tags))
-        text +=
-            fmt::format("    surface '{}': {} polygons\n", mesh::printable(name), grouped(number));
+        text += fmt::format("    surface '{}': {}\n", mesh::printable(name),
+                            grouped(number, "polygon"));
     for (const mesh::VertexMap& map : layer.maps) {
         text += map_line(map, layer.points.size());
         write_long_text(text);
@@ -126,9 +128,9 @@ void write_file_text(const std::string& name, const mesh::Document& document)
         points += layer.points.size();
         polygons += layer.polygons.size();
     }
-    std::string text = fmt::format(
-        "{}: {} {}, {} points, {} polygons\n", mesh::printable(name), document.layers.size(),
-        document.layers.size() == 1 ? "layer" : "layers", grouped(points), grouped(polygons));
+    std::string text = fmt::format("{}: {}, {}, {}\n", mesh::printable(name),
+                                   mesh::counted(document.layers.size(), "layer"),
+                                   grouped(points, "point"), grouped(polygons, "polygon"));
     for (std::size_t i = 0; i < document.layers.size(); ++i) {
         add_layer_text(text, document.layers[i], document.tags, i + 1);
         write_long_text(text);

@@ -77,11 +77,11 @@ ExitStatus RenderVerb::run(Console& console)
         documents.push_back(read_document(file, console));
     const std::size_t triangles = make_picture(documents, request, output_, console);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    console.note(fmt::format("{}{} -> {} ({} x {} pixels, {} triangles, {} samples, {:.2f} s)",
-                             short_name(files_[0]),
+    console.note(fmt::format("{}{} -> {} ({} x {} pixels, {}, {}, {:.2f} s)", short_name(files_[0]),
                              files_.size() > 1 ? fmt::format(" + {} more", files_.size() - 1) : "",
-                             short_name(output_), request.width, request.height, grouped(triangles),
-                             grouped(request.samples), seconds.count()));
+                             short_name(output_), request.width, request.height,
+                             grouped(triangles, "triangle"), grouped(request.samples, "sample"),
+                             seconds.count()));
     return ExitStatus::done;
 }
 

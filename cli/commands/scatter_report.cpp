@@ -9,6 +9,7 @@
 #include "cli/json_text.h"
 #include "cli/version.h"
 #include "mesh/fourcc.h"
+#include "mesh/plural.h"
 
 namespace cli {
 
@@ -61,7 +62,7 @@ std::string summary_line(const ScatterReport& report)
     for (const ScatterReport::Input& input : report.inputs) {
         if (inputs.empty())
             inputs =
-                fmt::format("{} ({} polygons)", short_name(input.name), grouped(input.polygons));
+                fmt::format("{} ({})", short_name(input.name), grouped(input.polygons, "polygon"));
         else
             inputs += " + " + short_name(input.name);
     }
@@ -69,13 +70,13 @@ std::string summary_line(const ScatterReport& report)
     const std::string clone =
         report.clone_points == 0
             ? ""
-            : fmt::format(", one clone = {} files, {} points", report.inputs.size() - 1,
-                          grouped(report.clone_points));
-    return fmt::format("{} -> {}{} ({} clones{}, {} points, {} polygons, clock {}, {:.2f} s)",
-                       inputs, short_name(report.output), picture,
-                       grouped(static_cast<std::uint64_t>(report.clones)), clone,
-                       grouped(report.result.points_added), grouped(report.result.polygons_added),
-                       report.clock, total(report.seconds));
+            : fmt::format(", one clone = {}, {}", mesh::counted(report.inputs.size() - 1, "file"),
+                          grouped(report.clone_points, "point"));
+    return fmt::format(
+        "{} -> {}{} ({}{}, {}, {}, clock {}, {:.2f} s)", inputs, short_name(report.output), picture,
+        grouped(static_cast<std::uint64_t>(report.clones), "clone"), clone,
+        grouped(report.result.points_added, "point"),
+        grouped(report.result.polygons_added, "polygon"), report.clock, total(report.seconds));
 }
 
 std::string summary_json(const ScatterReport& report, std::span<const std::string> warnings)

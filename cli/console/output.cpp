@@ -12,6 +12,7 @@
 
 #include "cli/console/progress_line.h"
 #include "cli/errors.h"
+#include "mesh/plural.h"
 #include "mesh/printable.h"
 
 namespace cli {
@@ -64,6 +65,11 @@ std::string grouped(std::uint64_t number)
     for (std::size_t i = digits.size(); i > 3; i -= 3)
         digits.insert(i - 3, ",");
     return digits;
+}
+
+std::string grouped(std::uint64_t number, std::string_view noun)
+{
+    return grouped(number) + " " + mesh::plural(number, noun);
 }
 
 void Console::say(std::string_view text)

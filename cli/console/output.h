@@ -27,6 +27,8 @@ void write_stderr(std::string_view text) noexcept;
 
 /// 1234567 as 1,234,567.
 [[nodiscard]] std::string grouped(std::uint64_t number);
+/// The same with what it counts: `1 point`, `1,234 points`.
+[[nodiscard]] std::string grouped(std::uint64_t number, std::string_view noun);
 
 /// Standard error: everything that is said beside the results. Keeps one line of progress at the
 /// bottom when standard error is a terminal, and takes it away before anything else is said. Texts

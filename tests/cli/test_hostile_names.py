@@ -78,11 +78,11 @@ def harmless(program, *arguments, status=0, **options):
 
 def test_info_shows_names_as_one_line_each(hostile):
     lines = harmless(hostile, "info", FILE).out.splitlines()
-    assert lines[0] == f"{FILE_SHOWN}: 1 layer, 4 points, 1 polygons"
-    assert lines[1] == f"  layer 1 '{shown('Layer')}': 4 points, 1 polygons (1 FACE)"
-    assert f"    surface '{shown('Ground')}': 1 polygons" in lines
+    assert lines[0] == f"{FILE_SHOWN}: 1 layer, 4 points, 1 polygon"
+    assert lines[1] == f"  layer 1 '{shown('Layer')}': 4 points, 1 polygon (1 FACE)"
+    assert f"    surface '{shown('Ground')}': 1 polygon" in lines
     assert f"    WGHT '{shown('Weight')}': dimension 1, 2 of 4 points have a value" in lines
-    assert f"    MORF '{shown('Morph')}': dimension 3, 1 of 4 points have a value" in lines
+    assert f"    MORF '{shown('Morph')}': dimension 3, 1 of 4 points has a value" in lines
 
 
 def test_info_as_json_is_exact(hostile):
@@ -131,7 +131,7 @@ SCATTER = ["scatter", FILE, f"b{EVIL}.lwo", "--clock", "1"]
 
 def test_scatter_tells_its_files_in_one_line(hostile):
     done = harmless(hostile, *SCATTER, "-o", f"o{EVIL}.lwo")
-    assert done.err.startswith(f"{FILE_SHOWN} (1 polygons) + b{SHOWN}.lwo -> o{SHOWN}.lwo (30 ")
+    assert done.err.startswith(f"{FILE_SHOWN} (1 polygon) + b{SHOWN}.lwo -> o{SHOWN}.lwo (30 ")
     assert len(done.err.splitlines()) == 1
     assert f"o{EVIL}.lwo" in hostile.files()
 

@@ -58,6 +58,21 @@ def test_a_closed_pipe_ends_quietly(dastrel):
     assert running.wait(timeout=20) == 0
 
 
+def test_json_on_a_closed_pipe_ends_quietly(dastrel):
+    for call in (["info", "terrain.lwo", "--json"], ["settings", "--json"],
+                 [*RUN, "-o", "out.lwo", "--json", "--quiet"], ["info", "no.lwo", "--json"]):
+        reading, writing = os.pipe()
+        os.close(reading)
+        running = dastrel.start(*call, stdout=writing, stderr=subprocess.PIPE)
+        os.close(writing)
+        _, err = running.communicate(timeout=60)
+        if "no.lwo" in call:  # the reader of the object is gone, and the error stays one
+            assert (running.returncode, err.count(b"\n")) == (3, 1)
+        else:
+            assert (running.returncode, err) == (0, b"")
+    assert (dastrel.folder / "out.lwo").is_file()
+
+
 def test_names_with_letters_beyond_ascii(dastrel):
     folder = dastrel.folder / "Wälder ∆"
     folder.mkdir()

@@ -148,12 +148,12 @@ INSTANTIATE_TEST_SUITE_P(Damage, FaultTest, testing::Values(
     FaultCase{"no_such_polygon",
         form({chunk("TAGS", Bytes().text("a")), layer_chunk(0), points_chunk(1),
               test::polygons_chunk("FACE", {{0}}), test::tags_chunk("SURF", {{1, 0}})}),
-        "chunk PTAG at byte 96: index 1 names no polygon (1 polygons); the file is damaged or cut "
+        "chunk PTAG at byte 96: index 1 names no polygon (1 polygon); the file is damaged or cut "
         "short"},
     FaultCase{"no_such_tag",
         form({layer_chunk(0), points_chunk(1), test::polygons_chunk("FACE", {{0}}),
               test::tags_chunk("SURF", {{0, 3}}), chunk("TAGS", Bytes().text("a"))}),
-        "chunk PTAG at byte 88: index 3 names no tag (1 tags); the file is damaged"},
+        "chunk PTAG at byte 88: index 3 names no tag (1 tag); the file is damaged"},
     FaultCase{"text_without_end", form({chunk("TAGS", Bytes().raw("abcd"))}),
         "chunk TAGS at byte 20: a text has no end; the file is damaged or cut short"},
     FaultCase{"layer_without_name", form({chunk("LAYR", Bytes().u4(0).vec(0, 0, 0))}),
@@ -165,12 +165,12 @@ INSTANTIATE_TEST_SUITE_P(Damage, FaultTest, testing::Values(
     FaultCase{"map_of_no_such_point",
         form({layer_chunk(0), points_chunk(1),
               chunk("VMAP", Bytes().raw("WGHT").u2(1).text("").index(1).f4(0))}),
-        "chunk VMAP at byte 74: index 1 names no point (1 points); the file is damaged or cut "
+        "chunk VMAP at byte 74: index 1 names no point (1 point); the file is damaged or cut "
         "short"},
     FaultCase{"corner_of_no_such_polygon",
         form({layer_chunk(0), points_chunk(1), test::polygons_chunk("FACE", {{0}}),
               chunk("VMAD", Bytes().raw("WGHT").u2(1).text("").index(0).index(1).f4(0))}),
-        "chunk VMAD at byte 92: index 1 names no polygon (1 polygons); the file is damaged or cut "
+        "chunk VMAD at byte 92: index 1 names no polygon (1 polygon); the file is damaged or cut "
         "short"}),
     [](const auto& tested) { return std::string(tested.param.name); });
 // clang-format on

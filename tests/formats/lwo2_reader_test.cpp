@@ -161,7 +161,7 @@ TEST(ReadLwo2, TellsOfPolygonsThatChangeTheirTag)
     const auto document = formats::read_lwo2(file, {});
     EXPECT_EQ(document.layers[0].polygons.surface(0), 0u);
     EXPECT_EQ(document.layers[0].polygons.surface(1), 1u);
-    EXPECT_THAT(test::warnings_of(file), ElementsAre(HasSubstr("1 polygons are given a SURF tag")));
+    EXPECT_THAT(test::warnings_of(file), ElementsAre(HasSubstr("1 polygon is given a SURF tag")));
 }
 
 TEST(ReadLwo2, StopsAtTheEndOfTheObject)

@@ -8,6 +8,7 @@
 #include "formats/lwo2/big_endian.h"
 #include "formats/lwo2/ids.h"
 #include "formats/lwo2/single.h"
+#include "mesh/plural.h"
 
 namespace formats::lwo2 {
 
@@ -98,9 +99,9 @@ void LayerReader::points(Cursor& body)
 {
     constexpr std::size_t point_size = 12;
     if (body.left() % point_size != 0)
-        body.fail(fmt::format("a size of {} bytes holds no whole number of points; the file is "
+        body.fail(fmt::format("a size of {} holds no whole number of points; the file is "
                               "damaged",
-                              body.left()));
+                              mesh::counted(body.left(), "byte")));
     const auto count = static_cast<std::size_t>(body.left() / point_size);
     points_.first = static_cast<std::uint32_t>(layer_.points.size());
     points_.count = static_cast<std::uint32_t>(count);
@@ -135,9 +136,9 @@ std::uint32_t LayerReader::point_index(Cursor& body) const
     const std::uint64_t offset = body.offset();
     const std::uint32_t index = body.index();
     if (index >= points_.count)
-        body.fail_at(offset, fmt::format("index {} names no point ({} points); the file is damaged "
+        body.fail_at(offset, fmt::format("index {} names no point ({}); the file is damaged "
                                          "or cut short",
-                                         index, points_.count));
+                                         index, mesh::counted(points_.count, "point")));
     return points_.first + index;
 }
 
@@ -146,9 +147,9 @@ std::uint32_t LayerReader::polygon_index(Cursor& body) const
     const std::uint64_t offset = body.offset();
     const std::uint32_t index = body.index();
     if (index >= polygons_.count)
-        body.fail_at(offset, fmt::format("index {} names no polygon ({} polygons); the file is "
+        body.fail_at(offset, fmt::format("index {} names no polygon ({}); the file is "
                                          "damaged or cut short",
-                                         index, polygons_.count));
+                                         index, mesh::counted(polygons_.count, "polygon")));
     return polygons_.first + index;
 }
 
@@ -263,9 +264,9 @@ void LayerReader::polygon_tags(Cursor& body)
     }
     if (changed > 0)
         reading_.warn(id_ptag, start,
-                      fmt::format("{} polygons are given a {} tag more than once; the last one "
-                                  "counts",
-                                  changed, mesh::to_text(kind)));
+                      fmt::format("{} {} given a {} tag more than once; the last one counts",
+                                  mesh::counted(changed, "polygon"), changed == 1 ? "is" : "are",
+                                  mesh::to_text(kind)));
     if (block_tag_kinds_.insert(kind).second)
         keep({.id = id_ptag, .role = ChunkRole::polygon_tags, .kind = kind});
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "formats/lwo2/ids.h"
+#include "mesh/plural.h"
 
 namespace formats::lwo2 {
 
@@ -132,9 +133,10 @@ void MapBuilder::merge_late(std::uint32_t number, Late& late)
 
     if (repeated > 0)
         reading_.warn(id_vmap, late.offset,
-                      fmt::format("map {} \"{}\" gives {} points a value more than once; the last "
+                      fmt::format("map {} \"{}\" gives {} a value more than once; the last "
                                   "one counts",
-                                  mesh::to_text(map.type()), map.name(), repeated));
+                                  mesh::to_text(map.type()), map.name(),
+                                  mesh::counted(repeated, "point")));
     if (map.corners().size() > 0)
         merged.edit_corners() = std::move(map.edit_corners());
     map = std::move(merged);

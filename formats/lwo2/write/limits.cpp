@@ -9,6 +9,7 @@
 
 #include "formats/errors.h"
 #include "formats/lwo2/ids.h"
+#include "mesh/plural.h"
 
 namespace formats::lwo2 {
 
@@ -88,8 +89,8 @@ void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::
     check_kinds(polygons.other_tags().size(), tag_kind_limit, "kinds of polygon tags", title);
     const auto check_tag = [&](std::size_t polygon, mesh::TagIndex tag) {
         if (tag != mesh::no_tag && tag >= tag_count)
-            refuse(title, "polygon {} has a tag that is not in the list ({} tags); give it another",
-                   polygon, tag_count);
+            refuse(title, "polygon {} has a tag that is not in the list ({}); give it another",
+                   polygon, mesh::counted(tag_count, "tag"));
     };
     for (std::size_t p = 0; p < polygons.size(); ++p) {
         const auto points = polygons.points(p);
