@@ -37,8 +37,10 @@ void MainWindow::build_actions()
         made->setChecked(spec.checked);
         made->setIconText(made->iconText()); // buttons keep their text, and so their width
         actions_[static_cast<std::size_t>(spec.id)] = made;
-        if (spec.id == ActionId::add)
-            build_recent_menu(*(recent_menu_ = menu->addMenu(tr("Open &Recent"))));
+        if (spec.id == ActionId::add) {
+            recent_menu_ = menu->addMenu(tr("Open &Recent"));
+            build_recent_menu(*recent_menu_);
+        }
     }
     auto* const bar = addToolBar(tr("Commands"));
     bar->setObjectName("commands");

@@ -82,6 +82,10 @@ void MainWindow::run_now(const std::string& server)
     if (!result.applied) {
         tracer_.show_ghost(nullptr);
         update_state();
+        if (problem.empty() && result.errors.empty() && !result.panel_cancelled)
+            tell(tr("%1: nothing was added; there are no clones to make, or the model has no "
+                    "polygons")
+                     .arg(last_command_));
         return;
     }
     show_document();

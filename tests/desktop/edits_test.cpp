@@ -131,6 +131,7 @@ private Q_SLOTS:
         QVERIFY2(told().startsWith("1 clone in layer 3 'clones of tree', " + size),
                  qPrintable(told()));
         make_clones("0");
+        QVERIFY2(told().startsWith("Dastrel: nothing was added"), qPrintable(told()));
         make_clones("12");
         QVERIFY2(told().startsWith("12 clones in layer 4 '"), qPrintable(told()));
         QCOMPARE(desktop::counted_points(1), "1 point");
