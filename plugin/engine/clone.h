@@ -19,14 +19,14 @@ class weight_map;
 /// Scan callback: takes every selected polygon that is not a face off `num_polys`. Returns 0.
 int check_for_nurbs(void* callback_data, const EDPolygonInfo* polygon);
 
-/// Scan callback: records a selected face in `data`, unless a slope limit shuts it out.
+/// Scan callback: records a selected face in `data`, unless the slope limits exclude it.
 /// `settings`: the params_typ. Returns 0, so that the scan goes on.
 int polscan(void* settings, const EDPolygonInfo* polygon);
 
 /// Makes `poly_data` an array of `n` empty records. Returns 0.
 int reserve_memory(int n);
 
-/// Releases everything that a run has allocated; what is null already is passed over.
+/// Frees everything that a run has allocated.
 void free_memory();
 
 // --- the positions (clone_positions.cpp, position_list.cpp)
@@ -36,8 +36,8 @@ void free_memory();
 /// the settings alone, unless a density map thins them with draws of `losoj`.
 void set_positions(weight_map* wm, params_typ* settings);
 
-/// Whether a clone may stand at `pos`, on a polygon of this area, with this density weight, given
-/// the wanted spacing.
+/// Whether a clone may be placed at `pos`, on a polygon of this area, with this density weight,
+/// given the minimum spacing.
 bool check_pos(params_typ* settings, XYZ6_typ* pos, double area, double weight, double spacing);
 
 /// Links a new node at `pos` into `pos_list`, behind all nodes of equal or smaller X; the caller

@@ -7,7 +7,7 @@
 #include "plugin/engine/clone.h"
 #include "plugin/engine/index/point_table.h"
 #include "plugin/engine/pos_typ.h"
-#include "plugin/geometry/turn.h"
+#include "plugin/geometry/rotation.h"
 #include "plugin/host/run_state.h"
 #include "plugin/random/LW6-random2.h"
 #include "plugin/settings/params.h"
@@ -40,28 +40,27 @@ double weight_factor(double w, double influence)
     return w < 0 ? (w / 2) * influence + 1 : w * influence + 1;
 }
 
-/// The turns of the current clone, which all its points share.
+/// The rotations of the current clone, shared by all its points.
 struct {
-    remembered_turn bank;
-    remembered_turn pitch;
-    remembered_turn heading;
-    remembered_turn normal_pitch;
-    remembered_turn normal_heading;
+    cached_rotation bank;
+    cached_rotation pitch;
+    cached_rotation heading;
+    cached_rotation normal_pitch;
+    cached_rotation normal_heading;
 
-    void take(const params_typ& settings)
+    void update(const params_typ& settings)
     {
-        bank.take(HPB_rand.z());
-        pitch.take(HPB_rand.y());
-        heading.take(HPB_rand.x());
+        bank.set_angle(HPB_rand.z());
+        pitch.set_angle(HPB_rand.y());
+        heading.set_angle(HPB_rand.x());
         if (settings.p_align == 1)
-            normal_pitch.take(akt_item->norm_p);
+            normal_pitch.set_angle(akt_item->norm_p);
         if (settings.h_align == 1)
-            normal_heading.take(akt_item->norm_h);
+            normal_heading.set_angle(akt_item->norm_h);
     }
-} turns;
+} rotations;
 
-/// What calc_cloned_point gives, with the turns taken before; inline for the points, which are
-/// many.
+/// calc_cloned_point with up-to-date rotations. Inline: it is called for every point.
 inline XYZ6_typ shaped(const XYZ6_typ& point, const params_typ& settings)
 {
     const bool independent = settings.size_indep == 1;
@@ -71,17 +70,17 @@ inline XYZ6_typ shaped(const XYZ6_typ& point, const params_typ& settings)
         p = p * losoj.z_zakresu(1 - settings.jitter, 1 + settings.jitter);
     if (settings.size_wg > 0)
         p = p * weight_factor(WG_val[akt_item->poly], settings.size_wg_influence);
-    p = turns.bank.about_Z(p);
-    p = turns.pitch.about_X(p);
-    p = turns.heading.about_Y(p);
+    p = rotations.bank.about_Z(p);
+    p = rotations.pitch.about_X(p);
+    p = rotations.heading.about_Y(p);
     if (settings.p_align == 1)
-        p = turns.normal_pitch.about_Z(p);
+        p = rotations.normal_pitch.about_Z(p);
     if (settings.h_align == 1)
-        p = turns.normal_heading.about_Y(p);
+        p = rotations.normal_heading.about_Y(p);
     return p;
 }
 
-/// Beside the list `IDs`: where its points are found, and its last node.
+/// An index of the list `IDs`, and the list's last node.
 point_table points;
 IDs_typ* last_point;
 
@@ -110,7 +109,7 @@ void forget_points()
 const IDs_typ& copy_point(LWPntID background_point, params_typ* settings)
 {
     if (IDs == nullptr)
-        turns.take(*settings);
+        rotations.update(*settings);
     const EDPointInfo* const info = edit->pointInfo(edit->state, background_point);
     const LWPntID old_id = info->pnt;
     const XYZ6_typ p = shaped(XYZ6_typ(info->position), *settings).move(akt_item->pos);
@@ -119,8 +118,8 @@ const IDs_typ& copy_point(LWPntID background_point, params_typ* settings)
     return node;
 }
 
-/// The current clone's copy of a background point, made when it is met for the first time. `slot`:
-/// the point's, where it is known.
+/// The current clone's copy of a background point, made at its first use. `slot`: that of the
+/// point, or null to look it up.
 LWPntID cloned_point(LWPntID background_point, point_table::slot_typ* slot, params_typ* settings)
 {
     if (plain_lists) {
@@ -139,16 +138,17 @@ LWPntID cloned_point(LWPntID background_point, point_table::slot_typ* slot, para
     return node.new_id;
 }
 
-/// The same; inline for the points that were copied before, which are most.
+/// The current clone's copy of a background point. Inline for points that are copied already, which
+/// are most.
 inline LWPntID cloned_point(LWPntID background_point, params_typ* settings)
 {
-    point_table::slot_typ* const slot = points.find_at_once(background_point);
+    point_table::slot_typ* const slot = points.find_first_probe(background_point);
     if (slot != nullptr && points.has_copy(*slot))
         return point_table::copy(*slot);
     return cloned_point(background_point, slot, settings);
 }
 
-/// The corners of a copied polygon; kept from polygon to polygon for its memory.
+/// The corners of a copied polygon; static to reuse its memory.
 std::vector<LWPntID> corners;
 
 } // namespace
@@ -195,7 +195,7 @@ void release_point_memory()
 
 XYZ6_typ calc_cloned_point(XYZ6_typ point, params_typ* settings)
 {
-    turns.take(*settings);
+    rotations.update(*settings);
     return shaped(point, *settings);
 }
 

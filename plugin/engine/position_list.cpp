@@ -13,8 +13,8 @@ namespace dastrel {
 
 namespace {
 
-/// The positions of the run that is being set up; null while the plain list is in charge.
-placed_positions* placed = nullptr;
+/// The positions of the current position_setup; null: use the plain list.
+indexed_positions* placed = nullptr;
 
 /// Clones on polygons smaller than the mean may stand closer, down to half the spacing.
 double spacing_for_area(double spacing, double area)
@@ -60,8 +60,8 @@ bool too_close(const XYZ6_typ& pos, double d)
 
 } // namespace
 
-position_setup::position_setup(double spacing, int expected, int column_axis)
-    : store(spacing, expected > 0 ? static_cast<std::size_t>(expected) : 0, column_axis)
+position_setup::position_setup(double spacing, int expected, int dominant_axis)
+    : store(spacing, expected > 0 ? static_cast<std::size_t>(expected) : 0, dominant_axis)
 {
     if (!plain_lists)
         placed = &store;

@@ -3,27 +3,27 @@
 #include <cmath>
 
 #include "plugin/geometry/LW6-XYZ.h"
-#include "plugin/geometry/turn.h"
+#include "plugin/geometry/rotation.h"
 
 namespace dastrel {
 
 XYZ6_typ XYZ6_typ::rotate_X(double a) const
 {
-    return a == 0.0 ? *this : turn_typ(a).about_X(*this);
+    return a == 0.0 ? *this : rotation_typ(a).about_X(*this);
 }
 
 // Without the shortcut of the other two: a turn by 0 is computed here.
-XYZ6_typ XYZ6_typ::rotate_Y(double a) const { return turn_typ(a).about_Y(*this); }
+XYZ6_typ XYZ6_typ::rotate_Y(double a) const { return rotation_typ(a).about_Y(*this); }
 
 XYZ6_typ XYZ6_typ::rotate_Z(double a) const
 {
-    return a == 0.0 ? *this : turn_typ(a).about_Z(*this);
+    return a == 0.0 ? *this : rotation_typ(a).about_Z(*this);
 }
 
 XYZ6_typ XYZ6_typ::rotate_X(XYZ6_typ c, double a)
 {
     *this = *this - c;
-    const XYZ6_typ turned = turn_typ(a).computed_X(*this).move(c);
+    const XYZ6_typ turned = rotation_typ(a).computed_X(*this).move(c);
     *this += c;
     return turned;
 }
@@ -31,7 +31,7 @@ XYZ6_typ XYZ6_typ::rotate_X(XYZ6_typ c, double a)
 XYZ6_typ XYZ6_typ::rotate_Y(XYZ6_typ c, double a)
 {
     *this = *this - c;
-    const XYZ6_typ turned = turn_typ(a).computed_Y(*this).move(c);
+    const XYZ6_typ turned = rotation_typ(a).computed_Y(*this).move(c);
     *this += c;
     return turned;
 }
@@ -41,7 +41,7 @@ XYZ6_typ XYZ6_typ::rotate_Z(XYZ6_typ c, double a)
     if (a == 0.0)
         return *this;
     *this = *this - c;
-    const XYZ6_typ turned = turn_typ(a).computed_Z(*this).move(c);
+    const XYZ6_typ turned = rotation_typ(a).computed_Z(*this).move(c);
     *this += c;
     return turned;
 }
@@ -49,9 +49,9 @@ XYZ6_typ XYZ6_typ::rotate_Z(XYZ6_typ c, double a)
 XYZ6_typ XYZ6_typ::rotate(XYZ6_typ c, XYZ6_typ angles) const
 {
     XYZ6_typ r = *this - c;
-    r = turn_typ(angles.x()).computed_X(r);
-    r = turn_typ(angles.z()).computed_Z(r);
-    r = turn_typ(angles.y()).computed_Y(r);
+    r = rotation_typ(angles.x()).computed_X(r);
+    r = rotation_typ(angles.z()).computed_Z(r);
+    r = rotation_typ(angles.y()).computed_Y(r);
     return r.move(c);
 }
 

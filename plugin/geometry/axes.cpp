@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "plugin/geometry/turn.h"
+#include "plugin/geometry/rotation.h"
 
 namespace dastrel {
 
@@ -22,9 +22,9 @@ void axes_typ::calc_transf_angles()
 
 void axes_typ::to_local(XYZ6_typ* pts, int n, XYZ6_typ origin) const
 {
-    const turn_typ y(-angle[0]);
-    const turn_typ z(-angle[1]);
-    const turn_typ x(-angle[2]);
+    const rotation_typ y(-angle[0]);
+    const rotation_typ z(-angle[1]);
+    const rotation_typ x(-angle[2]);
     const bool moved = origin != 0.0;
     const XYZ6_typ back = XYZ6_typ() - origin;
     for (int i = 0; i < n; ++i) {
@@ -35,9 +35,9 @@ void axes_typ::to_local(XYZ6_typ* pts, int n, XYZ6_typ origin) const
 
 void axes_typ::to_global(XYZ6_typ* pts, int n, XYZ6_typ origin) const
 {
-    const turn_typ y(angle[0]);
-    const turn_typ z(angle[1]);
-    const turn_typ x(angle[2]);
+    const rotation_typ y(angle[0]);
+    const rotation_typ z(angle[1]);
+    const rotation_typ x(angle[2]);
     for (int i = 0; i < n; ++i)
         pts[i] = y.about_Y(z.about_Z(x.about_X(pts[i]))).move(origin);
 }

@@ -19,7 +19,7 @@ class pos_typ;
 class random;
 class UV_typ;
 
-// Of the module alone: reached directly, not through the table of names that others could replace.
+// Hidden visibility: no indirection through the GOT.
 #pragma GCC visibility push(hidden)
 
 extern params_typ par;    ///< the settings; live as long as the module is loaded
@@ -54,8 +54,8 @@ extern int morph_map_num;
 /// "MORF", "MNVW", "SPOT".
 extern UV_typ *UVs, *WGs, *MMs, *MNs, *STs;
 
-/// Keep to the plain lists and leave the indexes beside them alone. The results are the same to the
-/// last bit; tests and benchmarks compare the two.
+/// Walk the plain lists and compute every value when it is needed, without indexes, caches and
+/// drawing ahead. Results are equal to the last bit; tests and benchmarks compare the two.
 extern bool plain_lists;
 
 #pragma GCC visibility pop

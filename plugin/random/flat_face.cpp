@@ -23,7 +23,7 @@ flat_face::flat_face(const face6_typ& poly, std::pmr::memory_resource& memory)
     frame.axis[2] = frame.axis[0] * frame.axis[1];
     frame.calc_transf_angles();
     for (std::size_t i = 0; i < 3; ++i)
-        turn[i] = turn_typ(frame.angle[i]);
+        turn[i] = rotation_typ(frame.angle[i]);
 
     std::vector<XYZ6_typ> points(poly.points, poly.points + poly.num_points);
     frame.to_local(points.data(), poly.num_points, origin);

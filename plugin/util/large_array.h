@@ -9,13 +9,13 @@
 
 namespace dastrel {
 
-/// An array of fixed size for access at random places: large ones begin where a huge page does, so
-/// that a host or a system which gives them can.
+/// An array of fixed size for random access. Large ones are aligned to huge pages (2 MiB), so that
+/// the system can map them as such.
 template <typename Value> class large_array {
     static_assert(std::is_trivially_copyable_v<Value>);
 
 public:
-    /// Values are left as the memory holds them: to be written before they are read.
+    /// The values are left uninitialised on purpose.
     explicit large_array(std::size_t count)
         : values(static_cast<Value*>(::operator new(count * sizeof(Value), alignment(count))),
                  release{alignment(count)}),

@@ -7,14 +7,13 @@
 
 namespace dastrel {
 
-/// Memory for the nodes of lists that are made and freed by the million: nodes come from large
-/// blocks and go back onto a chain of free ones.
+/// A free-list allocator for list nodes of one size, which are allocated in blocks of 1,024.
 class node_pool {
 public:
     /// For nodes of `size` bytes.
     explicit node_pool(std::size_t size) : node_size(size) {}
 
-    /// Memory for one node. Throws std::bad_alloc.
+    /// Allocates one node. Throws std::bad_alloc.
     void* take()
     {
         if (unused == nullptr)
@@ -25,7 +24,7 @@ public:
         return node;
     }
 
-    /// Takes back what `take` gave.
+    /// Frees a node that `take` returned.
     void give(void* memory) noexcept
     {
         auto* const node = static_cast<free_node*>(memory);
@@ -34,7 +33,7 @@ public:
         --in_use;
     }
 
-    /// Gives the blocks back when no node is in use.
+    /// Frees all blocks if no node is in use; otherwise does nothing.
     void release_blocks() noexcept;
 
 private:

@@ -5,16 +5,16 @@
 
 namespace dastrel {
 
-// Of the module alone: reached directly, not through the table of names that others could replace.
+// Hidden visibility: no indirection through the GOT.
 #pragma GCC visibility push(hidden)
 
-/// Where the nodes of the position list and of the point map come from and go back to.
+/// Pools of the nodes of `pos_list` and `IDs`.
 extern node_pool pos_nodes;
 extern node_pool ids_nodes;
 
 #pragma GCC visibility pop
 
-/// Gives the memory of nodes that are no longer in use back to the system; at the end of a run.
+/// Frees the blocks of pools that have no node in use. Called at the end of a run.
 void release_node_memory() noexcept;
 
 } // namespace dastrel

@@ -9,44 +9,44 @@
 
 namespace dastrel {
 
-/// Finds the copy of a background point in the current clone: a hashed table beside the list `IDs`.
-/// Every clone has the same points, so a point keeps its slot from clone to clone; a stamp tells
-/// whether the current one has it, and forgetting all points takes constant time.
+/// A hash table from background points to their copies in the current clone; an index of the list
+/// `IDs`. All clones have the same points, so slots are kept from clone to clone, each with the
+/// number of the last clone that set it: clearing takes constant time.
 class point_table {
 public:
-    /// What is known of one background point.
+    /// The entry of one background point.
     class slot_typ {
         friend class point_table;
         LWPntID old_id = nullptr;
         LWPntID new_id = nullptr;
-        std::uint64_t clone = unused; ///< the last clone that has the point
+        std::uint64_t clone = unused; ///< the last clone in which the copy was set
     };
 
     point_table() = default;
     point_table(const point_table&) = delete;
     point_table& operator=(const point_table&) = delete;
 
-    /// Forgets the copies of all points.
+    /// Removes all copies; slots stay.
     void clear() { ++current; }
 
-    /// The slot of a background point where one look finds it, as it mostly does; null where `slot`
-    /// has to tell. Valid until that is called.
-    slot_typ* find_at_once(LWPntID old_id)
+    /// The slot of a background point if the first probe finds it, as it usually does; else null.
+    /// Valid until `slot` is called.
+    slot_typ* find_first_probe(LWPntID old_id)
     {
         slot_typ& slot = slots[start(old_id)];
         return slot.old_id == old_id && slot.clone != unused ? &slot : nullptr;
     }
 
-    /// The slot of a background point, valid until the next call.
+    /// The slot of a background point, added if new. Valid until the next call.
     slot_typ& slot(LWPntID old_id);
 
-    /// Whether the current clone has the point.
+    /// Whether the copy is set in the current clone.
     bool has_copy(const slot_typ& slot) const { return slot.clone == current; }
 
-    /// Its copy in the current clone, which may be null: one that could not be made.
+    /// The copy; null if the host could not make one.
     static LWPntID copy(const slot_typ& slot) { return slot.new_id; }
 
-    /// Notes the copy, unless there is one: the first one counts.
+    /// Sets the copy, unless it is set already.
     void set_copy(slot_typ& slot, LWPntID new_id) const
     {
         if (has_copy(slot))
@@ -55,7 +55,7 @@ public:
         slot.clone = current;
     }
 
-    /// Gives the memory back.
+    /// Frees the memory.
     void release();
 
 private:
@@ -64,8 +64,8 @@ private:
 
     std::size_t start(LWPntID id) const
     {
-        // Neighbours stay neighbours. A host may number the points of each layer from 0 and have
-        // the layer in the upper half: many small layers must not share their places.
+        // Points with adjacent ids stay adjacent. A host may number the points of each layer from
+        // 0 with the layer in the upper half: mixing it in keeps small layers from colliding.
         constexpr std::uint64_t odd = 0x9E3779B97F4A7C15u;
         const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(id));
         const std::uint64_t upper = ((bits >> 32) * odd) >> 32;
@@ -75,8 +75,8 @@ private:
     slot_typ& put(const slot_typ& slot);
     void grow();
 
-    slot_typ none;           ///< stands in for the slots as long as there are none
-    slot_typ* slots = &none; ///< a power of two, at most half of them used
+    slot_typ none;           ///< the only slot while the table is empty
+    slot_typ* slots = &none; ///< their number is a power of two, at most half of them used
     std::vector<slot_typ> memory;
     std::size_t mask = 0; ///< their number less one
     std::size_t used = 0;

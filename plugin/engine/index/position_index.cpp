@@ -9,36 +9,36 @@ namespace dastrel {
 
 namespace {
 
-constexpr std::size_t fewest_lines = 256;
-constexpr std::size_t most_lines_at_start = std::size_t{1} << 21;
+constexpr std::size_t min_buckets = 256;
+constexpr std::size_t max_initial_buckets = std::size_t{1} << 21;
 
-/// With more positions than this for each line, there are twice as many lines.
-constexpr std::size_t most_for_each = 1;
+/// Positions per bucket above which the number of buckets doubles.
+constexpr std::size_t max_load = 1;
 
-/// Below this, squares of differences lose their last bits or vanish, and a computed distance may
-/// fall short of the difference along one axis; above it never does.
-constexpr double least_reach = 1e-150;
+/// Below this, squares of differences underflow, and a computed distance may be less than the
+/// difference along one axis.
+constexpr double min_reach = 1e-150;
 
-/// Above this, squares of differences overflow: the computed distance is infinite, and less than no
-/// other. A little more than the square root of the largest number.
-constexpr double most_reach = 0x1.0001p512;
+/// Above this, squares of differences overflow and the computed distance is infinite. A little more
+/// than the square root of the largest double.
+constexpr double max_reach = 0x1.0001p512;
 
-/// How far away along any axis a position closer than `d` can be.
-double reach_of(double d) { return std::clamp(d, least_reach, most_reach); }
+/// The largest difference along an axis of a position that is closer than `d`.
+double reach_of(double d) { return std::clamp(d, min_reach, max_reach); }
 
-/// Cells twice as wide as the distance asked for: its box then touches two of them each way.
+/// Cells are twice as wide as the distance, so that a query meets two of them along each axis.
 double cells_per_unit_for(double distance)
 {
-    const double width = 2 * std::min(distance, most_reach);
+    const double width = 2 * std::min(distance, max_reach);
     return width > 0 && std::isfinite(1 / width) && std::isfinite(width) ? 1 / width : 1.0;
 }
 
-std::size_t lines_for(std::size_t positions)
+std::size_t bucket_count_for(std::size_t positions)
 {
-    std::size_t lines = fewest_lines;
-    while (lines * most_for_each < positions && lines < most_lines_at_start)
-        lines *= 2;
-    return lines;
+    std::size_t buckets = min_buckets;
+    while (buckets * max_load < positions && buckets < max_initial_buckets)
+        buckets *= 2;
+    return buckets;
 }
 
 bool finite(const XYZ6_typ& p)
@@ -46,7 +46,7 @@ bool finite(const XYZ6_typ& p)
     return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
 }
 
-/// Single precision; what it cannot hold becomes very large, and is never taken as it is.
+/// Rounds to single precision, clamped; certain_sq and possible_sq do not decide at such sizes.
 float rounded(double coordinate)
 {
     constexpr double limit = 1e30;
@@ -60,35 +60,36 @@ double largest(const XYZ6_typ& p)
 
 } // namespace
 
-/// A question, with what is the same for all lines that it looks at.
+/// A query, with the values that are the same for all buckets.
 struct position_index::query_typ {
     XYZ6_typ pos;
     double d = 0.0;
-    double low_x = 0.0, high_x = 0.0;    ///< what the walk in ascending X looks at
-    float x = 0.0F, y = 0.0F, z = 0.0F;  ///< relative to the origin
-    float surely = 0.0F, perhaps = 0.0F; ///< squares: closer than the first is too close, farther
-                                         ///< than the second is not
+    double low_x = 0.0, high_x = 0.0;   ///< range of X that the walk compares
+    float x = 0.0F, y = 0.0F, z = 0.0F; ///< relative to the origin
+    /// Squared distances in single precision: below `certain_sq` a position is too close, above
+    /// `possible_sq` it is not; between them the walk's comparisons decide.
+    float certain_sq = 0.0F, possible_sq = 0.0F;
 
-    /// What the walk asks.
+    /// The comparisons of the walk.
     bool rejects(const XYZ6_typ& q) const
     {
         return !(q.x() > high_x) && q.x() > low_x && d > pos.calc_distance(q);
     }
 };
 
-position_index::position_index(double spacing, std::size_t expected, int column_axis)
-    : lines(lines_for(expected), empty_line()), column(column_axis),
+position_index::position_index(double spacing, std::size_t expected, int dominant_axis)
+    : buckets(bucket_count_for(expected), empty_bucket()), column(dominant_axis),
       cells_per_unit(cells_per_unit_for(spacing))
 {
-    positions.reserve(lines.size());
+    positions.reserve(buckets.size());
 }
 
-position_index::line_typ position_index::empty_line()
+position_index::bucket_typ position_index::empty_bucket()
 {
-    line_typ line{};
-    line.x.fill(std::numeric_limits<float>::infinity());
-    line.position.fill(-1);
-    return line;
+    bucket_typ bucket{};
+    bucket.x.fill(std::numeric_limits<float>::infinity());
+    bucket.position.fill(-1);
+    return bucket;
 }
 
 std::int64_t position_index::cell(const XYZ6_typ& pos, int axis, double reach) const
@@ -136,14 +137,14 @@ bool position_index::find_near(const XYZ6_typ& pos, double d, near_typ& near) co
         return false;
     static constexpr std::size_t count[4] = {1, 2, 2, 3};
     static constexpr std::int64_t offset[4][3] = {{0}, {0, -1}, {0, 1}, {0, -1, 1}};
-    const std::size_t mask = lines.size() - 1;
+    const std::size_t mask = buckets.size() - 1;
     std::size_t found = 0;
     for (std::size_t k = 0; k < count[z.beside]; ++k) {
         for (std::size_t j = 0; j < count[y.beside]; ++j) {
             const std::size_t own = row(y.own + offset[y.beside][j], z.own + offset[z.beside][k]) +
                                     static_cast<std::size_t>(x.own);
             for (std::size_t i = 0; i < count[x.beside]; ++i)
-                near.line[found++] = static_cast<std::uint32_t>(
+                near.bucket[found++] = static_cast<std::uint32_t>(
                     (own + static_cast<std::size_t>(offset[x.beside][i])) & mask);
         }
     }
@@ -165,36 +166,36 @@ void position_index::put(std::size_t number)
     const XYZ6_typ& pos = *positions[number];
     const std::size_t i =
         (row(cell(pos, 1, 0.0), cell(pos, 2, 0.0)) + static_cast<std::size_t>(cell(pos, 0, 0.0))) &
-        (lines.size() - 1);
-    line_typ& line = lines[i];
+        (buckets.size() - 1);
+    bucket_typ& bucket = buckets[i];
     std::size_t k = 0;
-    while (k < line_length && line.position[k] >= 0)
+    while (k < bucket_size && bucket.position[k] >= 0)
         ++k;
-    if (k == line_length || line.position[k] < -1) {
-        // The full line moves out, so that the first one is always the one with room.
-        more.push_back(line);
-        line = empty_line();
-        line.position.back() = -1 - static_cast<std::int32_t>(more.size());
+    if (k == bucket_size || bucket.position[k] < -1) {
+        // The full bucket moves to `overflow`, so that the first one always has space.
+        overflow.push_back(bucket);
+        bucket = empty_bucket();
+        bucket.position.back() = -1 - static_cast<std::int32_t>(overflow.size());
         k = 0;
     }
-    line.x[k] = rounded(pos.x() - origin.x());
-    line.y[k] = rounded(pos.y() - origin.y());
-    line.z[k] = rounded(pos.z() - origin.z());
-    line.position[k] = static_cast<std::int32_t>(number);
+    bucket.x[k] = rounded(pos.x() - origin.x());
+    bucket.y[k] = rounded(pos.y() - origin.y());
+    bucket.z[k] = rounded(pos.z() - origin.z());
+    bucket.position[k] = static_cast<std::int32_t>(number);
 }
 
 void position_index::rebuild()
 {
-    if (positions.size() > lines.size() * most_for_each)
-        lines = large_array<line_typ>(lines.size() * 2);
+    if (positions.size() > buckets.size() * max_load)
+        buckets = large_array<bucket_typ>(buckets.size() * 2);
     if (asked > 0)
         cells_per_unit = cells_per_unit_for(asked_sum / static_cast<double>(asked));
     asked_sum = 0.0;
     asked = 0;
-    for (near_typ& near : announced)
+    for (near_typ& near : queries)
         near.count = 0;
-    lines.fill(empty_line());
-    more.clear();
+    buckets.fill(empty_bucket());
+    overflow.clear();
     for (std::size_t i = 0; i < positions.size(); ++i)
         put(i);
 }
@@ -202,17 +203,17 @@ void position_index::rebuild()
 void position_index::insert(const XYZ6_typ& pos)
 {
     if (!finite(pos))
-        return; // no distance to it is ever less than another
+        return; // its distance compares less than nothing
     if (positions.empty()) {
         origin = pos;
         origin_largest = largest(pos);
     }
     positions.push_back(&pos);
     farthest = std::max(farthest, largest(pos - origin));
-    if (positions.size() > lines.size() * most_for_each) {
+    if (positions.size() > buckets.size() * max_load) {
         rebuild();
-    } else if (column >= 0 && more.size() > lines.size() / 2) {
-        column = -1; // too many stand above one another
+    } else if (column >= 0 && overflow.size() > buckets.size() / 2) {
+        column = -1; // too many share a column
         rebuild();
     } else {
         put(positions.size() - 1);
@@ -231,7 +232,7 @@ position_index::query_typ position_index::query(const XYZ6_typ& pos, double d) c
         (std::max(farthest, largest(relative)) + d) * part + origin_largest * bound_part;
     const double inner = std::max(d - margin, 0.0);
     const double outer = d + margin;
-    // Squares outside this range would overflow or vanish: then every position is put to the test.
+    // Squares outside this range overflow or underflow: then every position is compared in double.
     const bool in_range = inner * inner > 1e-30 && outer * outer < 1e30;
     return {pos,
             d,
@@ -244,23 +245,23 @@ position_index::query_typ position_index::query(const XYZ6_typ& pos, double d) c
             in_range ? static_cast<float>(outer * outer) : std::numeric_limits<float>::infinity()};
 }
 
-/// Whether a position of this line alone is too close.
-bool position_index::rejects(const query_typ& query, const line_typ& line) const
+/// Whether a position of this bucket, without its overflow, is too close.
+bool position_index::rejects(const query_typ& query, const bucket_typ& bucket) const
 {
-    std::array<float, line_length> squares{};
-    for (std::size_t k = 0; k < line_length; ++k) {
-        const float dx = line.x[k] - query.x;
-        const float dy = line.y[k] - query.y;
-        const float dz = line.z[k] - query.z;
+    std::array<float, bucket_size> squares{};
+    for (std::size_t k = 0; k < bucket_size; ++k) {
+        const float dx = bucket.x[k] - query.x;
+        const float dy = bucket.y[k] - query.y;
+        const float dz = bucket.z[k] - query.z;
         squares[k] = dx * dx + dy * dy + dz * dz;
     }
     const float nearest =
         std::min(std::min(squares[0], squares[1]), std::min(squares[2], squares[3]));
-    if (nearest < query.surely)
+    if (nearest < query.certain_sq)
         return true;
-    if (nearest > query.perhaps)
+    if (nearest > query.possible_sq)
         return false;
-    for (const std::int32_t number : line.position)
+    for (const std::int32_t number : bucket.position)
         if (number >= 0 && query.rejects(*positions[static_cast<std::size_t>(number)]))
             return true;
     return false;
@@ -268,29 +269,29 @@ bool position_index::rejects(const query_typ& query, const line_typ& line) const
 
 bool position_index::too_close_in(const query_typ& query, std::size_t i) const
 {
-    const line_typ* line = &lines[i];
+    const bucket_typ* bucket = &buckets[i];
     for (;;) {
-        if (rejects(query, *line))
+        if (rejects(query, *bucket))
             return true;
-        const std::int32_t last = line->position.back();
+        const std::int32_t last = bucket->position.back();
         if (last >= -1)
             return false;
-        line = &more[static_cast<std::size_t>(-2 - last)];
+        bucket = &overflow[static_cast<std::size_t>(-2 - last)];
     }
 }
 
 bool position_index::too_close(const XYZ6_typ& pos, double d)
 {
     if (positions.empty() || !(d > 0) || !finite(pos))
-        return false; // no distance from there is ever less than another
-    asked_sum += std::min(d, most_reach);
+        return false; // no distance compares less
+    asked_sum += std::min(d, max_reach);
     ++asked;
     const query_typ question = query(pos, d);
-    near_typ* near = &announced[current];
-    if (!near->answers(pos, d) && !find_near(pos, d, *near))
+    near_typ* near = &queries[current];
+    if (!near->covers(pos, d) && !find_near(pos, d, *near))
         return too_close_in_box(question);
     for (std::size_t i = 0; i < near->count; ++i)
-        if (too_close_in(question, near->line[i]))
+        if (too_close_in(question, near->bucket[i]))
             return true;
     return false;
 }
@@ -298,8 +299,8 @@ bool position_index::too_close(const XYZ6_typ& pos, double d)
 bool position_index::too_close_in_box(const query_typ& question) const
 {
     const box_typ near = box(question.pos, question.d);
-    if (near.cells() > static_cast<double>(lines.size())) {
-        for (std::size_t i = 0; i < lines.size(); ++i)
+    if (near.cells() > static_cast<double>(buckets.size())) {
+        for (std::size_t i = 0; i < buckets.size(); ++i)
             if (too_close_in(question, i))
                 return true;
         return false;
@@ -309,21 +310,21 @@ bool position_index::too_close_in_box(const query_typ& question) const
             const std::size_t start = row(y, z);
             for (std::int64_t x = near.x0; x <= near.x1; ++x)
                 if (too_close_in(question,
-                                 (start + static_cast<std::size_t>(x)) & (lines.size() - 1)))
+                                 (start + static_cast<std::size_t>(x)) & (buckets.size() - 1)))
                     return true;
         }
     }
     return false;
 }
 
-void position_index::announce(std::size_t number, const XYZ6_typ& pos, double d)
+void position_index::prefetch_query(std::size_t number, const XYZ6_typ& pos, double d)
 {
-    near_typ& near = announced[number];
+    near_typ& near = queries[number];
     near.count = 0;
     if (!find_near(pos, d, near))
         return;
     for (std::size_t i = 0; i < near.count; ++i)
-        __builtin_prefetch(&lines[near.line[i]]);
+        __builtin_prefetch(&buckets[near.bucket[i]]);
 }
 
 } // namespace dastrel

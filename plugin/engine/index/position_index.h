@@ -11,49 +11,47 @@
 
 namespace dastrel {
 
-/// Positions in a grid of cells, to find those near a point without looking at all of them.
+/// A hash table of grid cells that finds the positions near a point.
 ///
-/// It answers exactly what a walk over the positions in ascending X answers, for every distance:
-/// the cells only choose which positions are looked at. Most of these are decided by their
-/// coordinates in single precision, four at a time out of one cache line; where that is too close
-/// to call, the walk's own comparisons decide. Cells share lines by hashing; what else lies in a
-/// line is looked at in vain.
+/// For every distance it gives the answer of a walk over the positions in ascending X; the grid
+/// only chooses which positions are compared. A bucket is one cache line of up to four positions in
+/// single precision, compared together. Where single precision cannot decide, the comparisons of
+/// the walk are made in double precision. Several cells may share a bucket.
 ///
-/// A ground that shows most of its area along one axis has columns along that axis for cells: half
-/// as many of them lie around a point.
+/// On a ground that shows most of its area along one axis the cells are columns along that axis:
+/// half as many of them surround a point.
 class position_index {
 public:
-    /// `spacing`: the distance that will mostly be asked for. `expected`: how many positions may
-    /// come. `column_axis`: 0 to 2 for cells that are columns along this axis, -1 for cubes. Any of
-    /// them may be wrong.
-    position_index(double spacing, std::size_t expected, int column_axis);
+    /// `spacing`: the usual distance of queries. `expected`: the number of positions.
+    /// `dominant_axis`: 0 to 2 for cells that are columns along this axis, -1 for cubes. Wrong
+    /// values cost time and never change an answer.
+    position_index(double spacing, std::size_t expected, int dominant_axis);
 
-    /// Adds a position, which must stay where it is as long as this index is used.
+    /// Adds a position. The index keeps its address: it must outlive the index and not change.
     void insert(const XYZ6_typ& pos);
 
-    /// Whether any position stands closer to `pos` than `d`.
+    /// Whether any position is closer to `pos` than `d`, as the walk in ascending X finds.
     bool too_close(const XYZ6_typ& pos, double d);
 
-    /// How many questions can be announced at a time.
-    static constexpr std::size_t most_announced = 16;
+    /// How many queries can be prefetched at a time.
+    static constexpr std::size_t max_queries = 16;
 
-    /// Announces a question, and has the memory fetched that it will need. `d`: the largest
-    /// distance that may be asked for. `number`: below `most_announced`.
-    void announce(std::size_t number, const XYZ6_typ& pos, double d);
+    /// Prefetches the buckets that a later `too_close(pos, ...)` reads. `number`: below
+    /// `max_queries`. `d`: the largest distance of that call.
+    void prefetch_query(std::size_t number, const XYZ6_typ& pos, double d);
 
-    /// Tells that the next question is an announced one.
-    void turn_to(std::size_t number) { current = number; }
+    /// Tells that the next `too_close` is query `number` of `prefetch_query`.
+    void select_query(std::size_t number) { current = number; }
 
 private:
-    static constexpr std::size_t line_length = 4;
+    static constexpr std::size_t bucket_size = 4;
 
-    /// Up to four positions, relative to `origin`; infinite where there is none. The last place of
-    /// `position` may lead on to another line instead.
-    struct alignas(64) line_typ {
-        std::array<float, line_length> x, y, z;
-        /// Index into `positions`; -1: none; below -1: the line that goes on, counted in `more`
-        /// from -2 downwards.
-        std::array<std::int32_t, line_length> position;
+    /// Up to four positions relative to `origin`; unused entries are infinite. The last entry of
+    /// `position` may be a link to an overflow bucket instead.
+    struct alignas(64) bucket_typ {
+        std::array<float, bucket_size> x, y, z;
+        /// Index into `positions`; -1: unused; -2 - i: link to `overflow[i]`.
+        std::array<std::int32_t, bucket_size> position;
     };
 
     /// Cells from (x0, y0, z0) to (x1, y1, z1), both included.
@@ -66,21 +64,22 @@ private:
         }
     };
 
-    /// The lines of the few cells within a distance of a point, its own first.
+    /// A query and the buckets of the cells within its distance, that of its own cell first.
     struct near_typ {
         XYZ6_typ pos;
         double d = 0.0;
-        std::array<std::uint32_t, 27> line{};
+        std::array<std::uint32_t, 27> bucket{};
         std::size_t count = 0;
 
-        bool answers(const XYZ6_typ& p, double distance) const
+        /// Whether `bucket` serves a query at `p` with this distance.
+        bool covers(const XYZ6_typ& p, double distance) const
         {
             return count != 0 && distance <= d && pos.x() == p.x() && pos.y() == p.y() &&
                    pos.z() == p.z();
         }
     };
 
-    /// Along one axis: the cell of a point, and which of those beside it are within reach.
+    /// Along one axis: the cell of a point, and which neighbours are within reach.
     struct span_typ {
         std::int64_t own = 0;
         unsigned beside = 0; ///< 1: the one below; 2: the one above; 3: both
@@ -88,7 +87,7 @@ private:
 
     struct query_typ;
 
-    static line_typ empty_line();
+    static bucket_typ empty_bucket();
     static std::size_t row(std::int64_t y, std::int64_t z);
     std::int64_t cell(const XYZ6_typ& pos, int axis, double reach) const;
     box_typ box(const XYZ6_typ& pos, double d) const;
@@ -97,22 +96,22 @@ private:
     void put(std::size_t number);
     void rebuild();
     query_typ query(const XYZ6_typ& pos, double d) const;
-    bool rejects(const query_typ& query, const line_typ& line) const;
+    bool rejects(const query_typ& query, const bucket_typ& bucket) const;
     bool too_close_in(const query_typ& query, std::size_t i) const;
     bool too_close_in_box(const query_typ& query) const;
 
-    large_array<line_typ> lines; ///< a power of two of them
-    std::vector<line_typ> more;  ///< where a line is full
+    large_array<bucket_typ> buckets;  ///< their number is a power of two
+    std::vector<bucket_typ> overflow; ///< moved-out full buckets
     std::vector<const XYZ6_typ*> positions;
-    std::array<near_typ, most_announced> announced;
-    std::size_t current = 0;     ///< of the announced
+    std::array<near_typ, max_queries> queries;
+    std::size_t current = 0;     ///< index into `queries`
     XYZ6_typ origin;             ///< the first position
-    double origin_largest = 0.0; ///< of its coordinates
-    double farthest = 0.0;       ///< of all positions from the origin, along any axis
-    int column;                  ///< the axis that does not count for the cells, or -1
+    double origin_largest = 0.0; ///< largest coordinate of `origin`, absolute
+    double farthest = 0.0;       ///< largest distance along an axis of a position from `origin`
+    int column;                  ///< the axis along which cells are columns, or -1
     double cells_per_unit;
-    double asked_sum = 0.0; ///< of the distances asked for since the cells were sized
-    std::size_t asked = 0;
+    double asked_sum = 0.0; ///< sum of the distances of queries since the last rebuild
+    std::size_t asked = 0;  ///< number of these queries
 };
 
 } // namespace dastrel

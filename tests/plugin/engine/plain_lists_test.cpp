@@ -7,9 +7,9 @@
 #include <random>
 
 #include "plugin/engine/clone.h"
-#include "plugin/engine/index/placed_positions.h"
 #include "plugin/engine/index/point_table.h"
 #include "plugin/engine/index/position_index.h"
+#include "plugin/engine/indexed_positions.h"
 #include "tests/plugin/module_test.h"
 #include "tests/support/sanitizers.h"
 
@@ -97,11 +97,11 @@ TEST_P(PositionIndex, AnswersAsTheWalkDoes)
                                coordinate());
             const double d = distance();
             // Announced as the largest, as a smaller one, late, or not at all.
-            const std::size_t number = asked++ % position_index::most_announced;
+            const std::size_t number = asked++ % position_index::max_queries;
             if (!dice.one_in(4))
-                index.announce(number, pos, dice.one_in(2) ? d : d * dice.real(0.5, 2.0));
+                index.prefetch_query(number, pos, dice.one_in(2) ? d : d * dice.real(0.5, 2.0));
             if (!dice.one_in(8))
-                index.turn_to(number);
+                index.select_query(number);
             const bool expected = walk_too_close(placed, pos, d);
             ASSERT_EQ(index.too_close(pos, d), expected)
                 << "seed " << seed << ", " << text(pos) << ", distance " << d;
@@ -146,28 +146,28 @@ float odd_value(Dice& dice)
     return odd[dice.below(5)];
 }
 
-class PlacedPositions : public ModuleTest {
+class IndexedPositions : public ModuleTest {
 protected:
-    ~PlacedPositions() override { plain_lists = false; }
+    ~IndexedPositions() override { plain_lists = false; }
 };
 
-TEST_F(PlacedPositions, TakesAPositionThatIsNotANumber)
+TEST_F(IndexedPositions, TakesAPositionThatIsNotANumber)
 {
-    placed_positions placed(1.0, 10, -1);
+    indexed_positions placed(1.0, 10, -1);
     EXPECT_NE(placed.add(XYZ6_typ(not_a_number, 0, 0)), nullptr);
     EXPECT_NE(placed.add(XYZ6_typ(1, 0, 0)), nullptr);
     EXPECT_FALSE(placed.too_close(XYZ6_typ(not_a_number, 0, 0), 1.0));
     EXPECT_TRUE(placed.too_close(XYZ6_typ(1.5, 0, 0), 1.0));
 }
 
-TEST_F(PlacedPositions, AnswersAndLinksAsThePlainListDoesWhateverTheNumbers)
+TEST_F(IndexedPositions, AnswersAndLinksAsThePlainListDoesWhateverTheNumbers)
 {
     for (unsigned seed = 0; seed < 300; ++seed) {
         Dice dice(seed);
         plain_lists = true;
         par.clone_num = 200;
         discard_positions();
-        placed_positions placed(dice.real(0.0, 2.0), 200, dice.below(4) - 1);
+        indexed_positions placed(dice.real(0.0, 2.0), 200, dice.below(4) - 1);
         for (int i = 0; i < 200; ++i) {
             const XYZ6_typ pos(odd_coordinate(dice), odd_coordinate(dice), odd_coordinate(dice));
             const double d = dice.one_in(10) ? odd_coordinate(dice) : dice.real(0.0, 2.0);
@@ -235,7 +235,7 @@ TEST(PointTable, PointsOfManySmallLayersHavePlacesOfTheirOwn)
     std::uint64_t at_once = 0;
     for (std::uint64_t layer = 0; layer < layers; ++layer)
         for (std::uint64_t point = 0; point < points; ++point)
-            at_once += table.find_at_once(id(layer, point)) != nullptr ? 1U : 0U;
+            at_once += table.find_first_probe(id(layer, point)) != nullptr ? 1U : 0U;
     EXPECT_GT(at_once, layers * points / 2);
 }
 

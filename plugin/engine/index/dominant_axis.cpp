@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/index/column_axis.h"
+#include "plugin/engine/index/dominant_axis.h"
 
 #include <algorithm>
 #include <array>
@@ -11,10 +11,10 @@
 
 namespace dastrel {
 
-int column_axis(face6_typ* polygons, int count)
+int dominant_axis(face6_typ* polygons, int count)
 {
     constexpr int sample = 1000;
-    constexpr double most = 0.6; // of the area: slopes of up to 53 degrees all over
+    constexpr double most = 0.6; // cosine of 53 degrees
     const int step = std::max(count / sample, 1);
     double total = 0.0;
     std::array<double, 3> shown{};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/engine/index/placed_positions.h"
+#include "plugin/engine/indexed_positions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,16 +10,16 @@
 
 namespace dastrel {
 
-pos_typ* placed_positions::add(const XYZ6_typ& pos)
+pos_typ* indexed_positions::add(const XYZ6_typ& pos)
 {
     pos_typ* const node = ::new (memory.take()) pos_typ;
     node->pos = pos;
     nodes.push_back(node);
-    index.insert(node->pos);
+    positions.insert(node->pos);
     return node;
 }
 
-void placed_positions::link(pos_typ*& list)
+void indexed_positions::link(pos_typ*& list)
 {
     struct key_typ {
         double x;
@@ -27,9 +27,8 @@ void placed_positions::link(pos_typ*& list)
     };
     std::vector<key_typ> keys;
     keys.reserve(nodes.size());
-    // The plain list puts an X that is not a number behind everything, and any other X before the
-    // first larger one. So the former comes to stand behind the largest X of its time, and what
-    // is as large and comes later behind it: just as a number equal to that X would.
+    // The plain list inserts a NaN at its end, and any other X before the first larger one. So a
+    // NaN sorts as a number equal to the largest X that came before it.
     double largest_so_far = -std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const double x = nodes[i]->pos.x();
@@ -40,7 +39,7 @@ void placed_positions::link(pos_typ*& list)
     std::sort(keys.begin(), keys.end(), [](const key_typ& a, const key_typ& b) {
         return a.x < b.x || (a.x == b.x && a.arrival < b.arrival);
     });
-    // New nodes, made in the order of the list, so that who walks along it walks along in memory.
+    // New nodes, allocated in the order of the list: walking it reads memory in sequence.
     constexpr std::size_t ahead = 16;
     pos_typ** end = &list;
     for (std::size_t i = 0; i < keys.size(); ++i) {

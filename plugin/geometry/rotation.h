@@ -8,18 +8,18 @@
 
 namespace dastrel {
 
-/// A turn by an angle whose sine and cosine are taken once, for turning many points alike. Every
-/// turn of the module goes through these formulas, so that all agree to the last bit.
+/// A rotation by an angle, with its sine and cosine computed once for many points. All rotations of
+/// the module use these formulas, so that they agree to the last bit.
 ///
-/// A turn by `a` uses the sine and cosine of -a: clockwise when seen against the axis in the
+/// A rotation by `a` uses the sine and cosine of -a: clockwise when seen against the axis in the
 /// left-handed system.
-class turn_typ {
+class rotation_typ {
 public:
-    turn_typ() : turn_typ(0.0) {}
+    rotation_typ() : rotation_typ(0.0) {}
     /// By `a` radians.
-    explicit turn_typ(double a);
+    explicit rotation_typ(double a);
 
-    /// The formulas themselves, computed for an angle of 0, too.
+    /// The formulas, also applied for an angle of 0.
     XYZ6_typ computed_X(const XYZ6_typ& p) const
     {
         return {p.x(), p.y() * c - p.z() * s, p.z() * c + p.y() * s};
@@ -33,7 +33,7 @@ public:
         return {p.x() * c - p.y() * s, p.y() * c + p.x() * s, p.z()};
     }
 
-    /// The turns: about X and Z an angle of 0 leaves a point alone; about Y it is computed.
+    /// Rotations of `p`: about X and Z an angle of 0 returns `p` unchanged; about Y it is computed.
     XYZ6_typ about_X(const XYZ6_typ& p) const { return none() ? p : computed_X(p); }
     XYZ6_typ about_Y(const XYZ6_typ& p) const { return computed_Y(p); }
     XYZ6_typ about_Z(const XYZ6_typ& p) const { return none() ? p : computed_Z(p); }
@@ -46,16 +46,16 @@ private:
     double c;
 };
 
-/// A turn that is taken anew only when the angle changes by a bit.
-class remembered_turn : public turn_typ {
+/// A rotation that computes sine and cosine again only when the bits of the angle change.
+class cached_rotation : public rotation_typ {
 public:
-    void take(double a)
+    void set_angle(double a)
     {
-        const auto asked = std::bit_cast<std::uint64_t>(a);
-        if (asked == bits)
+        const auto new_bits = std::bit_cast<std::uint64_t>(a);
+        if (new_bits == bits)
             return;
-        bits = asked;
-        static_cast<turn_typ&>(*this) = turn_typ(a);
+        bits = new_bits;
+        static_cast<rotation_typ&>(*this) = rotation_typ(a);
     }
 
 private:
