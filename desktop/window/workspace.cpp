@@ -260,16 +260,9 @@ std::vector<std::string> Workspace::models() const
 
 std::string Workspace::clone_layer_name() const
 {
-    const auto& layers = session_.document().layers;
-    const std::string plain = modeler::clone_layer_name(models());
-    std::string name = plain;
-    const auto is_taken = [&] {
-        return std::any_of(layers.begin(), layers.end(),
-                           [&](const mesh::Layer& layer) { return layer.name == name; });
-    };
-    for (int number = 2; is_taken(); ++number)
-        name = fmt::format("{} ({})", plain, number);
-    return name;
+    const mesh::Document& document = session_.document();
+    return modeler::free_layer_name(modeler::clone_layer_name(models()), document,
+                                    document.layers.size());
 }
 
 std::string Workspace::title() const

@@ -117,9 +117,9 @@ private Q_SLOTS:
                  qPrintable(told));
         QCOMPARE(document().layers.size(), std::size_t{4});
         QCOMPARE(document().layers[2].points.size(), document().layers[3].points.size());
-        QCOMPARE(document().layers[3].name, "clones of tree (2)"); // which tells them apart
+        QCOMPARE(document().layers[3].name, "clones of tree 2"); // which tells them apart
         make_clones();
-        QCOMPARE(document().layers[4].name, "clones of tree (3)");
+        QCOMPARE(document().layers[4].name, "clones of tree 3");
     }
 
     void warns_of_clones_in_the_ground_and_remembers_the_switch()
