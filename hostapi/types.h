@@ -1,5 +1,32 @@
 // SPDX-License-Identifier: MIT
-/// The plain types that a module and its host share. Every header of this folder is C and C++.
+/// The plain types that a module and its host share, and the rules that hold for all headers of
+/// this folder. Each of them is C11 and C++, and can be included alone.
+///
+/// Threads. There is one host thread for each run: the one on which the host calls the activation
+/// function. Everything here is called on that thread, in both directions. A module may use threads
+/// of its own for its own data, but makes no call to the host from them, and has ended or joined
+/// them before the activation function returns. The tag in brackets at each function says when it
+/// may be called:
+///
+///     [run]    from the call of the activation function until it returns
+///     [edit]   from the moment the edit is begun until its `done` is called, within a run
+///     [panel]  from the panel's `create` to its `destroy`, within a run
+///     [load]   outside of every run, by the host
+///
+/// Memory. Each side frees what it made. What one side hands to the other is lent: the comment says
+/// for how long. Nothing is handed over to be freed by the other side.
+///
+/// Errors. A call that fails gives the null or the code that its comment names. No exception comes
+/// out of the host. None should leave a module: C++ modules catch theirs in the activation
+/// function.
+///
+/// Texts are bytes that end with a zero byte, in no particular encoding: the host passes on the
+/// names of layers, surfaces and maps exactly as they stand in files. Two names are the same when
+/// their bytes are. Texts to be shown are UTF-8.
+///
+/// Space. Positions are in metres. X points to the right, Y up, Z forward: the axes are
+/// left-handed. The points of a polygon run clockwise for one who looks at its front, the side to
+/// which its normal points. Angles are in radians.
 #pragma once
 
 #include <stdint.h>
@@ -29,8 +56,10 @@ typedef uint32_t LWID;
 #define LWVMAP_TDVT LWID_PACK('T', 'D', 'V', 'T') ///< only ever counted, never read
 
 /// A point and a polygon as the host names them. The records behind the pointers are the host's
-/// own: a module compares and passes ids on, and never looks behind them. An id stays valid from
-/// the moment it is handed out until the edit it belongs to is finished. Null names nothing.
+/// own: a module compares ids for equality and passes them on, and never follows them; they need
+/// not be addresses. An id stays valid, and means the same element, from the moment it is handed
+/// out until `done` of the edit it belongs to; one from an earlier edit names nothing. Null names
+/// nothing.
 typedef struct GCorePoint* LWPntID;
 typedef struct GCorePolygon* LWPolID;
 

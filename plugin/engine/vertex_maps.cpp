@@ -34,7 +34,7 @@ void write_index(LWPntID new_point, const params_typ& settings)
 
 void get_any_map_names(LWObjectFuncs* object_functions, LWID type, UV_typ** list)
 {
-    const int n = object_functions->numVMaps(type);
+    const int n = object_functions != nullptr ? object_functions->numVMaps(type) : 0;
     if (n < 1)
         return;
     UV_typ* last = new UV_typ;

@@ -24,5 +24,5 @@ extern const ServerRecord ServerDesc[];
 } // namespace dastrel
 
 /// What a host looks for in the module file: its one exported symbol.
-extern "C" __attribute__((visibility("default")))
-const ModuleDescriptor _mod_descrip; // NOLINT(bugprone-reserved-identifier): the name is the host's
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name is the host's
+MODULE_EXPORT const ModuleDescriptor _mod_descrip;

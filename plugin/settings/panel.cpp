@@ -146,6 +146,8 @@ constexpr LWXPanelHint enabled_by(LWXPanelControlID id, const LWXPanelControlID*
 
 int display_panel(params_typ* /*record*/, char** weight_map_names)
 {
+    if (xpanf == nullptr) // a host without panels: there can be no panel either
+        return 0;
     xpanel = xpanf->create(LWXP_FORM, _ctl);
     if (xpanel == nullptr)
         return 0;

@@ -34,7 +34,7 @@ void weight_map::add_edit(MeshEditOp* mesh_edit) { edit = mesh_edit; }
 
 char** weight_map::get_list(LWObjectFuncs* object_functions)
 {
-    count = object_functions->numVMaps(LWVMAP_WGHT);
+    count = object_functions != nullptr ? object_functions->numVMaps(LWVMAP_WGHT) : 0;
     if (count < 1)
         return new char* [2] { none_entry, nullptr };
     auto owned_list = std::make_unique<char*[]>(static_cast<std::size_t>(count) + 2);

@@ -62,6 +62,39 @@ TEST_F(RunRefusals, RefusesABackgroundWithoutPoints)
                        "done(5, 0)"}}));
 }
 
+TEST_F(RunRefusals, WithoutPanelsEndsAsIfTheUserHadCancelled)
+{
+    add_ground();
+    add_model();
+    host.gives_panels = false;
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(host.done_codes, std::vector<int>{0});
+    EXPECT_TRUE(host.added_points.empty());
+    EXPECT_EQ(host.violations, Lines{});
+}
+
+TEST_F(RunRefusals, WithoutAnyServiceEndsWithItsEditFinished)
+{
+    add_ground();
+    add_model();
+    host.gives_messages = host.gives_objects = host.gives_panels = host.gives_monitors = false;
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(host.done_codes, std::vector<int>{0});
+    EXPECT_TRUE(host.added_points.empty());
+}
+
+TEST_F(RunRefusals, WithoutSceneObjectsWorksAsInASceneWithoutMaps)
+{
+    add_ground();
+    add_model();
+    host.maps.push_back({LWVMAP_WGHT, "Grass", {{0, {1.0F}}}});
+    host.gives_objects = false;
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(host.choices, Lines{"none"});
+    EXPECT_FALSE(host.added_points.empty());
+    EXPECT_EQ(host.calls_to("pntVMap(").size(), host.added_points.size()); // DT_index alone
+}
+
 TEST_F(RunRefusals, TakesABackgroundOfPointsAlone)
 {
     add_ground();
