@@ -16,6 +16,7 @@
 #include "cli/commands/info.h"
 #include "cli/commands/modules.h"
 #include "cli/commands/render.h"
+#include "cli/commands/run.h"
 #include "cli/commands/scatter.h"
 #include "cli/commands/settings.h"
 #include "cli/console/error_object.h"
@@ -45,7 +46,7 @@ template <typename Made> std::unique_ptr<Verb> make() { return std::make_unique<
 
 constexpr const char* json_option = "--json";
 
-constexpr std::array<VerbEntry, 6> verbs{{
+constexpr std::array<VerbEntry, 7> verbs{{
     {"scatter", "scatter clones of a model over a ground", make<ScatterVerb>,
      "make fewer clones, or use a model with fewer points"},
     {"render", "make a picture of object files", make<RenderVerb>,
@@ -54,6 +55,7 @@ constexpr std::array<VerbEntry, 6> verbs{{
     {"info", "tell what is in object files", make<InfoVerb>, "use smaller files"},
     {"dump", "print a whole mesh as text", make<DumpVerb>, "use a smaller file"},
     {"modules", "list the servers of the module", make<ModulesVerb>, ""},
+    {"run", "run a command of another module", make<RunVerb>, "use smaller files"},
 }};
 
 std::string main_help()

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/verbs.h"
+
+namespace cli {
+
+/// `dastrel run`: any command of any module on object files, without settings of ours.
+class RunVerb : public Verb {
+public:
+    RunVerb();
+
+    [[nodiscard]] CommandLine& command_line() noexcept override { return line_; }
+    ExitStatus run(Console& console) override;
+
+private:
+    void check_arguments() const;
+    void check_output(const std::string& module_file) const;
+
+    CommandLine line_;
+    std::vector<std::string> files_; ///< the first one in the foreground, the others behind it
+    std::string output_;
+    std::string module_;
+    std::string command_; ///< empty: the module's only one
+    bool force_ = false;
+    bool quiet_ = false;
+};
+
+} // namespace cli
