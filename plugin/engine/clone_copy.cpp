@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The copy of the model that stands at one position.
+// Copies the model to one position.
 #include <cstddef>
 #include <vector>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where every clone stands. The order of the draws fixes the layout of a seed.
+// The positions of the clones. The order of the draws determines the layout of a seed.
 #include <cmath>
 #include <cstdint>
 

@@ -9,8 +9,8 @@ namespace dastrel {
 /// The longest value of the types that are carried over.
 constexpr int most_floats = 3;
 
-/// Reads the point's value in a map into `value`, which has room for the type's floats. False when
-/// it has none.
+/// Reads the point's value in a map into `value`, an array as long as the type's dimension. Returns
+/// false if the point has none.
 inline bool read_value(LWID type, const char* name, LWPntID point, float* value)
 {
     edit->pointVSet(edit->state, nullptr, type, name);

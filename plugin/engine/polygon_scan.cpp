@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The scan of the ground into owned records, and the release of all that a run holds.
+// Scans the ground into owned records, and frees all memory of a run.
 #include <cmath>
 #include <cstddef>
 

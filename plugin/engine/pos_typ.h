@@ -9,7 +9,7 @@
 
 namespace dastrel {
 
-/// One clone's place, a node of the position list, which owns its nodes.
+/// The position of one clone: a node of the list `pos_list`, which owns its nodes.
 class pos_typ {
 public:
     std::int32_t poly = 0;   ///< index of the ground polygon in `poly_data`

@@ -5,8 +5,8 @@
 
 namespace dastrel {
 
-/// Shows the progress of a loop, as long as it lives; does nothing where the host has no monitors.
-/// The user's wish to stop is not heeded: half a scatter is of no use, and the edit can be undone.
+/// Shows the progress of a loop during its lifetime; does nothing if the host has no monitors. A
+/// stop request of the user is ignored: a run always completes, and the edit can be undone.
 class progress_monitor {
 public:
     /// Shows the title over the caption of both loops of a run.

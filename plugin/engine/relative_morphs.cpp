@@ -10,7 +10,7 @@ namespace dastrel {
 namespace {
 
 /// Writes to the map of this name, or of one composed of it and the clone's number. The host finds
-/// a map sooner by a name of its own than by a copy.
+/// a map faster by the pointer of its own name than by a copy.
 void write_offset(const char* name, LWPntID point, const float* value)
 {
     if (morph_map_num == 0 && name != nullptr) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the points of a clone take over from the model's vertex maps.
+// Copies the model's vertex map values to the points of a clone.
 #include "plugin/engine/UV_typ.h"
 #include "plugin/engine/clone.h"
 #include "plugin/engine/map_values.h"

@@ -22,11 +22,11 @@ public:
     double y() const { return component[1]; }
     double z() const { return component[2]; }
 
-    /// Sets all three components; gives a copy.
+    /// Sets all three components; returns a copy.
     XYZ6_typ operator=(double d);
-    /// Copies three components; gives a copy.
+    /// Copies three components; returns a copy.
     XYZ6_typ operator=(const double* p);
-    /// Adds `b` to this vector; gives a copy.
+    /// Adds `b` to this vector; returns a copy.
     XYZ6_typ operator+=(XYZ6_typ b);
 
     XYZ6_typ operator-(XYZ6_typ b) const { return {x() - b.x(), y() - b.y(), z() - b.z()}; }
@@ -39,10 +39,10 @@ public:
     bool operator==(const XYZ6_typ&) const = delete;
     /// The unit vector; the zero vector stays zero.
     XYZ6_typ operator~() const;
-    /// The opposite vector.
+    /// The negated vector.
     XYZ6_typ operator!() const;
 
-    /// The components as an array of three, for a host that wants a pointer to them.
+    /// The components as an array of three, for host calls that take a pointer.
     operator double*() { return component; }
     operator const double*() const { return component; }
 
@@ -54,37 +54,38 @@ public:
     XYZ6_typ move(XYZ6_typ d) const { return {x() + d.x(), y() + d.y(), z() + d.z()}; }
     double calc_distance(XYZ6_typ b) const;
 
-    /// Turns by `a` about one axis: clockwise when seen against the axis in the left-handed system.
+    /// Rotates by `a` about one axis: clockwise when seen against the axis in the left-handed
+    /// system.
     XYZ6_typ rotate_X(double a) const;
     XYZ6_typ rotate_Y(double a) const;
     XYZ6_typ rotate_Z(double a) const;
 
-    /// Turns about an axis through `c`. The vector itself goes to the centre and back in place,
+    /// Rotates about an axis through `c`. The vector itself is moved by -c and back by +c in place,
     /// which may change its last bits.
     XYZ6_typ rotate_X(XYZ6_typ c, double a);
     XYZ6_typ rotate_Y(XYZ6_typ c, double a);
     XYZ6_typ rotate_Z(XYZ6_typ c, double a);
 
-    /// Turns about `c`, first about X, then Z, then Y, by the components of `angles`.
+    /// Rotates about `c`, first about X, then Z, then Y, by the components of `angles`.
     XYZ6_typ rotate(XYZ6_typ c, XYZ6_typ angles) const;
 
-    /// Into a frame at `origin` turned by `angles`, and back out of it.
+    /// Transforms into a frame at `origin` rotated by `angles`, and back.
     XYZ6_typ to_local(XYZ6_typ origin, XYZ6_typ angles) const;
     XYZ6_typ to_global(XYZ6_typ origin, XYZ6_typ angles) const;
 
-    /// Turns by `a` in a frame built on the line from `p1` to `p2`. Only for a line parallel to Y
-    /// is that line the axis of the turn.
+    /// Rotates by `a` in a frame built on the line from `p1` to `p2`. That line is the axis only if
+    /// it is parallel to Y.
     XYZ6_typ rotate_free(XYZ6_typ p1, XYZ6_typ p2, double a) const;
 
     /// Angle to `b` in [0, pi]; 0 when either has no length.
     double calc_angle(XYZ6_typ b) const;
     /// The angles between the projections of `a` and `b` onto the planes Y-Z, X-Z and X-Y; each 0
-    /// where a projection has no length. This vector takes no part.
+    /// where a projection has no length. This vector is not used.
     XYZ6_typ calc_angle(XYZ6_typ a, XYZ6_typ b) const;
     /// Heading of the projection onto X-Z, from +Z towards +X, in [0, 2 pi).
     double calc_angle_Y() const;
-    /// A signed angle of the projection onto X-Z, with special values on the axes that do not
-    /// continue those beside them.
+    /// A signed angle of the projection onto X-Z, with special values on the axes, where it is
+    /// not continuous.
     double calc_angle_Y2() const;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace dastrel {
 
-/// One foreground polygon as a run keeps it. Whoever refills a record releases the old `points`.
+/// A copy of one foreground polygon. Code that fills a record again deletes the old `points`.
 class face6_typ {
 public:
     face6_typ() = default;

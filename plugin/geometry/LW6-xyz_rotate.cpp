@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The turns of a vector.
+// Rotations of a vector.
 #include <cmath>
 
 #include "plugin/geometry/LW6-XYZ.h"
@@ -12,7 +12,7 @@ XYZ6_typ XYZ6_typ::rotate_X(double a) const
     return a == 0.0 ? *this : rotation_typ(a).about_X(*this);
 }
 
-// Without the shortcut of the other two: a turn by 0 is computed here.
+// Without the shortcut of the other two: a rotation by 0 is computed here.
 XYZ6_typ XYZ6_typ::rotate_Y(double a) const { return rotation_typ(a).about_Y(*this); }
 
 XYZ6_typ XYZ6_typ::rotate_Z(double a) const

@@ -18,7 +18,7 @@ namespace dastrel {
 
 namespace {
 
-/// Releases the run state when the run is over, also where memory ran out on the way.
+/// Releases the run state at the end of a run, also when it ends by std::bad_alloc.
 class run_memory {
 public:
     run_memory() = default;
@@ -59,7 +59,7 @@ bool ask_settings(char** weight_map_names)
     return true;
 }
 
-/// Records the usable foreground polygons. Gives the scan's result.
+/// Records the usable foreground polygons. Returns the scan's result.
 int scan_ground()
 {
     reserve_memory(num_polys);
@@ -95,7 +95,7 @@ void make_clones()
     }
 }
 
-/// What follows the checks. Gives the code to finish the edit with.
+/// The run after the checks. Returns the code to finish the edit with.
 int scatter(int scan_result)
 {
     weight_map reader(nullptr);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-/// Everything that the module says in message boxes. Without the host's message service nothing
-/// is shown.
+/// The module's message boxes. Without the host's message service nothing is shown.
 #pragma once
 
 #include "hostapi/panel.h"
@@ -16,8 +15,8 @@ void msg_about(LWXPanelID panel, LWXPanelControlID control);
 void msg_nurbs(LWXPanelID panel, LWXPanelControlID control);
 void msg_nurbs2(LWXPanelID panel, LWXPanelControlID control);
 
-/// Asks "Are You sure?" under the title `b`, with `a` as the second line. Gives the host's answer;
-/// 0 without the service.
+/// Asks "Are You sure?" under the title `b`, with `a` as the second line. Returns the host's
+/// answer; 0 without the service.
 int are_you_sure(const char* a, const char* b);
 
 } // namespace dastrel

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-/// What the module keeps between and during runs. A run fills everything but `par` and `losoj`,
-/// and releases it at its end; there is one run at a time, on the host's thread.
+/// The global state of the module. A run fills everything but `par` and `losoj`, and releases it at
+/// its end. There is one run at a time, on the host's thread: no locking.
 #pragma once
 
 #include "hostapi/mesh_edit.h"

@@ -56,8 +56,8 @@ XYZ6_typ flat_face::draw(random& sampler) const
     const auto crosses = [u](const corner_typ& a, const corner_typ& b) {
         return (a.x <= u && u <= b.x) || (b.x <= u && u <= a.x);
     };
-    // Only the first two crossings count, in the order of the points; the closing edge stands in
-    // for a missing one, crossed or not.
+    // Only the first two crossings count, in the order of the points; the closing edge is used for
+    // a missing one, whether it is crossed or not.
     double height[2] = {0.0, 0.0};
     int found = 0;
     for (std::size_t i = 0; i + 1 < corners.size() && found < 2; ++i)
@@ -72,7 +72,7 @@ XYZ6_typ flat_face::draw(random& sampler) const
 
 XYZ6_typ random::z_polygonu(face6_typ* poly)
 {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): nobody reads what nobody wrote
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): left uninitialised on purpose
     std::array<std::byte, 1024> room;
     std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
     return flat_face(*poly, memory).draw(*this);

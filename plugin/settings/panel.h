@@ -9,8 +9,8 @@ class params_typ;
 
 /// Builds the options panel, fills it from the global settings and shows it.
 /// `weight_map_names`: what the three map popups offer, "none" first, ended by null; it must
-/// outlive the panel. Non-zero when the user closed it with OK; then it is still there to be read,
-/// and the caller destroys it. 0 for Cancel, or when there can be no panel.
+/// outlive the panel. Returns non-zero when the user closed it with OK: the panel still exists, to
+/// be read, and the caller destroys it. Returns 0 for Cancel, or when there can be no panel.
 int display_panel(params_typ* record, char** weight_map_names);
 
 /// The "Reset Values" button: fills the panel with the defaults. The settings themselves change

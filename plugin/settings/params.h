@@ -7,7 +7,7 @@ namespace dastrel {
 
 /// Every setting of a run. Angles are radians, percentages fractions (1.0 is 100 %), switches on
 /// when exactly 1, weight maps indices into the panel's list, where 0 is "none". Nothing is checked
-/// or clamped: what the user types is what the run takes.
+/// or clamped.
 class params_typ {
 public:
     params_typ();

@@ -7,8 +7,8 @@
 
 namespace dastrel {
 
-/// The number without its fraction. What does not fit an int (NaN included) becomes the most
-/// negative one, as the processors that the module runs on have it.
+/// `number` truncated towards 0. What does not fit an int, NaN included, becomes INT_MIN, the
+/// result of the x86 conversion instruction.
 constexpr int to_int(double number) noexcept
 {
     if (!(number > -2147483649.0 && number < 2147483648.0))

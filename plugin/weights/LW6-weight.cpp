@@ -15,7 +15,8 @@ namespace {
 /// What the popup shows for index 0. An array, because the list's texts are not const.
 char none_entry[] = "none";
 
-/// The list's element type is not const for the host's sake; nobody writes to the names.
+/// The list's elements are not const because the host's type is not; the names are never written
+/// to.
 char* list_entry(const char* name) { return const_cast<char*>(name); }
 
 } // namespace

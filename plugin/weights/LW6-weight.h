@@ -51,8 +51,8 @@ public:
     int count;        ///< number of weight maps, as `get_list` last counted them
 };
 
-/// The name of the map of a popup index, or null, which gives the weight 1.0 everywhere: also for
-/// an index that outlived its map.
+/// The name of the map of a popup index; null, which means the weight 1.0 everywhere, for "none"
+/// and for an index whose map no longer exists.
 const char* weight_map_name(weight_map& reader, int index);
 
 /// Fills `WG_val` with the weight of the map `index` for each of the first `n` polygon records; 1.0
