@@ -46,7 +46,7 @@ std::string short_name(const std::string& name)
 
 std::string stem(const std::string& name) { return fs::path(short_name(name)).stem().string(); }
 
-void judge_input(const std::string& name)
+void validate_input(const std::string& name)
 {
     if (name == standard_stream)
         return;
@@ -67,7 +67,7 @@ void judge_input(const std::string& name)
     }
 }
 
-void judge_output(const std::string& name)
+void validate_output(const std::string& name)
 {
     if (name == standard_stream) {
         if (::isatty(STDOUT_FILENO) == 1)

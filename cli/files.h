@@ -13,10 +13,10 @@ inline constexpr const char* standard_stream = "-";
 
 /// Judges, before anything is read, whether an input can be: that it is there, can be opened, and
 /// is of a format that is read. @throws Failure (input)
-void judge_input(const std::string& name);
+void validate_input(const std::string& name);
 
 /// Judges whether the output can be written. @throws Failure (output)
-void judge_output(const std::string& name);
+void validate_output(const std::string& name);
 
 /// Reads an object file, or standard input. Doubts about it become warnings.
 /// @throws Failure (input)

@@ -113,13 +113,13 @@ void tell(const Failure& failure) noexcept
 ExitStatus run_verb(const std::string& name, std::vector<std::string> arguments)
 {
     const VerbEntry& entry = find_verb(name);
-    advise_on_memory(entry.name, entry.memory_advice);
+    set_out_of_memory_advice(entry.name, entry.memory_advice);
     const std::unique_ptr<Verb> verb = entry.make();
     Console console(name);
     report_module_ends(name);
     if (verb->command_line().has(json_option) &&
         std::find(arguments.begin(), arguments.end(), json_option) != arguments.end())
-        tell_errors_as_json();
+        enable_json_errors();
     try {
         if (!verb->command_line().parse(std::move(arguments)))
             return ExitStatus::done;

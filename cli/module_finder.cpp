@@ -7,7 +7,7 @@
 
 #include "cli/errors.h"
 #include "modeler/errors.h"
-#include "modeler/module_places.h"
+#include "modeler/module_search_paths.h"
 
 namespace cli {
 
@@ -34,7 +34,7 @@ fs::path find_module(const std::string& named)
         return fs::absolute(named);
     }
     std::string looked;
-    for (const fs::path& place : modeler::module_places(module_file)) {
+    for (const fs::path& place : modeler::module_search_paths(module_file)) {
         if (is_file(place))
             return place;
         looked += (looked.empty() ? " " : ", ") + place.string();

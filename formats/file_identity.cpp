@@ -38,7 +38,7 @@ std::optional<FileIdentity> identify_file(const fs::path& path)
     if (::stat(path.c_str(), &status) == 0)
         return identity_of(status);
     try {
-        const fs::path target = follow_links(path);
+        const fs::path target = resolve_links(path);
         if (!target.has_filename() || ::stat(folder_of(target).c_str(), &status) != 0)
             return std::nullopt;
         FileIdentity made = identity_of(status);

@@ -105,7 +105,7 @@ void sync(int descriptor, const fs::path& path)
 
 } // namespace
 
-fs::path follow_links(const fs::path& path)
+fs::path resolve_links(const fs::path& path)
 {
     constexpr int most = 40; // as many as the system itself would follow
     fs::path target = path;
@@ -133,7 +133,7 @@ FileWriter::FileWriter(const fs::path& path) : path_(path)
     if (const auto descriptor = named_descriptor(path)) {
         descriptor_ = ::fcntl(*descriptor, F_DUPFD_CLOEXEC, 0);
     } else {
-        target_ = follow_links(path);
+        target_ = resolve_links(path);
         const auto status = status_of(path_, target_);
         if (!status || S_ISREG(status->st_mode)) {
             open_beside();
@@ -199,7 +199,7 @@ void FileWriter::write(std::span<const std::byte> bytes)
 void FileWriter::commit()
 {
     if (!temporary_.empty()) {
-        take_over_access(descriptor_, target_);
+        copy_access(descriptor_, target_);
         sync(descriptor_, path_);
     }
     // A second descriptor keeps the part file locked until it has its name.
@@ -240,7 +240,7 @@ void check_output_path(const fs::path& path)
             throw FileError(path, cannot_write, "it is open for reading only");
         return;
     }
-    const fs::path target = follow_links(path);
+    const fs::path target = resolve_links(path);
     const fs::path folder = folder_of(target);
     std::error_code error;
     if (!fs::exists(folder, error))

@@ -42,7 +42,7 @@ private:
 
 /// Where the bytes written to a path go: the path, or what its symbolic links lead to, which need
 /// not exist. @throws FileError where they lead nowhere
-[[nodiscard]] std::filesystem::path follow_links(const std::filesystem::path& path);
+[[nodiscard]] std::filesystem::path resolve_links(const std::filesystem::path& path);
 
 /// The folder of a file, `.` for a name alone.
 [[nodiscard]] std::filesystem::path folder_of(const std::filesystem::path& file);

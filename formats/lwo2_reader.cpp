@@ -159,7 +159,7 @@ void Reader::read_tags(Cursor& body)
     has_tags_ = true;
     const std::uint64_t start = body.offset() - header_size;
     std::size_t left_out = 0;
-    while (body.left() > 0) {
+    while (body.remaining() > 0) {
         std::string text = body.text();
         if (document_.tags.size() < tag_limit)
             document_.tags.append(std::move(text));

@@ -83,7 +83,7 @@ void remove_abandoned_part_files(const fs::path& target) noexcept
     }
 }
 
-void take_over_access(int descriptor, const fs::path& target) noexcept
+void copy_access(int descriptor, const fs::path& target) noexcept
 {
     struct stat old = {};
     struct stat own = {};

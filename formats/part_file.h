@@ -25,6 +25,6 @@ void remove_abandoned_part_files(const std::filesystem::path& target) noexcept;
 /// replace, as far as the system allows it. Permissions become narrower where owner or group cannot
 /// be kept, so that nobody gains access; setuid and setgid are never set. Does nothing when there
 /// is no target.
-void take_over_access(int descriptor, const std::filesystem::path& target) noexcept;
+void copy_access(int descriptor, const std::filesystem::path& target) noexcept;
 
 } // namespace formats

@@ -12,17 +12,18 @@ namespace mesh {
 
 namespace {
 
-/// Bytes from which on the memory of a block is new, and not what the program had before.
+/// Allocations of at least this size, in bytes, come from fresh pages and are prefaulted. Smaller
+/// ones mostly reuse pages of the heap.
 constexpr std::size_t large_block = std::size_t{1} << 20;
 
-/// Bytes that are asked for ahead: enough that the helper need not be woken too often.
-constexpr std::size_t stretch = std::size_t{1} << 20;
+/// Bytes per request to the prefault thread: large enough to keep wake-ups rare.
+constexpr std::size_t prefault_step = std::size_t{1} << 20;
 
-/// Has the block's memory to itself again, where some of it was asked for ahead.
-void withdraw(const Block& block, std::size_t value_size) noexcept
+/// Cancels prefault requests for the block's memory, if there can be any.
+void cancel_block_prefault(const Block& block, std::size_t value_size) noexcept
 {
     if (block.capacity * value_size >= large_block)
-        withdraw_pages(block.data, block.capacity * value_size);
+        cancel_prefault(block.data, block.capacity * value_size);
 }
 
 } // namespace
@@ -31,19 +32,19 @@ void reallocate(Block& block, std::size_t capacity, std::size_t value_size)
 {
     if (capacity > std::numeric_limits<std::size_t>::max() / value_size)
         throw std::bad_alloc();
-    withdraw(block, value_size);
+    cancel_block_prefault(block, value_size);
     void* const moved = std::realloc(block.data, capacity * value_size);
     if (moved == nullptr)
         throw std::bad_alloc();
     block.data = moved;
     block.capacity = capacity;
     if (capacity * value_size < large_block)
-        block.ready = block.asked = capacity;
+        block.prefaulted = block.requested = capacity;
 }
 
 void release(Block& block, std::size_t value_size) noexcept
 {
-    withdraw(block, value_size);
+    cancel_block_prefault(block, value_size);
     std::free(block.data);
 }
 
@@ -51,16 +52,16 @@ void grow(Block& block, std::size_t needed, std::size_t value_size)
 {
     if (needed > block.capacity)
         reallocate(block, std::max(needed, block.capacity + block.capacity / 2 + 16), value_size);
-    if (needed <= block.ready)
+    if (needed <= block.prefaulted)
         return;
     const auto at = [&](std::size_t value) {
         return static_cast<std::byte*>(block.data) + value * value_size;
     };
-    if (needed > block.asked)
-        prepare_pages(at(block.asked), (needed - block.asked) * value_size);
-    block.ready = std::max(needed, block.asked);
-    block.asked = std::min(block.ready + stretch / value_size + 1, block.capacity);
-    prepare_pages_ahead(at(block.ready), (block.asked - block.ready) * value_size);
+    if (needed > block.requested)
+        prefault_pages(at(block.requested), (needed - block.requested) * value_size);
+    block.prefaulted = std::max(needed, block.requested);
+    block.requested = std::min(block.prefaulted + prefault_step / value_size + 1, block.capacity);
+    prefault_pages_async(at(block.prefaulted), (block.requested - block.prefaulted) * value_size);
 }
 
 } // namespace mesh

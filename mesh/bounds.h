@@ -9,18 +9,17 @@
 
 namespace mesh {
 
-/// The smallest axis-parallel box around some points.
+/// Axis-aligned bounding box, in metres.
 struct Bounds {
     Vec3 min;
     Vec3 max;
 };
 
-/// Box around these points; none where there are none. Coordinates that are not numbers are passed
-/// over.
+/// Bounding box of these points; empty for no points. NaN coordinates are ignored.
 [[nodiscard]] std::optional<Bounds> bounds_of(std::span<const Vec3> points) noexcept;
 
-/// Box around all points of a layer; none for a layer without points. Coordinates that are not
-/// numbers are passed over.
+/// Bounding box of all points of a layer; empty for a layer without points. NaN coordinates are
+/// ignored.
 [[nodiscard]] std::optional<Bounds> layer_bounds(const Layer& layer) noexcept;
 
 } // namespace mesh

@@ -11,16 +11,14 @@
 
 namespace mesh {
 
-/// A growing contiguous array of plain values.
+/// A dynamic array of trivially copyable values, like std::vector.
 ///
-/// It grows by the C library's realloc, which moves the pages of a large block instead of copying
-/// them: adding to an array of many millions neither copies what is there nor needs it twice.
-/// Indices are not checked. All growth gives std::bad_alloc when memory ends, and then leaves the
-/// contents as they were.
+/// It grows with realloc, which remaps the pages of a large allocation instead of copying them.
+/// Indices are not checked. Functions that grow the array throw std::bad_alloc when out of memory
+/// and then leave the contents unchanged. Growth invalidates pointers and spans into the array.
 ///
-/// A large block is handed over page by page as it is written to, and each first touch of a page is
-/// an interrupt that costs more than filling it. So the next stretch of a block is asked for in one
-/// go while the one before it is filled.
+/// The first write to each page of a large allocation causes a page fault, which costs more than
+/// filling the page. So the pages behind the end are prefaulted in the background (mesh/pages.h).
 template <typename T> class Buffer {
     static_assert(std::is_trivially_copyable_v<T>, "realloc moves bytes");
 
@@ -44,8 +42,8 @@ public:
 
     [[nodiscard]] std::size_t size() const noexcept { return size_; }
     [[nodiscard]] bool empty() const noexcept { return size_ == 0; }
-    /// How many values can be added at no cost.
-    [[nodiscard]] std::size_t room() const noexcept { return block_.ready - size_; }
+    /// Number of values that can be appended without growing.
+    [[nodiscard]] std::size_t spare_capacity() const noexcept { return block_.prefaulted - size_; }
     [[nodiscard]] T* data() noexcept { return static_cast<T*>(block_.data); }
     [[nodiscard]] const T* data() const noexcept { return static_cast<const T*>(block_.data); }
     [[nodiscard]] T& operator[](std::size_t i) noexcept { return data()[i]; }
@@ -56,78 +54,79 @@ public:
     [[nodiscard]] const T* begin() const noexcept { return data(); }
     [[nodiscard]] const T* end() const noexcept { return data() + size_; }
 
-    /// Makes room for `count` values in all.
+    /// Raises the capacity to at least `count` values, exactly.
     void reserve(std::size_t count)
     {
         if (count > block_.capacity)
             reallocate(block_, count, sizeof(T));
     }
 
-    /// The same for arrays that grow in small steps: now and then it makes room for half as much
-    /// again.
+    /// Raises the capacity to at least `count` values, with amortised (geometric) growth. For
+    /// arrays that are reserved in small steps.
     void reserve_more(std::size_t count)
     {
-        if (count > block_.ready)
+        if (count > block_.prefaulted)
             grow(count);
     }
 
     void push_back(T value)
     {
-        if (size_ == block_.ready)
+        if (size_ == block_.prefaulted)
             grow(size_ + 1);
         data()[size_++] = value;
     }
 
-    /// Lengthens by `count` values, to be set through the pointer that is returned.
+    /// Appends `count` uninitialised values and returns a pointer to the first; the caller sets
+    /// them.
     [[nodiscard]] T* extend(std::size_t count)
     {
-        if (count > block_.ready - size_)
+        if (count > block_.prefaulted - size_)
             grow(size_ + count);
         size_ += count;
         return data() + size_ - count;
     }
 
-    /// Appends a run of values that does not lie in this array.
+    /// Appends values, which must not lie in this array.
     void append(std::span<const T> values)
     {
         if (values.empty())
             return;
-        if (values.size() > block_.ready - size_)
+        if (values.size() > block_.prefaulted - size_)
             grow(size_ + values.size());
         std::memcpy(data() + size_, values.data(), values.size() * sizeof(T));
         size_ += values.size();
     }
 
-    /// Shortens or lengthens; new values are `fill`.
+    /// Changes the size; new values are `fill`.
     void resize(std::size_t count, T fill = T())
     {
-        if (count > block_.ready)
+        if (count > block_.prefaulted)
             grow(count);
         for (std::size_t i = size_; i < count; ++i)
             data()[i] = fill;
         size_ = count;
     }
 
-    /// Drops everything from `count` on; keeps the memory.
+    /// Removes the values from index `count` on; keeps the capacity.
     void truncate(std::size_t count) noexcept
     {
         if (count < size_)
             size_ = count;
     }
 
-    /// Puts `values` before position `at`, moving what follows.
+    /// Inserts `values` before index `at`.
     void insert(std::size_t at, std::span<const T> values)
     {
         if (values.empty())
             return;
-        if (values.size() > block_.ready - size_)
+        if (values.size() > block_.prefaulted - size_)
             grow(size_ + values.size());
         std::memmove(data() + at + values.size(), data() + at, (size_ - at) * sizeof(T));
         std::memcpy(data() + at, values.data(), values.size() * sizeof(T));
         size_ += values.size();
     }
 
-    /// Takes out `count` values from position `at` on.
+    /// Removes `count` values from index `at` on.
     void erase(std::size_t at, std::size_t count) noexcept
     {
         if (count == 0)

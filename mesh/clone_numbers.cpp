@@ -17,7 +17,7 @@ std::size_t points_of_clones(const Layer& layer) noexcept
 
 bool holds_clones(const Layer& layer) noexcept { return points_of_clones(layer) > 0; }
 
-bool holds_clones_alone(const Layer& layer) noexcept
+bool holds_only_clones(const Layer& layer) noexcept
 {
     return holds_clones(layer) && points_of_clones(layer) >= layer.points.size();
 }

@@ -11,14 +11,13 @@
 
 namespace mesh {
 
-/// A mesh with layers, as it is read from a file, edited, and saved. It can be moved, not copied.
+/// A mesh with layers: the in-memory form of an object file. Movable, not copyable.
 struct Document {
     StableList<Layer> layers;    ///< in file order
-    TagList tags;                ///< what the polygons' tags refer to
-    std::vector<FileChunk> head; ///< kept for saving: what stood before the first layer
-    std::vector<FileChunk> tail; ///< kept for saving: what stood after the last layer
-    std::size_t file_tags = 0;   ///< how many of the tags came with the file, whether described
-                                 ///< there as surfaces or not
+    TagList tags;                ///< strings that polygon tags refer to by index
+    std::vector<FileChunk> head; ///< file chunks before the first layer, kept for saving
+    std::vector<FileChunk> tail; ///< file chunks after the last layer, kept for saving
+    std::size_t file_tags = 0;   ///< number of tags that were read from the file; the first ones
 };
 
 } // namespace mesh

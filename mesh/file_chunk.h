@@ -9,26 +9,26 @@
 
 namespace mesh {
 
-/// What became of a piece of the file that a document came from.
+/// How the content of a file chunk is represented in the document.
 enum class ChunkRole : std::uint8_t {
-    opaque,        ///< no form of its own in the mesh: kept whole
-    tags,          ///< the document's tags
-    layer,         ///< opens a layer; `body` is what followed its name, the parent blanked
-    points,        ///< the layer's points up to `end`
-    bounds,        ///< the layer's box; `body` as it was
-    polygons,      ///< the layer's polygons up to `end`, all of type `kind`
-    polygon_tags,  ///< tags of kind `kind` of the polygons before it
-    map,           ///< the point values of map number `map`
-    corner_values, ///< rows `begin` to `end` of the corner values of map number `map`
+    opaque,        ///< not represented in the mesh; `body` holds the whole body
+    tags,          ///< the document's tag list
+    layer,         ///< starts a layer; `body` holds the bytes after its name, parent zeroed
+    points,        ///< the layer's points up to index `end`
+    bounds,        ///< the layer's bounding box; `body` holds it
+    polygons,      ///< the layer's polygons up to index `end`, all of type `kind`
+    polygon_tags,  ///< tags of kind `kind` of the preceding polygons
+    map,           ///< the point values of vertex map number `map`
+    corner_values, ///< rows `begin` to `end` (exclusive) of the corner values of map number `map`
 };
 
-/// One piece of the file that a document came from, in its place among its neighbours, so that
-/// saving loses nothing. Only the room that read it knows what it means. What the mesh gained since
-/// is not in these records: they tell how far the file went.
+/// One chunk of the file that a document was read from. The chunks keep their file order, so that
+/// saving reproduces the file. Only the reader and writer of the format interpret them. They cover
+/// the elements that the file had; elements added later have no chunk.
 struct FileChunk {
     FourCC id = 0;
     ChunkRole role = ChunkRole::opaque;
-    std::byte pad{0}; ///< the filler that followed a body of odd size
+    std::byte pad{0}; ///< the padding byte after a body of odd size
     FourCC kind = 0;
     std::uint32_t map = 0;
     std::uint32_t begin = 0;

@@ -5,8 +5,7 @@
 
 namespace mesh {
 
-/// Copies `count` floats, which are mostly one to three: for these a loop takes less time than the
-/// call of anything cleverer, and for one no loop.
+/// Copies `count` floats. Optimised for one to three: faster than memcpy there.
 inline void copy_floats(const float* from, float* to, std::size_t count) noexcept
 {
     if (count == 1) {

@@ -6,11 +6,11 @@
 
 namespace mesh {
 
-/// Four characters in 32 bits, the first one in the highest byte: names types of polygons, vertex
-/// maps, tags and chunks.
+/// Four-character code, the first character in the most significant byte. Identifies types of
+/// polygons, vertex maps, tags and chunks.
 using FourCC = std::uint32_t;
 
-/// Packs a text of four characters.
+/// The code of a string of four characters.
 constexpr FourCC fourcc(const char (&text)[5]) noexcept
 {
     FourCC packed = 0;
@@ -19,7 +19,7 @@ constexpr FourCC fourcc(const char (&text)[5]) noexcept
     return packed;
 }
 
-/// The four characters as a text fit for messages: bytes outside printable ASCII become `\xNN`.
+/// The four characters for display: bytes outside printable ASCII become `\xNN`.
 [[nodiscard]] std::string to_text(FourCC id);
 
 } // namespace mesh

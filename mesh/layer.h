@@ -17,20 +17,21 @@
 
 namespace mesh {
 
-/// One layer of a document: points, the polygons over them, and their vertex maps.
+/// One layer of a document: points, polygons over these points, and vertex maps.
 struct Layer {
-    std::string name;                    ///< bytes as they stand in the file; may be empty
-    std::uint16_t number = 0;            ///< the layer's own number, from 0
-    std::uint16_t flags = 0;             ///< bit 0: hidden; the others as the file has them
+    std::string name;                    ///< raw bytes of the file; may be empty
+    std::uint16_t number = 0;            ///< from 0; unique within the document
+    std::uint16_t flags = 0;             ///< bit 0: hidden; other bits are kept as read
     Vec3 pivot;                          ///< centre of rotation; points are not relative to it
-    std::optional<std::uint16_t> parent; ///< number of another layer
+    std::optional<std::uint16_t> parent; ///< number of the parent layer
 
     Buffer<Vec3> points;
     Polygons polygons;
-    StableList<VertexMap> maps;    ///< in order of appearance
-    std::vector<FileChunk> chunks; ///< kept for saving: the file's layout; empty without a file
+    StableList<VertexMap> maps; ///< in order of first appearance
+    std::vector<FileChunk>
+        chunks; ///< the layer's chunks of the file, kept for saving; may be empty
 
-    /// The first map of this type and name, or null. Valid as long as the map is there.
+    /// The first map of this type and name, or null. Valid until the map is removed.
     [[nodiscard]] const VertexMap* find_map(FourCC type, std::string_view map_name) const noexcept;
     [[nodiscard]] VertexMap* find_map(FourCC type, std::string_view map_name) noexcept;
 };

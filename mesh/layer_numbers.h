@@ -8,8 +8,8 @@
 
 namespace mesh {
 
-/// A number for one more layer: the one after the highest that a layer has or names as its parent,
-/// or the lowest that is free. Empty: all are taken.
+/// A layer number that no layer has or names as its parent: one above the highest in use or, when
+/// that is out of range, the lowest free one. Empty when all are in use.
 [[nodiscard]] std::optional<std::uint16_t> free_layer_number(const Document& document);
 
 } // namespace mesh

@@ -7,9 +7,9 @@
 
 namespace mesh {
 
-/// Unit normal of a polygon, on the side from which its points run clockwise in the left-handed
-/// axes, by Newell's sum over its edges; the zero vector where the polygon has no area (fewer than
-/// three points, or a sum of length exactly 0).
+/// Unit normal of a polygon by Newell's method. It points to the side from which the points run
+/// clockwise (left-handed axes). Zero vector for a degenerate polygon: fewer than three points, or
+/// a Newell sum of length exactly 0.
 [[nodiscard]] Vec3 polygon_normal(const Layer& layer, std::size_t polygon) noexcept;
 
 } // namespace mesh

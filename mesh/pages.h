@@ -5,15 +5,18 @@
 
 namespace mesh {
 
-/// Has the system put memory behind the whole pages among `size` bytes, to be written to. Where it
-/// cannot, it does so at the first touch. Contents do not change.
-void prepare_pages(void* begin, std::size_t size) noexcept;
+/// Prefaults the whole pages within `size` bytes for writing, so that later writes cause no page
+/// faults. Contents do not change. Failure is ignored: pages are then faulted in at the first
+/// write.
+void prefault_pages(void* begin, std::size_t size) noexcept;
 
-/// The same while the caller goes on, in a thread that the first call starts; where that one is
-/// busy or cannot be had, at once. To be withdrawn before the memory is given back or moved.
-void prepare_pages_ahead(void* begin, std::size_t size) noexcept;
+/// Prefaults the whole pages within `size` bytes in the background (see PagePrefaulter), or
+/// synchronously when that thread is busy or does not exist. The caller must call `cancel_prefault`
+/// before it frees or moves the memory.
+void prefault_pages_async(void* begin, std::size_t size) noexcept;
 
-/// Ends the work of `prepare_pages_ahead` on this memory, which is the caller's alone from then on.
-void withdraw_pages(void* begin, std::size_t size) noexcept;
+/// Cancels `prefault_pages_async` for this memory, or waits for it. Afterwards the memory is not
+/// touched in the background.
+void cancel_prefault(void* begin, std::size_t size) noexcept;
 
 } // namespace mesh

@@ -22,7 +22,7 @@ std::uint16_t Polygons::type_number(FourCC type)
     type_names_.push_back(type);
     try {
         if (number > 0)
-            type_numbers_.make().emplace(type, number);
+            type_numbers_.get_or_create().emplace(type, number);
     } catch (...) {
         type_names_.pop_back();
         throw;
@@ -30,7 +30,7 @@ std::uint16_t Polygons::type_number(FourCC type)
     return number;
 }
 
-std::uint32_t* Polygons::extend_anyhow(FourCC type, std::size_t count)
+std::uint32_t* Polygons::extend_slow(FourCC type, std::size_t count)
 {
     if (count > most_corners - corners_.size())
         throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
@@ -59,7 +59,7 @@ void Polygons::set_tag(FourCC kind, std::size_t polygon, TagIndex tag)
         records_[polygon].surface = tag;
         return;
     }
-    std::vector<TagColumn>& others = others_.make();
+    std::vector<TagColumn>& others = others_.get_or_create();
     for (TagColumn& tags : others) {
         if (tags.kind() == kind) {
             tags.set(polygon, tag);
@@ -90,7 +90,7 @@ void Polygons::truncate(std::size_t count) noexcept
 {
     corners_.truncate(start_of(count));
     records_.truncate(count);
-    if (auto* const others = others_.there())
+    if (auto* const others = others_.get())
         for (TagColumn& tags : *others)
             tags.truncate(count);
 }
@@ -104,11 +104,11 @@ void Polygons::truncate(const Mark& mark) noexcept
 {
     truncate(mark.polygons);
     while (type_names_.size() > mark.types) {
-        if (auto* const numbers = type_numbers_.there())
+        if (auto* const numbers = type_numbers_.get())
             numbers->erase(type_names_.back());
         type_names_.pop_back();
     }
-    if (auto* const others = others_.there())
+    if (auto* const others = others_.get())
         others->erase(others->begin() + static_cast<std::ptrdiff_t>(mark.tag_kinds), others->end());
     if (mark.tag_kinds == 0)
         others_.reset();

@@ -6,18 +6,19 @@
 
 namespace mesh {
 
-/// Whether a character acts on what shows it instead of being shown: the control characters (below
-/// U+0020, U+007F to U+009F), the line and paragraph separators, and the marks, embeddings,
-/// overrides and isolates that change the direction of text.
+/// Whether a character controls a terminal or text layout: control characters (below U+0020, U+007F
+/// to U+009F), line and paragraph separators, and bidirectional marks, embeddings, overrides and
+/// isolates.
 [[nodiscard]] bool is_control(char32_t character) noexcept;
 
-/// Text from a file, a module or a file's name in a form that can be shown on a terminal or in a
-/// window: valid UTF-8 stays as it is; every byte of a control character, and every byte that is
-/// not valid UTF-8 (surrogates, overlong and too large sequences included), becomes `\xNN`. The
-/// result is one line. Showing a result again changes nothing.
+/// Untrusted text (from a file, a module or a file name) escaped for a terminal or window. Valid
+/// UTF-8 stays; each byte of a control character (`is_control`) and each byte of invalid UTF-8
+/// (surrogates, overlong and out-of-range sequences included) becomes `\xNN`. The result is one
+/// line. The function is idempotent.
 [[nodiscard]] std::string printable(std::string_view text);
 
-/// The same, handed to `write` piece by piece. Takes no memory: for what ends a program.
+/// Passes the escaped text (see `printable`) to `write` in pieces. Allocates no memory, so it can
+/// be used after running out of memory and in signal handlers.
 void write_printable(std::string_view text, void (*write)(std::string_view piece));
 
 } // namespace mesh

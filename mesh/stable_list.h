@@ -11,17 +11,18 @@
 
 namespace mesh {
 
-/// A growing list whose elements stay where they are as it grows. It takes no memory of its own
-/// while it is empty, and little more than its elements otherwise, be they one or millions.
+/// A random-access list with stable addresses: appending moves no element, so pointers and
+/// iterators stay valid. An empty list allocates nothing.
 ///
-/// The elements stand in blocks, each as large as all before it together. Indices are not checked.
+/// The elements are stored in blocks, each with the capacity of all preceding blocks together.
+/// Indices are not checked.
 template <typename T> class StableList {
-    template <typename List, typename Value> class Place;
+    template <typename List, typename Value> class Iterator;
 
 public:
     using value_type = T;
-    using iterator = Place<StableList, T>;
-    using const_iterator = Place<const StableList, const T>;
+    using iterator = Iterator<StableList, T>;
+    using const_iterator = Iterator<const StableList, const T>;
 
     StableList() = default;
     StableList(const StableList& other)
@@ -62,7 +63,7 @@ public:
     [[nodiscard]] const_iterator begin() const noexcept { return {this, 0}; }
     [[nodiscard]] const_iterator end() const noexcept { return {this, size_}; }
 
-    /// Memory that ends leaves the list as it was.
+    /// Constructs an element at the end. @throws std::bad_alloc; the list is then unchanged.
     template <typename... Arguments> T& emplace_back(Arguments&&... arguments)
     {
         const auto block = static_cast<std::size_t>(std::bit_width(size_));
@@ -80,7 +81,7 @@ public:
 
     void pop_back() noexcept { truncate(size_ - 1); }
 
-    /// Drops everything from `count` on.
+    /// Removes the elements from index `count` on.
     void truncate(std::size_t count) noexcept
     {
         while (size_ > count) {
@@ -91,7 +92,7 @@ public:
     }
     void clear() noexcept { truncate(0); }
 
-    /// Shortens, or lengthens by new elements.
+    /// Changes the size; new elements are default-constructed.
     void resize(std::size_t count)
     {
         truncate(count < size_ ? count : size_);
@@ -100,8 +101,8 @@ public:
     }
 
 private:
-    /// An element's place in the list, which survives the list's growth.
-    template <typename List, typename Value> class Place {
+    /// A random-access iterator: list and index. Stays valid as the list grows.
+    template <typename List, typename Value> class Iterator {
     public:
         using iterator_category = std::random_access_iterator_tag;
         using value_type = T;
@@ -109,46 +110,62 @@ private:
         using pointer = Value*;
         using reference = Value&;
 
-        Place() = default;
-        Place(List* list, std::size_t at) noexcept : list_(list), at_(at) {}
-        /// A place from which elements can be changed is one from which they can be read.
+        Iterator() = default;
+        Iterator(List* list, std::size_t at) noexcept : list_(list), at_(at) {}
+        /// Converts an iterator to a const_iterator.
         template <typename Other> // NOLINTNEXTLINE(google-explicit-constructor)
-        requires std::is_const_v<List> && std::is_same_v<Other, iterator> Place(const Other& other)
+        requires std::is_const_v<List> && std::is_same_v<Other, iterator>
+        Iterator(const Other& other)
         noexcept : list_(other.list_), at_(other.at_) {}
 
         reference operator*() const noexcept { return (*list_)[at_]; }
         pointer operator->() const noexcept { return &(*list_)[at_]; }
         reference operator[](difference_type by) const noexcept { return *(*this + by); }
 
-        Place& operator+=(difference_type by) noexcept
+        Iterator& operator+=(difference_type by) noexcept
         {
             at_ += static_cast<std::size_t>(by);
             return *this;
         }
-        Place& operator-=(difference_type by) noexcept { return *this += -by; }
-        Place& operator++() noexcept { return *this += 1; }
-        Place& operator--() noexcept { return *this += -1; }
-        Place operator++(int) noexcept { return std::exchange(*this, *this + 1); }
-        Place operator--(int) noexcept { return std::exchange(*this, *this - 1); }
+        Iterator& operator-=(difference_type by) noexcept { return *this += -by; }
+        Iterator& operator++() noexcept { return *this += 1; }
+        Iterator& operator--() noexcept { return *this += -1; }
+        Iterator operator++(int) noexcept { return std::exchange(*this, *this + 1); }
+        Iterator operator--(int) noexcept { return std::exchange(*this, *this - 1); }
 
-        friend Place operator+(Place place, difference_type by) noexcept { return place += by; }
-        friend Place operator+(difference_type by, Place place) noexcept { return place += by; }
-        friend Place operator-(Place place, difference_type by) noexcept { return place -= by; }
-        friend difference_type operator-(const Place& a, const Place& b) noexcept
+        friend Iterator operator+(Iterator iterator, difference_type by) noexcept
+        {
+            return iterator += by;
+        }
+        friend Iterator operator+(difference_type by, Iterator iterator) noexcept
+        {
+            return iterator += by;
+        }
+        friend Iterator operator-(Iterator iterator, difference_type by) noexcept
+        {
+            return iterator -= by;
+        }
+        friend difference_type operator-(const Iterator& a, const Iterator& b) noexcept
         {
             return static_cast<difference_type>(a.at_ - b.at_);
         }
-        friend bool operator==(const Place& a, const Place& b) noexcept { return a.at_ == b.at_; }
-        friend auto operator<=>(const Place& a, const Place& b) noexcept { return a.at_ <=> b.at_; }
+        friend bool operator==(const Iterator& a, const Iterator& b) noexcept
+        {
+            return a.at_ == b.at_;
+        }
+        friend auto operator<=>(const Iterator& a, const Iterator& b) noexcept
+        {
+            return a.at_ <=> b.at_;
+        }
 
     private:
-        template <typename, typename> friend class Place;
+        template <typename, typename> friend class Iterator;
 
         List* list_ = nullptr;
         std::size_t at_ = 0;
     };
 
-    /// Index of a block's first element. But for block 0, it is also how many the block holds.
+    /// Index of a block's first element. Except for block 0, also the block's capacity.
     [[nodiscard]] static std::size_t first_of(std::size_t block) noexcept
     {
         return block == 0 ? 0 : std::size_t{1} << (block - 1);

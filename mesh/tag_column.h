@@ -12,9 +12,9 @@
 
 namespace mesh {
 
-/// The tags of one kind of a layer's polygons, in memory that grows with the tags and not with the
-/// polygons: an array from the first polygon with a tag to the last where most of these have one, a
-/// sorted tree where few have.
+/// The tags of one kind of a layer's polygons. Memory is proportional to the number of tags, not of
+/// polygons: an array from the first to the last tagged polygon where most of these have a tag, a
+/// sorted map otherwise.
 class TagColumn {
 public:
     explicit TagColumn(FourCC kind) : kind_(kind) {}
@@ -30,11 +30,11 @@ public:
         return sparse_.empty() ? no_tag : find_sparse(polygon);
     }
 
-    /// Memory that ends leaves the column as it was.
+    /// Sets or, with `no_tag`, removes a polygon's tag. @throws std::bad_alloc; the column is then
+    /// unchanged.
     void set(std::size_t polygon, TagIndex tag);
 
-    /// Calls `visit(polygon, tag)` for each tag of the polygons from `begin` on that lie before
-    /// `end`, in ascending order.
+    /// Calls `visit(polygon, tag)` for each tagged polygon in [begin, end), in ascending order.
     template <typename Visit>
     void for_each_in(std::size_t begin, std::size_t end, Visit visit) const
     {
@@ -50,7 +50,7 @@ public:
                 visit(row->first, row->second);
     }
 
-    /// Whether any of these polygons has a tag.
+    /// Whether any polygon in [begin, end) has a tag.
     [[nodiscard]] bool any_in(std::size_t begin, std::size_t end) const noexcept
     {
         const std::size_t last = std::min(end, first_ + dense_.size());
@@ -65,7 +65,7 @@ public:
         return row != sparse_.end() && row->first < end;
     }
 
-    /// Gives every polygon that has a tag the one that `change(tag)` makes of it.
+    /// Replaces each tag by `change(tag)`.
     template <typename Change> void change_each(Change change)
     {
         for (std::size_t place = 0; place < dense_.size(); ++place)
@@ -76,7 +76,7 @@ public:
                 tag = change(tag);
     }
 
-    /// Drops the tags of all polygons from `count` on.
+    /// Removes the tags of the polygons from index `count` on.
     void truncate(std::size_t count) noexcept;
 
 private:
@@ -90,12 +90,12 @@ private:
     void make_dense();
 
     FourCC kind_;
-    // Either an array, or a tree.
-    std::size_t first_ = 0; ///< the polygon that the array begins with
+    // Either dense_ or sparse_ is in use.
+    std::size_t first_ = 0; ///< polygon of the first array element
     Buffer<TagIndex> dense_;
-    std::size_t dense_count_ = 0; ///< how many of them have a tag
+    std::size_t dense_count_ = 0; ///< array elements that are not `no_tag`
     std::map<std::uint32_t, TagIndex> sparse_;
-    std::size_t sparse_until_ = 0; ///< tags below which the tree stays one
+    std::size_t sparse_until_ = 0; ///< below this number of tags the map stays in use
 };
 
 } // namespace mesh

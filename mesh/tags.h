@@ -10,37 +10,37 @@
 
 namespace mesh {
 
-/// Position of a text in a TagList.
+/// Index of a string in a TagList.
 using TagIndex = std::uint32_t;
 
 constexpr TagIndex no_tag = 0xFFFFFFFFu;
 
-/// The texts that polygons refer to by number: surface names, part names, colours. A number never
-/// changes its text, and a list read from a file keeps its numbers, empty and repeated texts
-/// included.
+/// The strings that polygons refer to by index: surface names, part names, colours. The string at
+/// an index never changes. A list read from a file keeps its indices; empty and duplicate strings
+/// are allowed.
 class TagList {
 public:
     TagList() = default;
-    TagList(const TagList&) = delete; // the index looks into the texts of its own list
+    TagList(const TagList&) = delete; // the index has views into this list's strings
     TagList& operator=(const TagList&) = delete;
     TagList(TagList&&) = default;
     TagList& operator=(TagList&&) = default;
     ~TagList() = default;
 
     [[nodiscard]] std::size_t size() const noexcept { return texts_.size(); }
-    /// The text's bytes as they stand in the file. The reference stays valid as the list grows.
+    /// The raw bytes of the string. The reference stays valid as the list grows.
     [[nodiscard]] const std::string& operator[](TagIndex index) const { return texts_[index]; }
 
-    /// Appends a text, whether it is there or not, and returns its number.
+    /// Appends a string, even a duplicate, and returns its index.
     TagIndex append(std::string text);
 
-    /// The lowest number of this text, or `no_tag`.
+    /// The lowest index of this string, or `no_tag`.
     [[nodiscard]] TagIndex find(std::string_view text) const;
 
-    /// The lowest number of this text, which is appended when it is not there.
+    /// The lowest index of this string, which is appended if missing.
     TagIndex intern(std::string_view text);
 
-    /// Drops all texts from `count` on. No polygon may still refer to them.
+    /// Removes the strings from index `count` on. No polygon may still refer to them.
     void truncate(std::size_t count) noexcept;
 
 private:

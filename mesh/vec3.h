@@ -3,7 +3,7 @@
 
 namespace mesh {
 
-/// A position, direction or size: x to the right, y up, z forward (left-handed), metres.
+/// A position, direction or size in metres. Left-handed axes: x right, y up, z forward.
 struct Vec3 {
     double x = 0.0;
     double y = 0.0;

@@ -75,7 +75,7 @@ void VertexMap::scatter(std::size_t more)
     if (run_size_ != 0)
         more += (run_end - 1) / 64u - run_begin / 64u + 1;
     // All that can fail comes first, so that a failure leaves the map as it was.
-    Scattered& points = scattered_.make();
+    Scattered& points = scattered_.get_or_create();
     points.words.reserve_more(points.words.size() + more);
     points.present.reserve_more(points.words.size() + more);
     points.before.reserve_more(points.words.size() + more);
@@ -92,7 +92,7 @@ void VertexMap::scatter(std::size_t more)
     run_begin_ = no_run;
 }
 
-void VertexMap::set_anywhere(std::uint32_t point, std::span<const float> value)
+void VertexMap::set_slow(std::uint32_t point, std::span<const float> value)
 {
     value = value.first(dimension_);
     if (has(point)) {
@@ -110,7 +110,7 @@ void VertexMap::set_anywhere(std::uint32_t point, std::span<const float> value)
     }
     values_.reserve_more(values_.size() + dimension_);
     scatter(1);
-    Scattered& points = scattered_.make();
+    Scattered& points = scattered_.get_or_create();
     const std::uint32_t row = static_cast<std::uint32_t>(scattered_rank(point));
     const std::uint32_t word = point / 64u;
     std::size_t at = points.place_of(word);
@@ -147,7 +147,7 @@ void VertexMap::append(std::span<const std::uint32_t> points, std::span<const fl
     scatter(std::min<std::size_t>(points.size(),
                                   points.back() / 64u - points.front() / 64u + std::size_t{1}));
     values_.append(values);
-    Scattered& all = scattered_.make();
+    Scattered& all = scattered_.get_or_create();
     for (const std::uint32_t point : points) {
         if (all.words.empty() || all.words.back() != point / 64u) {
             all.words.push_back(point / 64u);
@@ -169,7 +169,7 @@ void VertexMap::erase(std::uint32_t point)
         return;
     }
     scatter(0);
-    Scattered& points = scattered_.make();
+    Scattered& points = scattered_.get_or_create();
     std::size_t at = points.place_of(point / 64u);
     values_.erase(scattered_rank(point) * dimension_, dimension_);
     points.present[at] &= ~bit_of(point);
@@ -197,7 +197,7 @@ void VertexMap::truncate(std::uint32_t point_count) noexcept
             run_begin_ = no_run;
         return;
     }
-    Scattered& points = *scattered_.there();
+    Scattered& points = *scattered_.get();
     std::size_t words = points.place_of(point_count / 64u);
     if (words < points.words.size() && points.words[words] == point_count / 64u) {
         points.present[words] &= bit_of(point_count) - 1u;

@@ -12,7 +12,7 @@
 #include "mesh/buffer.h"
 #include "mesh/floats.h"
 #include "mesh/fourcc.h"
-#include "mesh/rare.h"
+#include "mesh/optional_box.h"
 
 namespace mesh {
 
@@ -22,8 +22,9 @@ constexpr FourCC map_morf = fourcc("MORF"); ///< relative morph: an offset
 constexpr FourCC map_mnvw = fourcc("MNVW"); ///< subpatch weight
 constexpr FourCC map_spot = fourcc("SPOT"); ///< absolute morph: a position
 
-/// Values of a map that hold for one corner of one polygon only, in the order they came. Row i is
-/// polygon `polygons[i]`, point `points[i]` and `dimension` floats from `values[i * dimension]`.
+/// Per-corner (discontinuous) values of a map, in insertion order. Row i applies to point
+/// `points[i]` in polygon `polygons[i]`; its value is `dimension` floats from
+/// `values[i * dimension]`.
 struct CornerValues {
     Buffer<std::uint32_t> polygons;
     Buffer<std::uint32_t> points;
@@ -34,13 +35,14 @@ struct CornerValues {
 
 /// One vertex map of a layer: for each point a vector of `dimension` floats, or no value.
 ///
-/// The values stand packed in ascending order of their points. Mostly these are one run of
-/// neighbours, as in a full map, and where the run begins and how long it is says which points have
-/// a value. Points that are not are found through presence bits, a word for each 64 points of which
-/// some have a value, and a running count for each word: a map of few points costs little more than
-/// its values, wherever in the layer they are. Adding behind the last point that has a value takes
-/// constant time; so does finding a value where no word is missing in between, and else a search
-/// among the words. Adding before the last moves what follows.
+/// The values are packed in ascending order of their points. Two representations:
+/// - run: the points with a value are contiguous, as in a full map; first point and length suffice.
+/// - scattered: a sorted list of 64-bit words of presence bits, one for each 64 points of which any
+///   has a value, with a running count per word. Memory is proportional to the number of values.
+///
+/// Appending behind the last point with a value takes constant time. So does a lookup, except for
+/// a binary search over the words where words are missing. Inserting before the last point moves
+/// the values behind it.
 class VertexMap {
 public:
     VertexMap(FourCC type, std::string name, std::size_t dimension)
@@ -48,19 +50,19 @@ public:
     {}
 
     [[nodiscard]] FourCC type() const noexcept { return type_; }
-    /// The name's bytes as they stand in the file.
+    /// Raw bytes of the name.
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
-    /// Floats for each value; 0 for a set of points.
+    /// Floats per value; 0 for a map that is only a set of points.
     [[nodiscard]] std::size_t dimension() const noexcept { return dimension_; }
     /// Number of points that have a value.
     [[nodiscard]] std::size_t size() const noexcept { return run_size_ + scattered_->size; }
 
     [[nodiscard]] bool has(std::uint32_t point) const noexcept
     {
-        return lies_in_run(point) || (scattered_.is_there() && is_scattered(point));
+        return lies_in_run(point) || (scattered_.has_value() && is_scattered(point));
     }
 
-    /// How many of the points from `begin` on that lie before `end` have a value.
+    /// Number of points in [begin, end) that have a value.
     [[nodiscard]] std::size_t count_in(std::uint32_t begin, std::uint32_t end) const noexcept
     {
         const std::size_t before_end = rank(end);
@@ -68,8 +70,8 @@ public:
         return before_end > before_begin ? before_end - before_begin : 0;
     }
 
-    /// The point's value, `dimension` floats, valid until the map changes; empty when it has none
-    /// (`has` tells the two apart where the dimension is 0).
+    /// The point's value, `dimension` floats, valid until the map changes; empty when it has none.
+    /// For dimension 0 use `has`.
     [[nodiscard]] std::span<const float> find(std::uint32_t point) const noexcept
     {
         if (!has(point))
@@ -77,40 +79,40 @@ public:
         return {values_.data() + rank(point) * dimension_, dimension_};
     }
 
-    /// The point's value where the points that have one are a run of neighbours; null where `find`
-    /// has to tell, and for numbers that no point has.
+    /// Fast lookup: the point's value if the map is a run that contains the point, otherwise null
+    /// (then use `find`). Any number is allowed.
     [[nodiscard]] const float* find_in_run(std::uint64_t point) const noexcept
     {
         const std::uint64_t row = point - run_begin_;
         return row < run_size_ ? values_.data() + row * dimension_ : nullptr;
     }
 
-    /// Gives the point a value of `dimension` floats, in place of one it may have.
+    /// Sets or replaces the point's value, `dimension` floats. @throws std::bad_alloc
     void set(std::uint32_t point, std::span<const float> value)
     {
         if (!extend_run(point, value))
-            set_anywhere(point, value);
+            set_slow(point, value);
     }
 
-    /// The same where it costs nothing: the points that have a value are a run of neighbours, this
-    /// one comes next, and there is room for one more value. False: nothing was done.
+    /// Fast path of `set`: appends the value if the map is a run, `point` comes next in it, and
+    /// there is spare capacity. Otherwise returns false and does nothing.
     [[nodiscard]] bool extend_run(std::uint32_t point, std::span<const float> value) noexcept
     {
-        if (point - run_begin_ != run_size_ || values_.room() < value.size())
+        if (point - run_begin_ != run_size_ || values_.spare_capacity() < value.size())
             return false;
         copy_floats(value.data(), values_.extend(value.size()), value.size());
         ++run_size_;
         return true;
     }
 
-    /// Gives points their values in one go: the points ascend, the first of them behind all that
-    /// have a value; `values` are `dimension` floats for each, one after another.
+    /// Appends the values of several points, `dimension` floats each. The points ascend, and the
+    /// first one lies behind all points that have a value. @throws std::bad_alloc
     void append(std::span<const std::uint32_t> points, std::span<const float> values);
 
-    /// Takes the point's value away. Asks for memory where this divides a run of neighbours.
+    /// Removes the point's value. @throws std::bad_alloc when this splits a run
     void erase(std::uint32_t point);
 
-    /// Takes the values of all points from `point_count` on away.
+    /// Removes the values of the points from index `point_count` on.
     void truncate(std::uint32_t point_count) noexcept;
 
     /// All values, packed in ascending order of the points that have one.
@@ -119,8 +121,8 @@ public:
     /// Calls `visit(point, value)` for each point that has a value, in ascending order.
     template <typename Visit> void for_each(Visit visit) const { for_each_in(0, end(), visit); }
 
-    /// The same for the points from `begin` on that lie before `end`, in time that does not grow
-    /// with the others.
+    /// Calls `visit(point, value)` for each point in [begin, end) that has a value, in ascending
+    /// order. Takes no time for other points.
     template <typename Visit>
     void for_each_in(std::uint32_t begin, std::uint32_t end, Visit visit) const
     {
@@ -130,18 +132,18 @@ public:
             visit_scattered(begin, end, visit);
     }
 
-    /// Values for single corners; they stand beside those of the points.
+    /// Per-corner values, independent of the point values.
     [[nodiscard]] const CornerValues& corners() const noexcept { return *corners_; }
-    [[nodiscard]] CornerValues& edit_corners() { return corners_.make(); }
+    [[nodiscard]] CornerValues& edit_corners() { return corners_.get_or_create(); }
 
-    /// One past the last point that has a value; 0 where none has.
+    /// One past the last point that has a value; 0 if none has.
     [[nodiscard]] std::uint32_t end() const noexcept
     {
         return run_size_ != 0 ? run_begin_ + run_size_ : scattered_->end;
     }
 
 private:
-    /// Where a run begins that is none: no point has this index.
+    /// `run_begin_` of a map that is no run: not a valid point index.
     static constexpr std::uint32_t no_run = 0xFFFFFFFFu;
 
     [[nodiscard]] bool lies_in_run(std::uint32_t point) const noexcept
@@ -193,33 +195,33 @@ private:
         return {values_.data() + row * dimension_, dimension_};
     }
 
-    void set_anywhere(std::uint32_t point, std::span<const float> value);
-    /// Makes the map, in which no point has a value, a run of `count` from `point` on.
+    void set_slow(std::uint32_t point, std::span<const float> value);
+    /// Turns an empty map into a run of `count` points from `point` on.
     void begin_run(std::uint32_t point, std::size_t count) noexcept;
-    /// Takes the points for scattered ones, with room for `more` further words.
+    /// Converts a run to scattered points, with capacity for `more` further words.
     void scatter(std::size_t more);
 
-    /// Points that are no run.
+    /// Presence bits of points that are not one contiguous run.
     struct Scattered {
-        std::uint32_t size = 0;        ///< how many have a value
-        std::uint32_t end = 0;         ///< one past the last of them
-        Buffer<std::uint32_t> words;   ///< ascending: some of the points from 64 times this on
-        Buffer<std::uint64_t> present; ///< for each word: bit p % 64: point p has a value
-        Buffer<std::uint32_t> before;  ///< for each word: how many points before it have a value
+        std::uint32_t size = 0;        ///< number of points with a value
+        std::uint32_t end = 0;         ///< one past the last point with a value
+        Buffer<std::uint32_t> words;   ///< word numbers (point / 64), ascending
+        Buffer<std::uint64_t> present; ///< per word: bit p % 64 is set if point p has a value
+        Buffer<std::uint32_t> before;  ///< per word: number of preceding points with a value
 
-        /// Where a word stands, or would stand, among the words.
+        /// Index of a word number in `words`, or where it would be inserted.
         [[nodiscard]] std::size_t place_of(std::uint32_t word) const noexcept;
     };
 
     FourCC type_;
     std::uint32_t dimension_;
     std::string name_;
-    // Either a run, or scattered points.
+    // Either run_* or scattered_ is in use.
     std::uint32_t run_begin_ = no_run;
     std::uint32_t run_size_ = 0;
-    Rare<Scattered> scattered_;
+    OptionalBox<Scattered> scattered_;
     Buffer<float> values_;
-    Rare<CornerValues> corners_;
+    OptionalBox<CornerValues> corners_;
 };
 
 } // namespace mesh

@@ -143,7 +143,7 @@ void Modeler::undo()
         throw std::logic_error("there is no edit to take back");
     redo_.reserve(redo_.size() + 1);
     redo_.push_back({RedoStep(document_, undo_.back().step), state_});
-    undo_.back().step.take_back(document_);
+    undo_.back().step.revert(document_);
     fit_roles();
     state_ = undo_.back().state;
     undo_.pop_back();

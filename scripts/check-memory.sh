@@ -9,4 +9,4 @@ cd "$(dirname "$0")/.."
 scripts/build.sh -DDASTREL_TESTS=ON
 PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -m pytest -q -p no:cacheprovider \
     --program=build/bin/dastrel --failing-memory=build/tests/cli/failing_memory.so \
-    --every-allocation "$@" tests/cli/test_memory_ends.py
+    --every-allocation "$@" tests/cli/test_out_of_memory.py

@@ -12,7 +12,7 @@ namespace settings {
 namespace {
 
 /// A share between 0 and 1 that was written for percent.
-std::string judge_small_percent(double percent)
+std::string small_percent_warning(double percent)
 {
     if (percent <= 0.0 || percent > 1.0)
         return {};
@@ -20,7 +20,7 @@ std::string judge_small_percent(double percent)
                        percent * 100.0, percent * 100.0);
 }
 
-std::string judge_percent(const Setting& setting, double value)
+std::string percent_warning(const Setting& setting, double value)
 {
     const double percent = value * 100.0;
     if (setting.field == "distribution") {
@@ -35,10 +35,10 @@ std::string judge_percent(const Setting& setting, double value)
                            "of a size below 0 is turned inside out; write {:g}% or less",
                            percent, 100.0 - std::fabs(percent), 100.0 + std::fabs(percent), 100.0);
     }
-    return judge_small_percent(percent);
+    return small_percent_warning(percent);
 }
 
-std::string judge_fraction(double value)
+std::string fraction_warning(double value)
 {
     if (std::fabs(value) <= 1.0)
         return {};
@@ -48,7 +48,7 @@ std::string judge_fraction(double value)
                        percent, 1.0 - std::fabs(value), 1.0 + std::fabs(value), value, value);
 }
 
-std::string judge_angle(const Setting& setting, double value)
+std::string angle_warning(const Setting& setting, double value)
 {
     const double degrees = value * 180.0 / std::numbers::pi;
     // A round number of radians was degrees in somebody's mind.
@@ -69,7 +69,7 @@ std::string judge_angle(const Setting& setting, double value)
     return {};
 }
 
-std::string judge_count(const Setting& setting, std::int32_t value)
+std::string count_warning(const Setting& setting, std::int32_t value)
 {
     if (setting.field == "clone_num" && value < 0)
         return fmt::format("was read as {}: no clones are made", value);
@@ -87,13 +87,13 @@ std::string implausible(const Setting& setting, const Value& value)
 {
     switch (setting.unit) {
     case Unit::percent:
-        return judge_percent(setting, std::get<double>(value));
+        return percent_warning(setting, std::get<double>(value));
     case Unit::fraction:
-        return judge_fraction(std::get<double>(value));
+        return fraction_warning(std::get<double>(value));
     case Unit::angle:
-        return judge_angle(setting, std::get<double>(value));
+        return angle_warning(setting, std::get<double>(value));
     case Unit::count:
-        return judge_count(setting, std::get<std::int32_t>(value));
+        return count_warning(setting, std::get<std::int32_t>(value));
     case Unit::on_off:
     case Unit::map:
         break;

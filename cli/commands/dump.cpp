@@ -20,7 +20,7 @@ ExitStatus DumpVerb::run(Console& console)
 {
     if (files_.size() != 1)
         throw UsageError(files_.empty() ? "names no file" : "prints one file at a time");
-    judge_input(files_[0]);
+    validate_input(files_[0]);
     write_mesh_text(read_document(files_[0], console), write_stdout);
     return ExitStatus::done;
 }

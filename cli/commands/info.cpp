@@ -196,7 +196,7 @@ ExitStatus InfoVerb::run(Console& console)
     if (files_.empty())
         throw UsageError("names no file");
     for (const std::string& file : files_)
-        judge_input(file);
+        validate_input(file);
     Json files = Json::array();
     for (const std::string& file : files_) {
         const mesh::Document document = read_document(file, console);

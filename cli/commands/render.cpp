@@ -67,9 +67,9 @@ ExitStatus RenderVerb::run(Console& console)
     if (quiet_)
         console.set_quiet();
     for (const std::string& file : files_)
-        judge_input(file);
+        validate_input(file);
     check_output(); // first: an output that is an input is told as that, whatever its ending
-    judge_picture(output_);
+    validate_picture_output(output_);
 
     const auto start = std::chrono::steady_clock::now();
     std::vector<mesh::Document> documents;

@@ -147,7 +147,7 @@ void RunVerb::check_output(const std::string& module_file) const
     inputs.push_back({"the module", module_file});
     const RunFile output{"-o", output_};
     check_file_conflicts(inputs, {&output, 1}, force_ ? Replacing::allowed : Replacing::refused);
-    judge_output(output_);
+    validate_output(output_);
 }
 
 ExitStatus RunVerb::run(Console& console)
@@ -157,7 +157,7 @@ ExitStatus RunVerb::run(Console& console)
         console.set_quiet();
     fix_clock();
     for (const std::string& file : files_)
-        judge_input(file);
+        validate_input(file);
     const std::string module_file = find_module(module_).string();
     check_output(module_file);
     modeler::Module module = load_module(module_file);

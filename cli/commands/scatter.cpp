@@ -77,12 +77,12 @@ ScatterReport::Input counted(const std::string& name, const mesh::Document& docu
 
 /// Takes layers that hold clones alone out of the run, so that clones which were given a layer of
 /// their own are neither ground nor model of the next run. They stay where the role has no others.
-void set_earlier_clones_aside(const mesh::Document& document, LayerRole role,
-                              std::vector<LayerRole>& roles)
+void exclude_earlier_clones(const mesh::Document& document, LayerRole role,
+                            std::vector<LayerRole>& roles)
 {
     std::vector<LayerRole> without = roles;
     for (std::size_t i = 0; i < roles.size(); ++i)
-        if (roles[i] == role && mesh::holds_clones_alone(document.layers[i]))
+        if (roles[i] == role && mesh::holds_only_clones(document.layers[i]))
             without[i] = LayerRole::shown;
     if (std::find(without.begin(), without.end(), role) != without.end())
         roles = std::move(without);
@@ -117,7 +117,7 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
     if (request.scene) {
         scene.roles = scene_roles(request, scene.document);
         if (request.own_layer && request.background.empty())
-            set_earlier_clones_aside(scene.document, LayerRole::background, scene.roles);
+            exclude_earlier_clones(scene.document, LayerRole::background, scene.roles);
         return scene;
     }
     const auto warn = [&](const std::string& text) { console.warning(text); };
@@ -135,7 +135,7 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
     scene.roles.assign(scene.document.layers.size(), LayerRole::background);
     std::fill_n(scene.roles.begin(), scene.layers_to_write, LayerRole::foreground);
     if (request.own_layer)
-        set_earlier_clones_aside(scene.document, LayerRole::foreground, scene.roles);
+        exclude_earlier_clones(scene.document, LayerRole::foreground, scene.roles);
     return scene;
 }
 
@@ -329,15 +329,15 @@ void check_outputs(const ScatterRequest& request, const std::string& module)
 
 /// Judges the whole request, as far as it can be without reading the inputs. An output that is an
 /// input is told as that, whatever its ending.
-modeler::Module judge(const ScatterRequest& request)
+modeler::Module validate_request(const ScatterRequest& request)
 {
     for (const std::string& input : request.inputs)
-        judge_input(input);
+        validate_input(input);
     const std::string file = find_module(request.module).string();
     check_outputs(request, file);
-    judge_output(request.output);
+    validate_output(request.output);
     if (!request.picture.empty())
-        judge_picture(request.picture);
+        validate_picture_output(request.picture);
     modeler::Module module = load_module(file);
     if (module.find(modeler::mesh_edit_class, command) == nullptr)
         throw Failure(ExitStatus::host,
@@ -371,7 +371,7 @@ ExitStatus ScatterVerb::run(Console& console)
     report.output = request.output;
     report.picture = request.picture;
     report.clock = fix_clock(request.clock);
-    modeler::Module module = judge(request);
+    modeler::Module module = validate_request(request);
     report.module = module.file();
     warn_of_values(request, console);
 
@@ -379,8 +379,8 @@ ExitStatus ScatterVerb::run(Console& console)
     Scene scene = read_scene(request, report.inputs, console);
     check_ground(scene, request);
     select_surfaces(request.select_surfaces, scene);
-    judge_result_size(scene.document, scene.roles, clones_asked(request), request.own_layer,
-                      request.output);
+    validate_result_size(scene.document, scene.roles, clones_asked(request), request.own_layer,
+                         request.output);
     report.seconds.read = stopwatch.lap();
 
     warn_of_meshes(scene, report, console);

@@ -15,8 +15,8 @@
 
 namespace cli {
 
-void judge_result_size(const mesh::Document& document, std::span<const modeler::LayerRole> roles,
-                       std::int64_t clones, bool own_layer, const std::string& output)
+void validate_result_size(const mesh::Document& document, std::span<const modeler::LayerRole> roles,
+                          std::int64_t clones, bool own_layer, const std::string& output)
 {
     formats::CopiedMesh clone;
     std::vector<const mesh::Layer*> models;

@@ -16,7 +16,7 @@ namespace cli {
 /// The command makes all the clones that it is asked for, and copies all points that polygons of
 /// the model have, with their map values.
 /// @throws Failure (output, host)
-void judge_result_size(const mesh::Document& document, std::span<const modeler::LayerRole> roles,
-                       std::int64_t clones, bool own_layer, const std::string& output);
+void validate_result_size(const mesh::Document& document, std::span<const modeler::LayerRole> roles,
+                          std::int64_t clones, bool own_layer, const std::string& output);
 
 } // namespace cli

@@ -148,7 +148,7 @@ std::vector<settings::GivenSetting> ScatterArguments::given_settings() const
     }
 }
 
-void ScatterArguments::judge_picture_name(const ScatterRequest& request) const
+void ScatterArguments::validate_picture_name(const ScatterRequest& request) const
 {
     if (request.picture.empty())
         throw UsageError("--picture: names no file");
@@ -156,7 +156,7 @@ void ScatterArguments::judge_picture_name(const ScatterRequest& request) const
         throw UsageError("--json: the summary and the picture cannot both go to standard output");
 }
 
-void ScatterArguments::judge_inputs(ScatterRequest& request) const
+void ScatterArguments::validate_inputs(ScatterRequest& request) const
 {
     request.scene = !foreground_.empty();
     if (request.inputs.empty())
@@ -175,7 +175,7 @@ void ScatterArguments::judge_inputs(ScatterRequest& request) const
     if (request.json && request.output == standard_stream)
         throw UsageError("--json: the summary and the output cannot both go to standard output");
     if (line_.was_given("--picture"))
-        judge_picture_name(request);
+        validate_picture_name(request);
     if (!request.scene)
         return;
     request.foreground = parse_layer_list("--foreground", foreground_);
@@ -204,7 +204,7 @@ ScatterRequest ScatterArguments::request() const
     request.force = force_;
     request.json = json_;
     request.quiet = quiet_;
-    judge_inputs(request);
+    validate_inputs(request);
     request.settings = given_settings();
     return request;
 }

@@ -42,8 +42,8 @@ public:
 
 private:
     void add_settings();
-    void judge_inputs(ScatterRequest& request) const;
-    void judge_picture_name(const ScatterRequest& request) const;
+    void validate_inputs(ScatterRequest& request) const;
+    void validate_picture_name(const ScatterRequest& request) const;
     [[nodiscard]] std::vector<settings::GivenSetting> given_settings() const;
 
     CommandLine line_;

@@ -25,13 +25,13 @@ void write_character(char character) noexcept
     const auto code = static_cast<unsigned char>(character);
     if (character == '"' || character == '\\') {
         const std::array<char, 2> escaped{'\\', character};
-        write_stdout_anyhow({escaped.data(), escaped.size()});
+        write_stdout_best_effort({escaped.data(), escaped.size()});
     } else if (character == '\n') {
-        write_stdout_anyhow("\\n");
+        write_stdout_best_effort("\\n");
     } else {
         const std::array<char, 6> escaped{
             '\\', 'u', '0', '0', digits[code >> 4u], digits[code & 15u]};
-        write_stdout_anyhow({escaped.data(), escaped.size()});
+        write_stdout_best_effort({escaped.data(), escaped.size()});
     }
 }
 
@@ -48,7 +48,7 @@ void write_sound_text(std::string_view text) noexcept
         std::size_t plain = 0;
         while (plain < text.size() && is_plain(text[plain]))
             ++plain;
-        write_stdout_anyhow(text.substr(0, plain));
+        write_stdout_best_effort(text.substr(0, plain));
         if (plain == text.size())
             return;
         write_character(text[plain]);
@@ -65,23 +65,23 @@ void write_text(std::string_view text) noexcept
         write_sound_text(text.substr(0, sound));
         if (sound == text.size())
             return;
-        write_stdout_anyhow("\\ufffd");
+        write_stdout_best_effort("\\ufffd");
         text.remove_prefix(sound + 1);
     }
 }
 
 void write_text_or_null(std::string_view key, std::string_view text) noexcept
 {
-    write_stdout_anyhow(",\n    \"");
-    write_stdout_anyhow(key);
-    write_stdout_anyhow(text.empty() ? "\": " : "\": \"");
+    write_stdout_best_effort(",\n    \"");
+    write_stdout_best_effort(key);
+    write_stdout_best_effort(text.empty() ? "\": " : "\": \"");
     write_text(text.empty() ? "null" : text);
-    write_stdout_anyhow(text.empty() ? "" : "\"");
+    write_stdout_best_effort(text.empty() ? "" : "\"");
 }
 
 } // namespace
 
-void tell_errors_as_json() noexcept { wanted = true; }
+void enable_json_errors() noexcept { wanted = true; }
 
 void write_error_object(ExitStatus status, std::initializer_list<std::string_view> message,
                         std::string_view file, std::string_view place) noexcept
@@ -98,13 +98,13 @@ void write_error_object(ExitStatus status, std::initializer_list<std::string_vie
           std::string_view("\",\n  \"error\": {\n    \"status\": "),
           std::string_view(number.data(), static_cast<std::size_t>(end - number.data())),
           std::string_view(",\n    \"message\": \"")})
-        write_stdout_anyhow(piece);
+        write_stdout_best_effort(piece);
     for (const std::string_view piece : message)
         write_text(piece);
-    write_stdout_anyhow("\"");
+    write_stdout_best_effort("\"");
     write_text_or_null("file", file);
     write_text_or_null("place", place);
-    write_stdout_anyhow("\n  }\n}\n");
+    write_stdout_best_effort("\n  }\n}\n");
 }
 
 } // namespace cli

@@ -10,7 +10,7 @@ namespace cli {
 
 /// From now on errors are told on standard output, too, as JSON objects: the program was asked for
 /// JSON, and whoever reads it shall not have to read sentences to know what went wrong.
-void tell_errors_as_json() noexcept;
+void enable_json_errors() noexcept;
 
 /// Writes the object where that was asked for and neither a result nor an object was written
 /// before. Needs no memory, and may be called from a signal handler.

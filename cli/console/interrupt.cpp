@@ -37,7 +37,7 @@ extern "C" void end_at_once(int signal)
     clear_progress_line();
     modeler::ModuleCall::release(); // it is not the module that ends the program
     const int status = status_of_signal + signal;
-    write_error_object(static_cast<ExitStatus>(status), {message_for(signal), written_so_far()}, {},
+    write_error_object(static_cast<ExitStatus>(status), {message_for(signal), output_note()}, {},
                        {});
     ::_exit(status);
 }

@@ -82,7 +82,7 @@ void install_handlers() noexcept
 
 } // namespace
 
-void advise_on_memory(std::string_view verb, std::string_view advice) noexcept
+void set_out_of_memory_advice(std::string_view verb, std::string_view advice) noexcept
 {
     asked_verb = verb;
     memory_advice = advice;
@@ -92,7 +92,7 @@ void report_out_of_memory() noexcept
 {
     constexpr std::string_view problem = "out of memory";
     const std::string_view before_advice = memory_advice.empty() ? "" : "; ";
-    const std::string_view written = written_so_far();
+    const std::string_view written = output_note();
     clear_progress_line();
     for (const std::string_view part :
          {std::string_view("dastrel: "), asked_verb,
@@ -104,7 +104,7 @@ void report_out_of_memory() noexcept
 
 void note_output_written() noexcept { output_written = true; }
 
-std::string_view written_so_far() noexcept
+std::string_view output_note() noexcept
 {
     return output_written ? "; the object file is written" : "";
 }

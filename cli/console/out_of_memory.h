@@ -9,7 +9,7 @@ namespace cli {
 /// @param verb    that the program was asked for
 /// @param advice  what to do; empty: nothing helps that the one who calls it could do
 /// Both texts have to last as long as the program.
-void advise_on_memory(std::string_view verb, std::string_view advice) noexcept;
+void set_out_of_memory_advice(std::string_view verb, std::string_view advice) noexcept;
 
 /// Writes on standard error that memory ended, and the advice. Needs no memory.
 void report_out_of_memory() noexcept;
@@ -19,6 +19,6 @@ void note_output_written() noexcept;
 
 /// What such an error ends with: empty until the object file is written. May be called from a
 /// signal handler.
-[[nodiscard]] std::string_view written_so_far() noexcept;
+[[nodiscard]] std::string_view output_note() noexcept;
 
 } // namespace cli

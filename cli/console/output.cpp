@@ -55,7 +55,10 @@ void write_stdout(std::string_view text)
 
 bool has_begun_result() noexcept { return result_begun != 0; }
 
-void write_stdout_anyhow(std::string_view text) noexcept { (void)write_all(STDOUT_FILENO, text); }
+void write_stdout_best_effort(std::string_view text) noexcept
+{
+    (void)write_all(STDOUT_FILENO, text);
+}
 
 void write_stderr(std::string_view text) noexcept { (void)write_all(STDERR_FILENO, text); }
 

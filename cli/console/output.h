@@ -19,7 +19,7 @@ void write_stdout(std::string_view text);
 
 /// Writes to standard output where nothing can be done when it fails. May be called from a signal
 /// handler.
-void write_stdout_anyhow(std::string_view text) noexcept;
+void write_stdout_best_effort(std::string_view text) noexcept;
 
 /// Writes to standard error, at once; nothing can be done where it takes nothing. May be called
 /// from a signal handler.

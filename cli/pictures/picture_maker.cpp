@@ -114,7 +114,7 @@ void write_picture(const std::vector<std::byte>& bytes, const std::string& name)
 
 } // namespace
 
-void judge_picture(const std::string& name)
+void validate_picture_output(const std::string& name)
 {
     if (name == standard_stream) {
         if (::isatty(STDOUT_FILENO) == 1)

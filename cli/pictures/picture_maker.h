@@ -12,7 +12,7 @@
 namespace cli {
 
 /// Judges whether the picture can be written. @throws Failure (output)
-void judge_picture(const std::string& name);
+void validate_picture_output(const std::string& name);
 
 /// Makes a picture of the documents in one scene and writes it, whole or not at all, or to standard
 /// output. Returns the number of triangles traced.

@@ -48,13 +48,13 @@ PictureDialog::PictureDialog(const PictureOptions& shown, QWidget* parent)
     restore();
     background_changed();
     connect(background_, &QComboBox::currentIndexChanged, this, &PictureDialog::background_changed);
-    connect(sizes_, &QComboBox::activated, this, &PictureDialog::take_size);
+    connect(sizes_, &QComboBox::activated, this, &PictureDialog::apply_size);
     for (QSpinBox* const field : {width_, height_})
         connect(field, &QSpinBox::valueChanged, this, [this] {
             sizes_->setCurrentIndex(own_size);
             size_changed();
         });
-    take_size(sizes_->currentIndex());
+    apply_size(sizes_->currentIndex());
 }
 
 void PictureDialog::build(const PictureOptions& shown)
@@ -109,7 +109,7 @@ void PictureDialog::restore()
         std::clamp(settings.value(background_key).toInt(), 0, background_->count() - 1));
 }
 
-void PictureDialog::take_size(int choice)
+void PictureDialog::apply_size(int choice)
 {
     QSize size = view_;
     switch (choice) {
@@ -154,16 +154,16 @@ void PictureDialog::background_changed()
 {
     const bool transparent =
         background_->currentIndex() == static_cast<int>(PictureBackground::transparent);
-    if (transparent == guides_put_aside_.has_value())
+    if (transparent == saved_guides_.has_value())
         return;
     if (transparent) {
-        guides_put_aside_ = {grid_->isChecked(), axes_->isChecked(), selection_->isChecked()};
+        saved_guides_ = {grid_->isChecked(), axes_->isChecked(), selection_->isChecked()};
         for (QCheckBox* const box : {grid_, axes_, selection_})
             box->setChecked(false);
         return;
     }
-    const auto [grid, axes, selection] = *guides_put_aside_;
-    guides_put_aside_.reset();
+    const auto [grid, axes, selection] = *saved_guides_;
+    saved_guides_.reset();
     grid_->setChecked(grid);
     axes_->setChecked(axes);
     selection_->setChecked(selection);

@@ -34,7 +34,7 @@ public:
 private:
     void build(const PictureOptions& shown);
     void restore();
-    void take_size(int choice);
+    void apply_size(int choice);
     void size_changed();
     void background_changed();
 
@@ -49,7 +49,7 @@ private:
     QLabel* problem_;
     QPushButton* go_on_ = nullptr;
     /// What was ticked before the background became transparent; empty: it is not.
-    std::optional<std::array<bool, 3>> guides_put_aside_;
+    std::optional<std::array<bool, 3>> saved_guides_;
 };
 
 } // namespace desktop

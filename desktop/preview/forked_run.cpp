@@ -108,7 +108,7 @@ void ForkedRun::close_all() noexcept
     }
 }
 
-PreviewMesh ForkedRun::take()
+PreviewMesh ForkedRun::take_result()
 {
     const int status = wait_for(child_);
     child_ = 0;

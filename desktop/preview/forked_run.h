@@ -34,7 +34,7 @@ public:
 
     /// Waits for the child, and takes what it made.
     /// @throws std::runtime_error when it ended before its time
-    [[nodiscard]] PreviewMesh take();
+    [[nodiscard]] PreviewMesh take_result();
 
     /// In the child: hands over what the document gained, and ends.
     [[noreturn]] void finish(const mesh::Document& document, std::span<const LayerCount> before,

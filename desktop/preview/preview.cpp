@@ -132,7 +132,7 @@ bool Preview::begin(std::optional<int> clones)
         return false;
     }
     done_ = std::make_unique<QSocketNotifier>(run_.done_signal(), QSocketNotifier::Read);
-    connect(done_.get(), &QSocketNotifier::activated, this, &Preview::take);
+    connect(done_.get(), &QSocketNotifier::activated, this, &Preview::take_result);
     if (!decided_)
         too_long_.start();
     since_begin_.start();
@@ -141,7 +141,7 @@ bool Preview::begin(std::optional<int> clones)
     return false;
 }
 
-void Preview::take()
+void Preview::take_result()
 {
     too_long_.stop();
     second_.stop();
@@ -149,7 +149,7 @@ void Preview::take()
     done_.release()->deleteLater();
     std::shared_ptr<PreviewMesh> mesh;
     try {
-        mesh = std::make_shared<PreviewMesh>(run_.take());
+        mesh = std::make_shared<PreviewMesh>(run_.take_result());
     } catch (const std::exception& error) {
         show_nothing(tr("none: %1").arg(printable(error.what())));
         return;

@@ -60,7 +60,7 @@ signals:
     void switched(bool on);
 
 private:
-    void take();
+    void take_result();
     void cancel_run();
     void give_up_as_slow();
     void show_nothing(const QString& reason);

@@ -155,7 +155,7 @@ bool Tracer::reading() const
     return jobs_left_ > 0;
 }
 
-bool Tracer::quieten()
+bool Tracer::pause()
 {
     std::unique_lock lock(mutex_);
     if (jobs_left_ > 0)

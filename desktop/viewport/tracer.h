@@ -82,7 +82,7 @@ public:
     void post(std::function<void()> work);
 
     /// Stops the drawing, and returns true when the thread is at rest; false while it reads.
-    [[nodiscard]] bool quieten();
+    [[nodiscard]] bool pause();
     /// Lets it go on.
     void resume();
 

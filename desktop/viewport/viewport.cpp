@@ -160,7 +160,7 @@ QPointF Viewport::to_picture(const QPointF& at) const { return at * options_.sca
 void Viewport::set_selecting(bool on)
 {
     selecting_ = on;
-    hold_ = Hold::nothing;
+    drag_mode_ = DragMode::none;
     update();
 }
 
@@ -183,7 +183,7 @@ void Viewport::paintEvent(QPaintEvent* /*event*/)
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(rect(), image_);
     }
-    if (hold_ == Hold::point && pressed_ != last_) {
+    if (drag_mode_ == DragMode::select && pressed_ != last_) {
         QStyleOptionRubberBand option;
         option.initFrom(this);
         option.rect = QRect(pressed_, last_).normalized();
@@ -209,11 +209,11 @@ void Viewport::mousePressEvent(QMouseEvent* event)
     const bool alt = (event->modifiers() & Qt::AltModifier) != 0;
     const bool shift = (event->modifiers() & Qt::ShiftModifier) != 0;
     if (event->button() == Qt::MiddleButton)
-        hold_ = Hold::pan;
+        drag_mode_ = DragMode::pan;
     else if (event->button() == Qt::RightButton || (event->button() == Qt::LeftButton && alt))
-        hold_ = shift ? Hold::pan : Hold::orbit;
+        drag_mode_ = shift ? DragMode::pan : DragMode::orbit;
     else if (event->button() == Qt::LeftButton && selecting_)
-        hold_ = Hold::point;
+        drag_mode_ = DragMode::select;
     pressed_ = last_ = event->position().toPoint();
 }
 
@@ -221,12 +221,12 @@ void Viewport::mouseMoveEvent(QMouseEvent* event)
 {
     const QPoint at = event->position().toPoint();
     const QPoint moved = at - last_;
-    if (hold_ == Hold::nothing)
+    if (drag_mode_ == DragMode::none)
         return;
     last_ = at;
-    if (hold_ == Hold::orbit) // the scene turns with the pointer
+    if (drag_mode_ == DragMode::orbit) // the scene turns with the pointer
         orbit(moved.x() * degrees_for_pixel, moved.y() * degrees_for_pixel);
-    else if (hold_ == Hold::pan)
+    else if (drag_mode_ == DragMode::pan)
         pan(-static_cast<double>(moved.x()) / std::max(1, height()),
             static_cast<double>(moved.y()) / std::max(1, height()));
     else
@@ -235,8 +235,8 @@ void Viewport::mouseMoveEvent(QMouseEvent* event)
 
 void Viewport::mouseReleaseEvent(QMouseEvent* event)
 {
-    const Hold hold = std::exchange(hold_, Hold::nothing);
-    if (hold != Hold::point)
+    const DragMode hold = std::exchange(drag_mode_, DragMode::none);
+    if (hold != DragMode::select)
         return;
     update();
     const QPoint at = event->position().toPoint();

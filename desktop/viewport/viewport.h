@@ -74,7 +74,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    enum class Hold { nothing, point, orbit, pan };
+    enum class DragMode { none, select, orbit, pan };
 
     void send();
 
@@ -83,7 +83,7 @@ private:
     std::optional<picture::Camera> fitted_;
     QSize fitted_size_; ///< of the widget when it was fitted
     QImage image_;
-    Hold hold_ = Hold::nothing;
+    DragMode drag_mode_ = DragMode::none;
     QPoint pressed_;
     QPoint last_;
     bool selecting_ = true;

@@ -145,7 +145,7 @@ void WindowFrontEnd::reset_panel_place()
 /// Returns true in the child.
 bool WindowFrontEnd::begin_preview(const modeler::FormPanel& panel)
 {
-    if (!host_.quieten())
+    if (!host_.pause())
         return false; // due again when the other threads are through
     if (preview_.begin(asked_clones(panel)))
         return true;
@@ -198,7 +198,7 @@ bool WindowFrontEnd::run_panel(modeler::FormPanel& panel)
     if (in_child_)
         return true;
     // The command is about to change what a ghost may still be made from.
-    while (!host_.quieten())
+    while (!host_.pause())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                         QEventLoop::WaitForMoreEvents);
     host_.resume();

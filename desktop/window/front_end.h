@@ -31,8 +31,8 @@ public:
     struct Host {
         /// A panel is about to be opened, and wants so much of the window's width; or was closed.
         std::function<void(bool open, int width)> panel;
-        std::function<bool()> quieten; ///< stops all other threads' work; false: not now
-        std::function<void()> resume;  ///< lets them go on
+        std::function<bool()> pause;  ///< stops all other threads' work; false: not now
+        std::function<void()> resume; ///< lets them go on
         /// What speaks against a run with the panel's values; empty: nothing. Asked on OK.
         std::function<std::string(const modeler::FormPanel&)> problem;
         /// Whether a file belongs to the scene, so that nothing else may be written there.

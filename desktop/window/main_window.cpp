@@ -13,7 +13,7 @@
 
 #include "desktop/message_box.h"
 #include "desktop/text.h"
-#include "desktop/window/aside.h"
+#include "desktop/window/background.h"
 #include "desktop/window/run_size.h"
 #include "desktop/window/scene_warnings.h"
 #include "desktop/window/start_page.h"
@@ -43,7 +43,7 @@ MainWindow::MainWindow()
     : tracer_(nullptr), preview_(nullptr), presets_(preset_folder()),
       front_end_(*this, preview_, presets_,
                  {.panel = [this](bool open, int width) { panel_is_open(open, width); },
-                  .quieten = [this] { return tracer_.quieten(); },
+                  .pause = [this] { return tracer_.pause(); },
                   .resume = [this] { tracer_.resume(); },
                   .problem =
                       [this](const modeler::FormPanel& panel) {
@@ -80,10 +80,10 @@ MainWindow::MainWindow()
             viewport_->fit();
         show_selection();
     });
-    connect(&tracer_, &Tracer::at_rest, this, &MainWindow::do_waiting);
+    connect(&tracer_, &Tracer::at_rest, this, &MainWindow::run_pending);
     go_on_.setSingleShot(true);
     go_on_.setInterval(0);
-    connect(&go_on_, &QTimer::timeout, this, &MainWindow::do_waiting);
+    connect(&go_on_, &QTimer::timeout, this, &MainWindow::run_pending);
     connect(&preview_, &Preview::shown, this, [this](std::shared_ptr<const PreviewMesh> mesh) {
         tracer_.show_ghost(std::move(mesh));
     });
@@ -122,10 +122,11 @@ void MainWindow::build_start_page()
     connect(start_page_, &StartPage::open_asked, this, [this] { ask_and_open(false); });
     connect(start_page_, &StartPage::examples_asked, this, [this] {
         const std::filesystem::path folder = example_folder();
-        when_free([this, folder] { open({folder / "terrain.lwo", folder / "tree.lwo"}); });
+        run_when_idle([this, folder] { open({folder / "terrain.lwo", folder / "tree.lwo"}); });
     });
-    connect(start_page_, &StartPage::recent_asked, this,
-            [this](const QString& file) { when_free([this, file] { open({to_path(file)}); }); });
+    connect(start_page_, &StartPage::recent_asked, this, [this](const QString& file) {
+        run_when_idle([this, file] { open({to_path(file)}); });
+    });
     start_page_->appear();
 }
 
@@ -176,49 +177,52 @@ void MainWindow::tell(const QString& text) { status_->tell(text); }
 QString MainWindow::told() const { return status_->told(); }
 
 /// Does what changes the document as soon as nobody reads it: mostly at once.
-void MainWindow::when_free(std::function<void()> work)
+void MainWindow::run_when_idle(std::function<void()> work)
 {
-    waiting_.push_back(std::move(work));
-    do_waiting();
-    if (!waiting_.empty())
+    pending_.push_back(std::move(work));
+    run_pending();
+    if (!pending_.empty())
         statusBar()->showMessage(tr("Waiting for the picture to be prepared..."), 2000);
 }
 
 /// One piece of work may have the document read anew, and then the next one waits again.
-void MainWindow::do_waiting()
+void MainWindow::run_pending()
 {
-    while (!waiting_.empty() && !running_ && !aside_ && !tracer_.reading()) {
-        const std::function<void()> work = std::move(waiting_.front());
-        waiting_.pop_front();
+    while (!pending_.empty() && !running_ && !background_running_ && !tracer_.reading()) {
+        const std::function<void()> work = std::move(pending_.front());
+        pending_.pop_front();
         work();
     }
 }
 
 /// For as long as another thread is at work and nobody else changes the document.
-struct MainWindow::Aside {
-    explicit Aside(MainWindow& owner) : window(owner) { window.aside_ = true; }
-    Aside(const Aside&) = delete;
-    Aside& operator=(const Aside&) = delete;
-    ~Aside()
+struct MainWindow::BackgroundScope {
+    explicit BackgroundScope(MainWindow& owner) : window(owner)
     {
-        window.aside_ = false;
+        window.background_running_ = true;
+    }
+    BackgroundScope(const BackgroundScope&) = delete;
+    BackgroundScope& operator=(const BackgroundScope&) = delete;
+    ~BackgroundScope()
+    {
+        window.background_running_ = false;
         window.go_on_.start();
     }
     MainWindow& window;
 };
 
-void MainWindow::do_aside(const std::function<void()>& work)
+void MainWindow::run_in_background(const std::function<void()>& work)
 {
-    const Aside aside(*this);
-    work_aside(work);
+    const BackgroundScope scope(*this);
+    desktop::run_in_background(work);
 }
 
 /// The drawing of the view rests meanwhile, and leaves the machine to the work.
-void MainWindow::do_in_box(const QString& title, const QString& caption,
-                           const std::function<void(WorkState&)>& work)
+void MainWindow::run_with_progress(const QString& title, const QString& caption,
+                                   const std::function<void(WorkState&)>& work)
 {
-    const Aside aside(*this);
-    const bool quiet = tracer_.quieten();
+    const BackgroundScope scope(*this);
+    const bool quiet = tracer_.pause();
     const struct Resume {
         Tracer* tracer;
         ~Resume()
@@ -227,7 +231,7 @@ void MainWindow::do_in_box(const QString& title, const QString& caption,
                 tracer->resume();
         }
     } resume{quiet ? &tracer_ : nullptr};
-    work_in_box(*this, title, caption, work);
+    run_in_work_box(*this, title, caption, work);
 }
 
 void MainWindow::report(const std::string& problem)
@@ -245,7 +249,7 @@ void MainWindow::tell_failure(std::string_view what)
         MainWindow& window;
         ~Telling() { window.telling_ = false; }
     } end{*this};
-    const bool can_save = !running_ && !panel_open_ && !aside_ && !workspace_.empty();
+    const bool can_save = !running_ && !panel_open_ && !background_running_ && !workspace_.empty();
     MessageBox box(QMessageBox::Critical, tr("Dastrel Modeler"), to_qt(what),
                    can_save ? tr("The scene is kept. Save it now, before you go on?")
                             : tr("What was begun is given up; the scene is kept."),
@@ -253,7 +257,7 @@ void MainWindow::tell_failure(std::string_view what)
     if (box.exec() == QMessageBox::Save)
         ask_and_save(false);
     if (can_save) // what was cut short may have been the showing
-        when_free([this] { show_document(); });
+        run_when_idle([this] { show_document(); });
 }
 
 void MainWindow::load_module()
@@ -289,7 +293,7 @@ void MainWindow::panel_is_open(bool open, int panel_width)
             viewport_->fit();
         });
     }
-    make_room(open ? panel_width : 0);
+    widen_for_panel(open ? panel_width : 0);
     if (!open) {
         resizeDocks({lists}, {lists_width_}, Qt::Horizontal); // the panel may have squeezed them
         if (camera_before_panel_ && viewport_->is_fitted())
@@ -303,7 +307,7 @@ void MainWindow::panel_is_open(bool open, int panel_width)
 
 /// The lists take no input while the panel is open, and make room where both would leave little of
 /// the view. Without a panel, of width 0, they come back.
-void MainWindow::make_room(int panel_width)
+void MainWindow::widen_for_panel(int panel_width)
 {
     QAction* const show_lists = action(ActionId::show_lists);
     const bool shown = show_lists->isChecked();

@@ -112,7 +112,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    struct Aside;
+    struct BackgroundScope;
 
     // main_window.cpp
     void build_lists();
@@ -121,15 +121,15 @@ private:
     void show_selection();
     void update_state();
     void tell(const QString& text);
-    void when_free(std::function<void()> work);
-    void do_waiting();
-    void do_aside(const std::function<void()>& work);
-    void do_in_box(const QString& title, const QString& caption,
-                   const std::function<void(WorkState&)>& work);
+    void run_when_idle(std::function<void()> work);
+    void run_pending();
+    void run_in_background(const std::function<void()>& work);
+    void run_with_progress(const QString& title, const QString& caption,
+                           const std::function<void(WorkState&)>& work);
     void report(const std::string& problem);
     void use_own_layer(bool on);
     void panel_is_open(bool open, int panel_width);
-    void make_room(int panel_width);
+    void widen_for_panel(int panel_width);
     void reset_layout();
 
     // window_actions.cpp
@@ -148,7 +148,7 @@ private:
     [[nodiscard]] bool may_replace(const std::filesystem::path& file, bool foreground_only);
     void close_scene();
     /// Returns true when the scene may go.
-    [[nodiscard]] bool let_go();
+    [[nodiscard]] bool confirm_discard();
     void remember(const std::filesystem::path& file) noexcept;
 
     // window_pictures.cpp
@@ -161,7 +161,7 @@ private:
 
     // window_editing.cpp
     void run_now(const std::string& server);
-    void step_back(bool undo);
+    void undo_or_redo(bool undo);
     [[nodiscard]] QString what_was_made(bool own_layer) const;
     [[nodiscard]] QString last_edit_text() const;
     void select(const std::function<void(modeler::Modeler&)>& change);
@@ -182,7 +182,7 @@ private:
     QMenu* recent_menu_ = nullptr;
     std::array<QAction*, action_count> actions_{};
     std::vector<QAction*> commands_;
-    std::deque<std::function<void()>> waiting_; ///< for the document to be read
+    std::deque<std::function<void()>> pending_; ///< for the document to be read
     QTimer go_on_;                              ///< with what waits, when the event loop is reached
     QString last_command_;
     std::map<std::uint64_t, QString> edit_texts_; ///< by the state of the document they led to
@@ -195,7 +195,7 @@ private:
     std::vector<std::string> warnings_; ///< of the scene, for the panel of the command that runs
     bool own_layer_ = false;            ///< for what the command adds that runs
     bool telling_ = false;              ///< of a failure
-    bool aside_ = false;                ///< another thread works on the document, and input waits
+    bool background_running_ = false;   ///< another thread works on the document, and input waits
     bool fit_next_ = false;             ///< the next scene that comes is the first of its document
 };
 

@@ -112,7 +112,7 @@ std::string missing_model(const Workspace& workspace)
             continue;
         if (roles[i] == modeler::LayerRole::background)
             return {};
-        if (mesh::holds_clones_alone(document.layers[i]))
+        if (mesh::holds_only_clones(document.layers[i]))
             continue;
         ++with_polygons;
         proposed = i;

@@ -60,8 +60,8 @@ void MainWindow::build_recent_menu(QMenu& menu)
             const QString name = menu.fontMetrics().elidedText(
                 printable(file), Qt::ElideMiddle, menu.fontMetrics().averageCharWidth() * 60);
             QAction* const entry = menu.addAction(in_menu(name), this, [this, file] {
-                if (let_go())
-                    when_free([this, file] { open({to_path(file)}); });
+                if (confirm_discard())
+                    run_when_idle([this, file] { open({to_path(file)}); });
             });
             entry->setToolTip(tool_tip(printable(file)));
         }
@@ -84,8 +84,8 @@ void MainWindow::connect_actions()
     on(ActionId::export_picture, [this] { ask_and_export(); });
     on(ActionId::close_scene, [this] { close_scene(); });
     on(ActionId::quit, [this] { close(); });
-    on(ActionId::undo, [this] { when_free([this] { step_back(true); }); });
-    on(ActionId::redo, [this] { when_free([this] { step_back(false); }); });
+    on(ActionId::undo, [this] { run_when_idle([this] { undo_or_redo(true); }); });
+    on(ActionId::redo, [this] { run_when_idle([this] { undo_or_redo(false); }); });
     on(ActionId::select_all,
        [this] { select([](modeler::Modeler& session) { desktop::select_all(session, true); }); });
     on(ActionId::select_none,
@@ -100,7 +100,7 @@ void MainWindow::connect_actions()
     on(ActionId::make_background, [this] { choose_role(modeler::LayerRole::background); });
     on(ActionId::make_hidden, [this] { choose_role(modeler::LayerRole::hidden); });
     on(ActionId::make_shown, [this] { choose_role(modeler::LayerRole::shown); });
-    on(ActionId::swap_roles, [this] { when_free([this] { swap_roles(); }); });
+    on(ActionId::swap_roles, [this] { run_when_idle([this] { swap_roles(); }); });
     on(ActionId::fit, [this] { viewport_->fit(); });
     using View = picture::StandardView;
     for (const auto& [id, view] :

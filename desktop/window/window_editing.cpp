@@ -30,7 +30,7 @@ QString seconds_text(double seconds)
 
 void MainWindow::run_command(const std::string& server)
 {
-    when_free([this, server] { run_now(server); });
+    run_when_idle([this, server] { run_now(server); });
 }
 
 void MainWindow::run_now(const std::string& server)
@@ -116,7 +116,7 @@ QString MainWindow::last_edit_text() const
     return found != edit_texts_.end() ? found->second : last_command_;
 }
 
-void MainWindow::step_back(bool undo)
+void MainWindow::undo_or_redo(bool undo)
 {
     modeler::Modeler& session = workspace_.session();
     if (undo ? !session.can_undo() : !session.can_redo())
@@ -141,7 +141,7 @@ void MainWindow::select(const std::function<void(modeler::Modeler&)>& change)
 {
     if (panel_open_ || running_)
         return;
-    when_free([this, change] {
+    run_when_idle([this, change] {
         change(workspace_.session());
         show_selection();
     });
@@ -216,7 +216,7 @@ void MainWindow::swap_roles()
 
 void MainWindow::set_role(std::size_t layer, modeler::LayerRole role)
 {
-    when_free([this, layer, role] {
+    run_when_idle([this, layer, role] {
         if (layer >= workspace_.session().roles().size())
             return;
         workspace_.session().set_role(layer, role);

@@ -48,7 +48,7 @@ bool MainWindow::read_files(const Paths& files, bool anew)
     for (const std::filesystem::path& path : files) {
         try {
             Workspace::ReadFile file;
-            do_aside([&] { file = Workspace::read(path); });
+            run_in_background([&] { file = Workspace::read(path); });
             tracer_.forget_document();
             if (anew) {
                 const auto roles = remembered_roles(file.path, file.document);
@@ -84,7 +84,7 @@ bool MainWindow::read_files(const Paths& files, bool anew)
 
 void MainWindow::ask_and_open(bool adding)
 {
-    if (!adding && !let_go())
+    if (!adding && !confirm_discard())
         return;
     const QStringList chosen =
         QFileDialog::getOpenFileNames(this, adding ? tr("Add Files") : tr("Open Files"),
@@ -95,7 +95,7 @@ void MainWindow::ask_and_open(bool adding)
     Paths files;
     for (const QString& file : chosen)
         files.push_back(to_path(file));
-    when_free([this, files, adding] { (void)(adding ? add(files) : open(files)); });
+    run_when_idle([this, files, adding] { (void)(adding ? add(files) : open(files)); });
 }
 
 /// A file that the scene was read from is replaced only when a person says so, or when it is the
@@ -120,7 +120,7 @@ bool MainWindow::save_to(const std::filesystem::path& file, bool foreground_only
     if (!may_replace(file, foreground_only))
         return false;
     try {
-        do_aside([&] { workspace_.write(file, foreground_only); });
+        run_in_background([&] { workspace_.write(file, foreground_only); });
     } catch (const std::bad_alloc&) {
         report(fmt::format("{}: cannot be written: there is too little memory", file.string()));
         return false;
@@ -164,9 +164,9 @@ bool MainWindow::ask_and_save(bool foreground_only)
 
 void MainWindow::close_scene()
 {
-    if (!let_go())
+    if (!confirm_discard())
         return;
-    when_free([this] {
+    run_when_idle([this] {
         tracer_.forget_document();
         workspace_.clear();
         show_document();
@@ -174,9 +174,9 @@ void MainWindow::close_scene()
     });
 }
 
-bool MainWindow::let_go()
+bool MainWindow::confirm_discard()
 {
-    if (panel_open_ || running_ || aside_)
+    if (panel_open_ || running_ || background_running_)
         return false;
     if (!workspace_.modified())
         return true;
@@ -212,7 +212,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (panel_open_ && front_end_.dialog() != nullptr)
         front_end_.dialog()->raise();
-    if (!let_go()) {
+    if (!confirm_discard()) {
         event->ignore();
         return;
     }
@@ -237,7 +237,7 @@ void MainWindow::dropEvent(QDropEvent* event)
 {
     const Paths files = local_files(*event->mimeData());
     event->acceptProposedAction();
-    when_free([this, files] { add(files); });
+    run_when_idle([this, files] { add(files); });
 }
 
 } // namespace desktop

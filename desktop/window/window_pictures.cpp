@@ -50,7 +50,7 @@ bool MainWindow::export_picture_to(const std::filesystem::path& file, const Pict
 {
     const ShownView shown{tracer_.shown().scene, viewport_->view(), tracer_.look(),
                           viewport_->devicePixelRatioF()};
-    if (shown.scene == nullptr || aside_)
+    if (shown.scene == nullptr || background_running_)
         return false;
     bool written = false;
     try {
@@ -60,7 +60,7 @@ bool MainWindow::export_picture_to(const std::filesystem::path& file, const Pict
                                      "it is a file of this scene; choose another name");
         const QString caption =
             tr("Tracing %1 by %2 pixels...").arg(options.width).arg(options.height);
-        do_in_box(tr("Export Picture"), caption, [&](WorkState& state) {
+        run_with_progress(tr("Export Picture"), caption, [&](WorkState& state) {
             const std::optional<picture::Image> image = draw_view(shown, options, passes, state);
             if (!image)
                 return;

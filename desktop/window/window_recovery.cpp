@@ -21,7 +21,7 @@ void MainWindow::keep_scene(SceneKeeper& keeper)
         return;
     try {
         const KeptScene scene{new_kept_file(), workspace_.title(), workspace_.session().roles()};
-        if (!tracer_.quieten())
+        if (!tracer_.pause())
             return;
         const bool kept = keeper.start([&] {
             write_kept_note(scene);
@@ -65,7 +65,7 @@ bool MainWindow::open_kept(const KeptScene& scene)
 {
     try {
         Workspace::ReadFile file;
-        do_aside([&] { file = Workspace::read(scene.file); });
+        run_in_background([&] { file = Workspace::read(scene.file); });
         file.path = scene.title + from_qt(tr(" (recovered)"));
         tracer_.forget_document();
         workspace_.begin_kept(std::move(file), scene.roles);

@@ -15,8 +15,8 @@
 
 namespace desktop {
 
-void work_in_box(QWidget& parent, const QString& title, const QString& caption,
-                 const std::function<void(WorkState&)>& work)
+void run_in_work_box(QWidget& parent, const QString& title, const QString& caption,
+                     const std::function<void(WorkState&)>& work)
 {
     constexpr int most = 1000;
     WorkState state;

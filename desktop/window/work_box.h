@@ -20,7 +20,7 @@ struct WorkState {
 /// cancel it. The window goes on being drawn, and takes no other input. Comes back when the work
 /// has ended; what it throws comes out here.
 /// @throws std::system_error when there is no thread to be had
-void work_in_box(QWidget& parent, const QString& title, const QString& caption,
-                 const std::function<void(WorkState&)>& work);
+void run_in_work_box(QWidget& parent, const QString& title, const QString& caption,
+                     const std::function<void(WorkState&)>& work);
 
 } // namespace desktop

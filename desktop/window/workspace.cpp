@@ -18,7 +18,7 @@
 #include "mesh/clone_numbers.h"
 #include "mesh/layer_numbers.h"
 #include "modeler/clone_layers.h"
-#include "modeler/module_places.h"
+#include "modeler/module_search_paths.h"
 #include "settings/clock.h"
 
 namespace desktop {
@@ -39,12 +39,12 @@ modeler::LayerRole first_role(const mesh::Layer& layer, bool first_file)
 }
 
 /// Clones of earlier runs that have layers of their own are no ground, where there is other ground.
-void set_clones_aside(const mesh::Document& document, std::vector<modeler::LayerRole>& roles)
+void exclude_clones(const mesh::Document& document, std::vector<modeler::LayerRole>& roles)
 {
     std::vector<modeler::LayerRole> without = roles;
     for (std::size_t i = 0; i < roles.size(); ++i)
         if (roles[i] == modeler::LayerRole::foreground &&
-            mesh::holds_clones_alone(document.layers[i]))
+            mesh::holds_only_clones(document.layers[i]))
             without[i] = modeler::LayerRole::shown;
     if (std::find(without.begin(), without.end(), modeler::LayerRole::foreground) != without.end())
         roles.swap(without);
@@ -81,7 +81,7 @@ void Workspace::load_module(const fs::path& file)
 void Workspace::load_module()
 {
     std::string looked;
-    for (const fs::path& place : modeler::module_places(module_file)) {
+    for (const fs::path& place : modeler::module_search_paths(module_file)) {
         std::error_code ignored;
         if (fs::is_regular_file(place, ignored))
             return load_module(place);
@@ -107,7 +107,7 @@ void Workspace::begin(ReadFile file, std::vector<std::string>& warnings)
     std::vector<modeler::LayerRole> roles;
     for (const mesh::Layer& layer : file.document.layers)
         roles.push_back(first_role(layer, true));
-    set_clones_aside(file.document, roles);
+    exclude_clones(file.document, roles);
     std::vector<fs::path> files{file.path};
     std::vector<fs::path> layer_files(roles.size(), file.path);
     std::vector<std::string> told = warnings;
@@ -185,7 +185,7 @@ void Workspace::write(const fs::path& path, bool foreground_only) const
     for (std::size_t i = 0; i < session_.roles().size(); ++i)
         if (session_.roles()[i] == modeler::LayerRole::foreground ||
             (session_.roles()[i] == modeler::LayerRole::shown &&
-             mesh::holds_clones_alone(session_.document().layers[i])))
+             mesh::holds_only_clones(session_.document().layers[i])))
             layers.push_back(i);
     const auto is_made = [this](std::size_t layer) { return file_of(layer).empty(); };
     formats::write_lwo2_file(copy_with(session_.document(), layers, is_made), path);

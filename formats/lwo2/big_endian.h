@@ -22,7 +22,7 @@ namespace formats::lwo2 {
 }
 
 /// Reads an index of two or four bytes, of which the long form begins with 0xFF, and moves on.
-[[nodiscard]] inline std::uint32_t take_index(const std::byte*& at) noexcept
+[[nodiscard]] inline std::uint32_t read_index(const std::byte*& at) noexcept
 {
     if (std::to_integer<std::uint32_t>(*at) == 0xFF) {
         at += 4;

@@ -30,8 +30,8 @@ std::uint32_t usual_dimension(mesh::FourCC type) noexcept
 
 } // namespace
 
-MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LastingTexts& texts)
-    : texts_(texts), lasting_(64), mask_(lasting_.size() - 1)
+MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const StringPool& strings)
+    : strings_(strings), stable_(64), mask_(stable_.size() - 1)
 {
     for (const std::uint32_t layer : scope.layers(OPLYR_FG | OPLYR_BG)) {
         auto& maps = document.layers[layer].maps;
@@ -43,42 +43,42 @@ MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const LastingTe
     }
 }
 
-NamedMap* MapIndex::numbered(std::uint64_t number) noexcept
+NamedMap* MapIndex::by_number(std::uint64_t number) noexcept
 {
     return number < maps_.size() ? &maps_[number] : nullptr;
 }
 
-NamedMap& MapIndex::find_anew(mesh::FourCC type, const char* name)
+NamedMap& MapIndex::find_slow(mesh::FourCC type, const char* name)
 {
-    Slot& slot = passing_[place(type, name) % passing_.size()];
+    Slot& slot = recent_[place(type, name) % recent_.size()];
     if (slot.text == name && slot.type == type && slot.map->name == name)
         return *slot.map;
     slot = {name, &look_up(type, name), type};
-    if (texts_.holds(name))
-        remember(slot);
+    if (strings_.contains(name))
+        insert_stable(slot);
     return *slot.map;
 }
 
-void MapIndex::remember(const Slot& slot)
+void MapIndex::insert_stable(const Slot& slot)
 {
-    if ((lasting_count_ + 1) * 2 > lasting_.size()) {
+    if ((stable_count_ + 1) * 2 > stable_.size()) {
         const std::vector<Slot> before =
-            std::exchange(lasting_, std::vector<Slot>(lasting_.size() * 2));
-        mask_ = lasting_.size() - 1;
+            std::exchange(stable_, std::vector<Slot>(stable_.size() * 2));
+        mask_ = stable_.size() - 1;
         for (const Slot& known : before)
             if (known.text != nullptr)
-                put(known);
+                insert(known);
     }
-    put(slot);
-    ++lasting_count_;
+    insert(slot);
+    ++stable_count_;
 }
 
-void MapIndex::put(const Slot& slot) noexcept
+void MapIndex::insert(const Slot& slot) noexcept
 {
     std::size_t i = place(slot.type, slot.text) & mask_;
-    while (lasting_[i].text != nullptr)
+    while (stable_[i].text != nullptr)
         i = (i + 1) & mask_;
-    lasting_[i] = slot;
+    stable_[i] = slot;
 }
 
 NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
@@ -87,7 +87,7 @@ NamedMap& MapIndex::look_up(mesh::FourCC type, std::string_view name)
     if (known != by_name_.end())
         return *known->second;
     maps_.push_back({.number = static_cast<std::uint32_t>(maps_.size()),
-                     .usual = usual_dimension(type),
+                     .caller_dimension = usual_dimension(type),
                      .places = {},
                      .type = type,
                      .name = std::string(name)});

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "mesh/document.h"
-#include "modeler/edit/lasting_texts.h"
 #include "modeler/edit/named_map.h"
 #include "modeler/edit/scope.h"
+#include "modeler/edit/string_pool.h"
 
 namespace modeler {
 
@@ -25,21 +25,21 @@ namespace modeler {
 class MapIndex {
 public:
     /// Lists the maps of all layers that `scope` sees. `texts` must outlive the index.
-    MapIndex(mesh::Document& document, const Scope& scope, const LastingTexts& texts);
+    MapIndex(mesh::Document& document, const Scope& scope, const StringPool& strings);
 
     /// The record of this type and name, made where there was none: it then has no places. Valid as
     /// long as the index.
     [[nodiscard]] NamedMap& find(mesh::FourCC type, const char* name)
     {
-        NamedMap* const map = known(type, name);
-        return map != nullptr ? *map : find_anew(type, name);
+        NamedMap* const map = find_cached(type, name);
+        return map != nullptr ? *map : find_slow(type, name);
     }
 
     /// The same record, where a lasting text led to it before; otherwise null.
-    [[nodiscard]] NamedMap* known(mesh::FourCC type, const char* name) const noexcept
+    [[nodiscard]] NamedMap* find_cached(mesh::FourCC type, const char* name) const noexcept
     {
         for (std::size_t i = place(type, name) & mask_;; i = (i + 1) & mask_) {
-            const Slot& slot = lasting_[i];
+            const Slot& slot = stable_[i];
             if (slot.text == name && slot.type == type)
                 return slot.map;
             if (slot.text == nullptr)
@@ -48,7 +48,7 @@ public:
     }
 
     /// The record of this number, or null.
-    [[nodiscard]] NamedMap* numbered(std::uint64_t number) noexcept;
+    [[nodiscard]] NamedMap* by_number(std::uint64_t number) noexcept;
 
 private:
     struct Slot {
@@ -75,22 +75,22 @@ private:
         const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name));
         return static_cast<std::size_t>(((address ^ type) * 0x9E3779B97F4A7C15u) >> 32u);
     }
-    [[nodiscard]] NamedMap& find_anew(mesh::FourCC type, const char* name);
+    [[nodiscard]] NamedMap& find_slow(mesh::FourCC type, const char* name);
     [[nodiscard]] NamedMap& look_up(mesh::FourCC type, std::string_view name);
     /// Notes where a lasting text led to, one that is not noted so far.
-    void remember(const Slot& slot);
-    void put(const Slot& slot) noexcept;
+    void insert_stable(const Slot& slot);
+    void insert(const Slot& slot) noexcept;
 
-    const LastingTexts& texts_;
+    const StringPool& strings_;
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
 
     // By the address of the text: a table of the lasting ones, each at its place or at the next
     // that was free, and the last answer for each of the others that may come again.
-    std::vector<Slot> lasting_;
-    std::size_t mask_;              ///< the size of that table, a power of two, less one
-    std::size_t lasting_count_ = 0; ///< slots that are taken, at most half of them
-    std::array<Slot, 64> passing_{};
+    std::vector<Slot> stable_;
+    std::size_t mask_;             ///< the size of that table, a power of two, less one
+    std::size_t stable_count_ = 0; ///< slots that are taken, at most half of them
+    std::array<Slot, 64> recent_{};
 };
 
 } // namespace modeler

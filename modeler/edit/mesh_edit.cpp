@@ -41,21 +41,21 @@ bool is_empty(const mesh::Layer& layer) noexcept
 } // namespace
 
 MeshEdit::MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, Target target,
-                   const LastingTexts& texts)
+                   const StringPool& strings)
     : document_(document), scope_(document, roles), mark_(document, target.is_new ? 1 : 0),
-      maps_(document, scope_, texts), target_(target.layer), target_ids_(target_),
+      maps_(document, scope_, strings), target_(target.layer), target_ids_(target_),
       target_layer_(&document.layers[target_]), seen_(document.layers.size()),
-      otherwise_(target.otherwise), is_wanted_(target.is_wanted), info_ids_(target_),
+      fallback_(target.fallback), is_wanted_(target.is_wanted), info_ids_(target_),
       info_layer_(target_layer_), point_value_(longest_usual_value)
 {
     for (const std::uint32_t i : scope_.layers(OPLYR_FG | OPLYR_BG)) {
         seen_[i] = &document.layers[i];
         for (const mesh::VertexMap& map : document.layers[i].maps)
-            make_room(map.dimension());
+            reserve_value(map.dimension());
     }
 }
 
-void MeshEdit::make_room(std::size_t dimension)
+void MeshEdit::reserve_value(std::size_t dimension)
 {
     if (dimension > point_value_.size())
         point_value_.resize(dimension);
@@ -144,7 +144,7 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
 const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 {
     const Element element = from_id(id);
-    const mesh::Layer* const layer = polygon_holder(element);
+    const mesh::Layer* const layer = layer_of_polygon(element);
     if (layer == nullptr)
         return nullptr;
     try {
@@ -159,7 +159,7 @@ const EDPolygonInfo* MeshEdit::polygon_info(LWPolID id)
 bool MeshEdit::normal(LWPolID id, double* normal) const
 {
     const Element element = from_id(id);
-    const mesh::Layer* const layer = polygon_holder(element);
+    const mesh::Layer* const layer = layer_of_polygon(element);
     if (layer == nullptr || normal == nullptr)
         return false;
     const mesh::Vec3 n = mesh::polygon_normal(*layer, element.index);
@@ -169,10 +169,10 @@ bool MeshEdit::normal(LWPolID id, double* normal) const
     return true;
 }
 
-void* MeshEdit::select_any_map(void* handle, LWID type, const char* name)
+void* MeshEdit::select_map_slow(void* handle, LWID type, const char* name)
 {
     if (handle != nullptr)
-        return select(maps_.numbered(reinterpret_cast<std::uintptr_t>(handle) - 1));
+        return select(maps_.by_number(reinterpret_cast<std::uintptr_t>(handle) - 1));
     if (name == nullptr)
         return select(nullptr);
     try {
@@ -183,10 +183,10 @@ void* MeshEdit::select_any_map(void* handle, LWID type, const char* name)
     }
 }
 
-const EDPointInfo* MeshEdit::point_info_elsewhere(LWPntID id)
+const EDPointInfo* MeshEdit::point_info_slow(LWPntID id)
 {
     const Element element = from_id(id);
-    const mesh::Layer* const layer = point_holder(element);
+    const mesh::Layer* const layer = layer_of_point(element);
     if (layer == nullptr)
         return nullptr;
     info_ids_ = LayerIds(element.layer);
@@ -194,7 +194,7 @@ const EDPointInfo* MeshEdit::point_info_elsewhere(LWPntID id)
     return point_info(id);
 }
 
-bool MeshEdit::any_map_value(Element point, float* value)
+bool MeshEdit::map_value_slow(Element point, float* value)
 {
     // Layers that the edit does not see have no maps in the index, and points that are not there
     // have no values.
@@ -202,25 +202,26 @@ bool MeshEdit::any_map_value(Element point, float* value)
     if (place == nullptr || !place->values->has(point.index))
         return false;
     const mesh::VertexMap* const map = place->values;
-    if (map->dimension() == selected_->usual) {
+    if (map->dimension() == selected_->caller_dimension) {
         selected_->read_ids = LayerIds(point.layer);
         selected_->read_map = map;
     }
     const std::span<const float> stored = map->find(point.index);
-    const std::size_t wanted = selected_->usual != 0 ? selected_->usual : stored.size();
+    const std::size_t wanted =
+        selected_->caller_dimension != 0 ? selected_->caller_dimension : stored.size();
     const std::size_t there = std::min(wanted, stored.size());
     std::copy_n(stored.begin(), there, value);
     std::fill(value + there, value + wanted, 0.0f); // what the map has less than its type
     return true;
 }
 
-int MeshEdit::set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
-                                const float* value)
+int MeshEdit::set_map_value_slow(LWPntID id, LWID type, const char* name, int dimension,
+                                 const float* value)
 {
     constexpr int most = std::numeric_limits<std::uint16_t>::max(); // what files can hold
     const Element element = from_id(id);
-    if (point_holder(element) == nullptr || name == nullptr || dimension < 0 || dimension > most ||
-        (value == nullptr && dimension > 0))
+    if (layer_of_point(element) == nullptr || name == nullptr || dimension < 0 ||
+        dimension > most || (value == nullptr && dimension > 0))
         return EDERR_BADARGS;
     if (failed_in_ != nullptr)
         return EDERR_NOMEMORY;
@@ -243,7 +244,7 @@ int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<
     }
     const NamedMap::Place* place = named.in_layer(point.layer);
     if (place == nullptr) {
-        make_room(value.size());
+        reserve_value(value.size());
         auto& maps = document_.layers[point.layer].maps;
         const auto number = static_cast<std::uint32_t>(maps.size());
         named.places.reserve(named.places.size() + 1); // what can fail comes before the map
@@ -258,18 +259,18 @@ int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<
         named.written = true;
     }
     if (point.index < mark_.points(point.layer))
-        mark_.keep(document_, point.layer, place->map, point.index);
+        mark_.save_value(document_, point.layer, place->map, point.index);
     else
         named.target = place->values;
     place->values->set(point.index, value);
     return EDERR_NONE;
 }
 
-LWPntID MeshEdit::add_point_anyhow(const double* position)
+LWPntID MeshEdit::add_point_slow(const double* position)
 {
     if (position == nullptr || failed_in_ != nullptr)
         return nullptr;
-    settle_target();
+    resolve_target();
     mesh::Buffer<mesh::Vec3>& points = target_layer_->points;
     const std::size_t index = points.size();
     try {
@@ -283,13 +284,13 @@ LWPntID MeshEdit::add_point_anyhow(const double* position)
     return target_ids_.id<LWPntID>(index);
 }
 
-LWPolID MeshEdit::add_any_polygon(LWID type, LWPolID pattern, const char* surface, int count,
-                                  const LWPntID* points)
+LWPolID MeshEdit::add_polygon_slow(LWID type, LWPolID pattern, const char* surface, int count,
+                                   const LWPntID* points)
 {
     if (count < 0 || (points == nullptr && count > 0) || failed_in_ != nullptr)
         return nullptr;
     const Element like = from_id(pattern);
-    const mesh::Layer* const like_layer = polygon_holder(like);
+    const mesh::Layer* const like_layer = layer_of_polygon(like);
     if (pattern != nullptr && like_layer == nullptr)
         return nullptr;
     // A type that a file brought may be copied, whatever it is.
@@ -299,7 +300,7 @@ LWPolID MeshEdit::add_any_polygon(LWID type, LWPolID pattern, const char* surfac
         fail("addPoly");
         return nullptr;
     }
-    settle_target();
+    resolve_target();
     const auto corners = static_cast<std::size_t>(count);
     mesh::Polygons& polygons = target_layer_->polygons;
     const std::size_t added = polygons.size();
@@ -327,16 +328,16 @@ LWPolID MeshEdit::drop_polygon(std::size_t polygon) noexcept
     return nullptr;
 }
 
-std::optional<UndoStep> MeshEdit::keep()
+std::optional<UndoStep> MeshEdit::commit()
 {
     if (!open_)
         return std::nullopt;
     if (failed_in_ != nullptr || !mark_.changed(document_)) {
-        drop();
+        rollback();
         return std::nullopt;
     }
     if (mark_.layers() > mark_.old_layers() && is_empty(document_.layers.back())) {
-        target_ = otherwise_; // the new layer was not wanted, or not needed
+        target_ = fallback_; // the new layer was not wanted, or not needed
         target_layer_ = &document_.layers[target_];
         document_.layers.pop_back();
         mark_.forget_new_layers();
@@ -345,11 +346,11 @@ std::optional<UndoStep> MeshEdit::keep()
     return std::move(mark_);
 }
 
-void MeshEdit::drop() noexcept
+void MeshEdit::rollback() noexcept
 {
     if (!open_)
         return;
-    mark_.take_back(document_);
+    mark_.revert(document_);
     open_ = false;
 }
 

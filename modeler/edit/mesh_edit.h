@@ -30,7 +30,7 @@ namespace modeler {
 ///
 /// The operations are those of MeshEditOp, with its arguments and results; each checks what it is
 /// given. Memory that ends is not thrown on: the operation gives its null or code, the edit has
-/// failed from then on and adds nothing more, and `keep` refuses it.
+/// failed from then on and adds nothing more, and `commit` refuses it.
 class MeshEdit {
 public:
     /// Where an edit adds points and polygons.
@@ -39,17 +39,17 @@ public:
         bool is_new = false;     ///< it is the last one, and goes when it is still empty in the end
         /// Of a new layer: the foreground layer to add to in its place where it is not wanted, and
         /// who says so when something is first added. None: it is wanted.
-        std::uint32_t otherwise = 0;
+        std::uint32_t fallback = 0;
         const std::function<bool()>* is_wanted = nullptr;
     };
 
     /// Roles: one for each layer. `texts`: those of the caller that last as long as the edit.
     /// Document and texts must outlive it.
     MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, Target target,
-             const LastingTexts& texts);
+             const StringPool& strings);
     MeshEdit(const MeshEdit&) = delete;
     MeshEdit& operator=(const MeshEdit&) = delete;
-    ~MeshEdit() { drop(); }
+    ~MeshEdit() { rollback(); }
 
     [[nodiscard]] int point_count(int selector, int mode);
     [[nodiscard]] int polygon_count(int selector, int mode) const;
@@ -60,7 +60,7 @@ public:
     {
         const std::uint64_t index = info_ids_.index(id);
         if (index >= info_layer_->points.size())
-            return point_info_elsewhere(id);
+            return point_info_slow(id);
         const mesh::Vec3& position = info_layer_->points[index];
         point_info_.pnt = id;
         point_info_.position[0] = position.x;
@@ -76,8 +76,8 @@ public:
 
     [[nodiscard]] void* select_map(void* handle, LWID type, const char* name)
     {
-        NamedMap* const named = handle == nullptr ? maps_.known(type, name) : nullptr;
-        return named != nullptr ? select(named) : select_any_map(handle, type, name);
+        NamedMap* const named = handle == nullptr ? maps_.find_cached(type, name) : nullptr;
+        return named != nullptr ? select(named) : select_map_slow(handle, type, name);
     }
     [[nodiscard]] bool map_value(LWPntID id, float* value)
     {
@@ -86,8 +86,8 @@ public:
         // A point of the layer that was read last: this is how nearly all values are read.
         const float* const stored = selected_->read_map->find_in_run(selected_->read_ids.index(id));
         if (stored == nullptr)
-            return any_map_value(from_id(id), value);
-        mesh::copy_floats(stored, value, selected_->usual);
+            return map_value_slow(from_id(id), value);
+        mesh::copy_floats(stored, value, selected_->caller_dimension);
         return true;
     }
     [[nodiscard]] int set_map_value(LWPntID id, LWID type, const char* name, int dimension,
@@ -95,7 +95,7 @@ public:
     {
         // A point behind the others that have a value, which are new ones: nothing is to be kept
         // for undo. This is how the values of nearly all points come.
-        const NamedMap* const named = maps_.known(type, name);
+        const NamedMap* const named = maps_.find_cached(type, name);
         mesh::VertexMap* const map = named != nullptr ? named->target : nullptr;
         const std::uint64_t index = target_ids_.index(id);
         if (map != nullptr && value != nullptr && index < target_layer_->points.size() &&
@@ -103,16 +103,16 @@ public:
             map->extend_run(static_cast<std::uint32_t>(index),
                             {value, static_cast<std::size_t>(dimension)}))
             return EDERR_NONE;
-        return set_any_map_value(id, type, name, dimension, value);
+        return set_map_value_slow(id, type, name, dimension, value);
     }
 
     [[nodiscard]] LWPntID add_point(const double* position)
     {
         mesh::Buffer<mesh::Vec3>& points = target_layer_->points;
         const std::size_t index = points.size();
-        if (position == nullptr || failed_in_ != nullptr || points.room() == 0 ||
+        if (position == nullptr || failed_in_ != nullptr || points.spare_capacity() == 0 ||
             index >= most_elements)
-            return add_point_anyhow(position);
+            return add_point_slow(position);
         *points.extend(1) = {position[0], position[1], position[2]};
         return target_ids_.id<LWPntID>(index);
     }
@@ -120,20 +120,20 @@ public:
                                       const LWPntID* points)
     {
         const Element like = from_id(pattern);
-        const mesh::Layer* const like_layer = polygon_holder(like);
+        const mesh::Layer* const like_layer = layer_of_polygon(like);
         if (like_layer == nullptr || surface != nullptr || count <= 0 || points == nullptr ||
             failed_in_ != nullptr)
-            return add_any_polygon(type, pattern, surface, count, points);
+            return add_polygon_slow(type, pattern, surface, count, points);
         // With the attributes of a pattern, in room that is there: this is how nearly all come.
         mesh::Polygons& polygons = target_layer_->polygons;
         const std::size_t added = polygons.size();
         const auto corners = static_cast<std::size_t>(count);
         std::uint32_t* const indices =
             added < most_elements
-                ? polygons.extend_in_room(type, corners, like_layer->polygons, like.index)
+                ? polygons.try_extend(type, corners, like_layer->polygons, like.index)
                 : nullptr;
         if (indices == nullptr)
-            return add_any_polygon(type, pattern, surface, count, points);
+            return add_polygon_slow(type, pattern, surface, count, points);
         if (!set_corners({indices, corners}, points))
             return drop_polygon(added);
         return target_ids_.id<LWPolID>(added);
@@ -161,22 +161,22 @@ public:
 
     /// Ends the edit and keeps what was added: gives what takes it back again. An edit that has
     /// failed, or changed nothing, gives none, and what it may have added is dropped.
-    [[nodiscard]] std::optional<UndoStep> keep();
+    [[nodiscard]] std::optional<UndoStep> commit();
     /// Ends the edit, if it is open, and takes everything back.
-    void drop() noexcept;
+    void rollback() noexcept;
 
 private:
     /// Points, or polygons, that a layer can hold.
     static constexpr std::size_t most_elements = std::numeric_limits<std::uint32_t>::max();
 
     /// The layer that the point is in, if the edit sees it and the point is there.
-    [[nodiscard]] const mesh::Layer* point_holder(Element point) const noexcept
+    [[nodiscard]] const mesh::Layer* layer_of_point(Element point) const noexcept
     {
         const mesh::Layer* const layer = point.layer < seen_.size() ? seen_[point.layer] : nullptr;
         return layer != nullptr && point.index < layer->points.size() ? layer : nullptr;
     }
     /// The same of a polygon.
-    [[nodiscard]] const mesh::Layer* polygon_holder(Element polygon) const noexcept
+    [[nodiscard]] const mesh::Layer* layer_of_polygon(Element polygon) const noexcept
     {
         const mesh::Layer* const layer =
             polygon.layer < seen_.size() ? seen_[polygon.layer] : nullptr;
@@ -184,24 +184,24 @@ private:
     }
     /// Finds out, before the first is added, which layer is to be added to. Nothing is added in any
     /// other than the ways that fit every case before that: a new layer has neither room nor maps.
-    void settle_target()
+    void resolve_target()
     {
         if (is_wanted_ == nullptr)
             return;
         const bool wanted = (*std::exchange(is_wanted_, nullptr))();
         if (wanted)
             return;
-        target_ = otherwise_;
+        target_ = fallback_;
         target_ids_ = LayerIds(target_);
         target_layer_ = &document_.layers[target_];
     }
     // The ways that fit every case.
-    const EDPointInfo* point_info_elsewhere(LWPntID id);
-    LWPntID add_point_anyhow(const double* position);
-    LWPolID add_any_polygon(LWID type, LWPolID pattern, const char* surface, int count,
-                            const LWPntID* points);
-    bool any_map_value(Element point, float* value);
-    void* select_any_map(void* handle, LWID type, const char* name);
+    const EDPointInfo* point_info_slow(LWPntID id);
+    LWPntID add_point_slow(const double* position);
+    LWPolID add_polygon_slow(LWID type, LWPolID pattern, const char* surface, int count,
+                             const LWPntID* points);
+    bool map_value_slow(Element point, float* value);
+    void* select_map_slow(void* handle, LWID type, const char* name);
     /// Makes this the map that values are read from, if some layer has it. Gives its handle.
     void* select(NamedMap* named) noexcept
     {
@@ -212,9 +212,9 @@ private:
     }
     [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
     /// Makes the room behind `point_info` long enough for values of so many floats.
-    void make_room(std::size_t dimension);
-    int set_any_map_value(LWPntID id, LWID type, const char* name, int dimension,
-                          const float* value);
+    void reserve_value(std::size_t dimension);
+    int set_map_value_slow(LWPntID id, LWID type, const char* name, int dimension,
+                           const float* value);
     int write_value(Element point, LWID type, const char* name, std::span<const float> value);
     /// Sets corners to the points that ids spell. False where one is no point of the layer.
     bool set_corners(std::span<std::uint32_t> corners, const LWPntID* points) const noexcept
@@ -244,7 +244,7 @@ private:
     LayerIds target_ids_;
     mesh::Layer* target_layer_; ///< the same layer; an edit neither adds nor moves layers
     std::vector<const mesh::Layer*> seen_;   ///< by position; null: hidden from the edit
-    std::uint32_t otherwise_;                ///< the target where the new layer is not wanted
+    std::uint32_t fallback_;                 ///< the target where the new layer is not wanted
     const std::function<bool()>* is_wanted_; ///< null: it is settled
     bool open_ = true;
     const char* failed_in_ = nullptr;

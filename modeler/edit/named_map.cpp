@@ -27,7 +27,7 @@ void NamedMap::add(const Place& place)
     last_layer = places.back().layer;
 }
 
-const mesh::VertexMap& NamedMap::nothing()
+const mesh::VertexMap& NamedMap::empty_map()
 {
     static const mesh::VertexMap none(0, "", 0);
     return none;

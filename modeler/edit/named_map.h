@@ -23,14 +23,14 @@ struct alignas(64) NamedMap {
 
     // What reading asks for comes first, in one line of the cache: with very many maps it is mostly
     // to find that a point has no value.
-    std::uint32_t number; ///< of this record, from 0
-    std::uint32_t usual;  ///< floats that a caller holds ready for a value; 0: not known
+    std::uint32_t number;           ///< of this record, from 0
+    std::uint32_t caller_dimension; ///< floats that a caller holds ready for a value; 0: not known
     std::uint32_t first_layer = Element::no_layer; ///< of `places`; no layer where there are none
     std::uint32_t last_layer = 0;                  ///< of `places`
     /// The ids of the layer that values were read from last, and the map of it; an empty map where
     /// that one's values are not of the usual length.
     LayerIds read_ids{Element::no_layer};
-    const mesh::VertexMap* read_map = &nothing();
+    const mesh::VertexMap* read_map = &empty_map();
     /// The map of the layer that is added to, once a point that was added has a value in it;
     /// otherwise null.
     mesh::VertexMap* target = nullptr;
@@ -52,7 +52,7 @@ struct alignas(64) NamedMap {
 private:
     [[nodiscard]] const Place* in_layer_between(std::uint32_t layer) const noexcept;
     /// A map without values.
-    [[nodiscard]] static const mesh::VertexMap& nothing();
+    [[nodiscard]] static const mesh::VertexMap& empty_map();
 };
 
 } // namespace modeler

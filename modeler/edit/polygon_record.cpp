@@ -4,6 +4,6 @@
 namespace modeler {
 
 // Not inline: it is rarely called, and its code would be in the way where polygons are described.
-void PolygonRecord::make_room(std::size_t count) { points_.resize(count); }
+void PolygonRecord::reserve(std::size_t count) { points_.resize(count); }
 
 } // namespace modeler

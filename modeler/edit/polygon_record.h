@@ -25,7 +25,7 @@ public:
         constexpr auto most = static_cast<std::size_t>(std::numeric_limits<int>::max());
         const std::span<const std::uint32_t> corners = polygons.points(polygon);
         if (points_.size() < corners.size()) [[unlikely]]
-            make_room(corners.size());
+            reserve(corners.size());
         LWPntID* const points = points_.data();
         for (std::size_t i = 0; i < corners.size(); ++i)
             points[i] = ids.id<LWPntID>(corners[i]);
@@ -38,7 +38,7 @@ public:
     }
 
 private:
-    void make_room(std::size_t count);
+    void reserve(std::size_t count);
 
     EDPolygonInfo info_{};
     std::vector<LWPntID> points_; ///< at least as many as the longest polygon so far has

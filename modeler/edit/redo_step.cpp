@@ -14,7 +14,7 @@ RedoStep::RedoStep(const mesh::Document& document, UndoStep undo) : undo_(std::m
         tails_.push_back(tail_of(document, i));
     for (auto tag = static_cast<mesh::TagIndex>(undo_.tags()); tag < document.tags.size(); ++tag)
         texts_.push_back(document.tags[tag]);
-    undo_.for_each_kept([&](std::size_t layer, std::size_t map, std::uint32_t point) {
+    undo_.for_each_saved([&](std::size_t layer, std::size_t map, std::uint32_t point) {
         const mesh::VertexMap& values = document.layers[layer].maps[map];
         const std::span<const float> value = values.find(point);
         values_.push_back({layer, map, point, {value.begin(), value.end()}, values.has(point)});
@@ -103,7 +103,7 @@ void RedoStep::apply(mesh::Document& document) const
                 map.erase(value.point);
         }
     } catch (...) {
-        undo_.take_back(document);
+        undo_.revert(document);
         throw;
     }
 }

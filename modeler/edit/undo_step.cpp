@@ -13,8 +13,8 @@ UndoStep::UndoStep(const mesh::Document& document, std::size_t new_layers)
         layers_.push_back({layer.points.size(), layer.polygons.mark(), layer.maps.size()});
 }
 
-void UndoStep::keep(const mesh::Document& document, std::size_t layer, std::size_t map,
-                    std::uint32_t point)
+void UndoStep::save_value(const mesh::Document& document, std::size_t layer, std::size_t map,
+                          std::uint32_t point)
 {
     if (map >= layers_[layer].maps || point >= layers_[layer].points)
         return;
@@ -38,7 +38,7 @@ bool UndoStep::changed(const mesh::Document& document) const
     return false;
 }
 
-void UndoStep::take_back(mesh::Document& document) const
+void UndoStep::revert(mesh::Document& document) const
 {
     while (document.layers.size() > old_layers_)
         document.layers.pop_back();

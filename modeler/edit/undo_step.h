@@ -34,7 +34,7 @@ public:
     void forget_new_layers() { layers_.resize(old_layers_); }
 
     /// Calls `visit(layer, map, point)` for each value that was kept, in the order of keeping.
-    template <typename Visit> void for_each_kept(Visit visit) const
+    template <typename Visit> void for_each_saved(Visit visit) const
     {
         for (const OldValue& old : old_)
             visit(old.layer, old.map, old.point);
@@ -42,15 +42,15 @@ public:
 
     /// Keeps the value that a map has at a point, or that it has none, before it is changed. Only
     /// what lies before the mark is kept; the rest is cut off anyway.
-    void keep(const mesh::Document& document, std::size_t layer, std::size_t map,
-              std::uint32_t point);
+    void save_value(const mesh::Document& document, std::size_t layer, std::size_t map,
+                    std::uint32_t point);
 
     /// Whether the document holds anything that was not there when the mark was set.
     [[nodiscard]] bool changed(const mesh::Document& document) const;
 
     /// Brings the document back to what it was when the mark was set. Later steps must have been
     /// taken back before. Does the same where new layers are not all there.
-    void take_back(mesh::Document& document) const;
+    void revert(mesh::Document& document) const;
 
 private:
     struct LayerMark {

@@ -28,8 +28,8 @@ MeshEditOp* begin_edit_now(int point_buffer, int polygon_buffer, int selection_m
     if (activation == nullptr || point_buffer < 0 || polygon_buffer < 0 ||
         selection_mode != OPSEL_USER)
         return nullptr;
-    return activation->shield(static_cast<MeshEditOp*>(nullptr),
-                              [&] { return activation->begin_edit(); });
+    return activation->guarded(static_cast<MeshEditOp*>(nullptr),
+                               [&] { return activation->begin_edit(); });
 }
 
 } // namespace
@@ -49,8 +49,8 @@ Activation::~Activation()
 {
     running = nullptr;
     edits_.clear(); // an edit that is still open is dropped: it came after those kept
-    for (auto step = kept_.rbegin(); step != kept_.rend(); ++step)
-        step->take_back(document_);
+    for (auto step = committed_.rbegin(); step != committed_.rend(); ++step)
+        step->revert(document_);
 }
 
 Activation* Activation::current() noexcept { return running; }
@@ -59,32 +59,32 @@ void Activation::call(ActivateFunc* activate) noexcept
 {
     try {
         for (const auto memory : read_only_data(reinterpret_cast<const void*>(activate)))
-            texts_.add_read_only(memory); // the names that stand in the module's source
+            strings_.add_read_only(memory); // the names that stand in the module's source
         // The descriptor of a class hands its functions over as a plain pointer.
         void* const local = reinterpret_cast<void*>(&begin_edit_now);
         const ModuleCall call(module_file_, "run");
         result_.code = activate(mesh_edit_version, &look_up_service, local, nullptr);
     } catch (const std::bad_alloc&) {
-        blame("run", "the command ran out of memory; nothing was changed");
+        capture_error("run", "the command ran out of memory; nothing was changed");
     } catch (const std::exception& problem) {
-        blame("run", problem.what());
+        capture_error("run", problem.what());
     } catch (...) {
-        blame("run", "the command failed with an exception of an unknown kind");
+        capture_error("run", "the command failed with an exception of an unknown kind");
     }
     for (const auto& table : edits_)
         if (table->edit().failed_in() != nullptr)
-            blame_edit(table->edit());
+            capture_edit_error(table->edit());
     if (open_edit() != nullptr)
         edits_.back()->end(false);
 }
 
 void Activation::rethrow() const
 {
-    if (held_)
-        std::rethrow_exception(held_);
+    if (exception_)
+        std::rethrow_exception(exception_);
 }
 
-std::vector<UndoStep> Activation::accept() noexcept { return std::exchange(kept_, {}); }
+std::vector<UndoStep> Activation::accept() noexcept { return std::exchange(committed_, {}); }
 
 const MeshEdit* Activation::open_edit() const noexcept
 {
@@ -125,7 +125,7 @@ MeshEditOp* Activation::begin_edit()
     edits_.reserve(edits_.size() + 1);
     const MeshEdit::Target target = edit_target();
     try {
-        edits_.push_back(std::make_unique<EditTable>(document_, roles_, target, texts_));
+        edits_.push_back(std::make_unique<EditTable>(document_, roles_, target, strings_));
     } catch (...) {
         if (target.is_new && document_.layers.size() > given_layers_)
             document_.layers.pop_back();
@@ -141,16 +141,16 @@ void Activation::end_edit(int error)
     result_.last_edit = keep ? EditEnd::finished : EditEnd::with_error;
     result_.edit_error = error;
     if (keep)
-        kept_.reserve(kept_.size() + 1);
+        committed_.reserve(committed_.size() + 1);
     EditTable& table = *edits_.back();
     if (std::optional<UndoStep> step = table.end(keep)) {
-        kept_.push_back(std::move(*step));
+        committed_.push_back(std::move(*step));
         catalog_.forget(); // there may be maps that it does not list
-        note_kept(table.edit(), kept_.back());
+        record_commit(table.edit(), committed_.back());
     }
 }
 
-void Activation::note_kept(const MeshEdit& edit, const UndoStep& step)
+void Activation::record_commit(const MeshEdit& edit, const UndoStep& step)
 {
     const mesh::Layer& target = document_.layers[edit.target()];
     result_.applied = true;
@@ -164,38 +164,40 @@ void Activation::note_kept(const MeshEdit& edit, const UndoStep& step)
     }
 }
 
-void Activation::blame_edit(const MeshEdit& edit) noexcept
+void Activation::capture_edit_error(const MeshEdit& edit) noexcept
 {
-    (void)shield(0, [&] {
+    (void)guarded(0, [&] {
         if (const auto type = edit.refused_type())
-            blame("mesh edit", fmt::format("{}: no file can hold polygons of the type {}: a type "
-                                           "is four printable characters, such as FACE; nothing "
-                                           "was changed",
-                                           edit.failed_in(), mesh::to_text(*type)));
+            capture_error("mesh edit",
+                          fmt::format("{}: no file can hold polygons of the type {}: a type "
+                                      "is four printable characters, such as FACE; nothing "
+                                      "was changed",
+                                      edit.failed_in(), mesh::to_text(*type)));
         else
-            blame("mesh edit",
-                  fmt::format("{}: memory ended, or the layer cannot hold more (at most "
-                              "4,294,967,295 points or corners, 65,536 types of polygons); nothing "
-                              "was changed",
-                              edit.failed_in()));
+            capture_error(
+                "mesh edit",
+                fmt::format("{}: memory ended, or the layer cannot hold more (at most "
+                            "4,294,967,295 points or corners, 65,536 types of polygons); nothing "
+                            "was changed",
+                            edit.failed_in()));
         return 0;
     });
 }
 
-void Activation::hold(std::exception_ptr problem) noexcept
+void Activation::capture(std::exception_ptr problem) noexcept
 {
-    if (!held_)
-        held_ = std::move(problem);
+    if (!exception_)
+        exception_ = std::move(problem);
 }
 
-void Activation::blame(std::string_view step, std::string_view problem) noexcept
+void Activation::capture_error(std::string_view step, std::string_view problem) noexcept
 {
-    if (held_)
+    if (exception_)
         return;
     try {
         throw ModuleError(module_file_, step, problem);
     } catch (...) {
-        hold(std::current_exception());
+        capture(std::current_exception());
     }
 }
 

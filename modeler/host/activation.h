@@ -13,7 +13,7 @@
 
 #include "hostapi/module.h"
 #include "mesh/document.h"
-#include "modeler/edit/lasting_texts.h"
+#include "modeler/edit/string_pool.h"
 #include "modeler/edit/undo_step.h"
 #include "modeler/front_end.h"
 #include "modeler/host/edit_table.h"
@@ -51,7 +51,7 @@ public:
 
     /// Tells what came of the run.
     [[nodiscard]] RunResult take_result() { return std::move(result_); }
-    [[nodiscard]] std::size_t finished_edits() const noexcept { return kept_.size(); }
+    [[nodiscard]] std::size_t finished_edits() const noexcept { return committed_.size(); }
     /// What takes the finished edits back, in their order; they stay in the document from now on.
     [[nodiscard]] std::vector<UndoStep> accept() noexcept;
 
@@ -59,7 +59,7 @@ public:
     [[nodiscard]] const std::vector<LayerRole>& roles() const noexcept { return roles_; }
     [[nodiscard]] FrontEnd& front_end() noexcept { return front_end_; }
     [[nodiscard]] RunResult& result() noexcept { return result_; }
-    [[nodiscard]] LastingTexts& texts() noexcept { return texts_; }
+    [[nodiscard]] StringPool& strings() noexcept { return strings_; }
     [[nodiscard]] MapCatalog& catalog() noexcept { return catalog_; }
     [[nodiscard]] Panels& panels() noexcept { return panels_; }
     [[nodiscard]] Monitors& monitors() noexcept { return monitors_; }
@@ -73,20 +73,20 @@ public:
     void end_edit(int error);
 
     /// Keeps the first thing that went wrong; it is thrown when the command has ended.
-    void hold(std::exception_ptr problem) noexcept;
+    void capture(std::exception_ptr problem) noexcept;
     /// Holds a ModuleError.
-    void blame(std::string_view step, std::string_view problem) noexcept;
+    void capture_error(std::string_view step, std::string_view problem) noexcept;
 
     /// Calls `call`; an exception out of it is held, and `otherwise` is the result. For calls of
     /// the front end and for work of the host's own: no exception of theirs may cross into the
     /// module.
     template <typename Result, typename Call>
-    [[nodiscard]] Result shield(Result otherwise, Call call) noexcept
+    [[nodiscard]] Result guarded(Result otherwise, Call call) noexcept
     {
         try {
             return call();
         } catch (...) {
-            hold(std::current_exception());
+            capture(std::current_exception());
             return otherwise;
         }
     }
@@ -94,8 +94,8 @@ public:
 private:
     /// The layer that the next edit adds to; makes it, where it is one of the command's own.
     [[nodiscard]] MeshEdit::Target edit_target();
-    void blame_edit(const MeshEdit& edit) noexcept;
-    void note_kept(const MeshEdit& edit, const UndoStep& step);
+    void capture_edit_error(const MeshEdit& edit) noexcept;
+    void record_commit(const MeshEdit& edit, const UndoStep& step);
 
     mesh::Document& document_;
     std::vector<LayerRole> roles_;
@@ -106,13 +106,13 @@ private:
 
     RunResult result_;
     std::set<std::pair<mesh::FourCC, std::string>> written_; ///< maps that the result lists
-    std::exception_ptr held_;
-    LastingTexts texts_;
+    std::exception_ptr exception_;
+    StringPool strings_;
     MapCatalog catalog_;
     Monitors monitors_;
     Panels panels_;
     std::vector<std::unique_ptr<EditTable>> edits_; ///< only the last one can be open
-    std::vector<UndoStep> kept_;
+    std::vector<UndoStep> committed_;
 };
 
 } // namespace modeler

@@ -23,7 +23,7 @@ void done(void* state, int error, int) noexcept
     if (!is_open(state))
         return;
     Activation* const activation = Activation::current();
-    (void)activation->shield(0, [&] {
+    (void)activation->guarded(0, [&] {
         activation->end_edit(error);
         return 0;
     });
@@ -92,8 +92,8 @@ LWPolID add_polygon(void* state, LWID type, LWPolID pattern, const char* surface
 } // namespace
 
 EditTable::EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
-                     MeshEdit::Target target, const LastingTexts& texts)
-    : edit_(document, roles, target, texts), operations_{}
+                     MeshEdit::Target target, const StringPool& strings)
+    : edit_(document, roles, target, strings), operations_{}
 {
     operations_.state = &edit_;
     operations_.done = &done;
@@ -117,8 +117,8 @@ std::optional<UndoStep> EditTable::end(bool keep)
 {
     close();
     if (keep)
-        return edit_.keep();
-    edit_.drop();
+        return edit_.commit();
+    edit_.rollback();
     return std::nullopt;
 }
 

@@ -14,7 +14,7 @@ namespace modeler {
 class EditTable {
 public:
     EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
-              MeshEdit::Target target, const LastingTexts& texts);
+              MeshEdit::Target target, const StringPool& strings);
     EditTable(const EditTable&) = delete;
     EditTable& operator=(const EditTable&) = delete;
     ~EditTable();

@@ -30,7 +30,7 @@ std::vector<const char*> MapCatalog::listed(Activation& activation, mesh::FourCC
             for (std::size_t m = 0; m < count; ++m) {
                 if (maps[m].type() != type)
                     continue;
-                const char* const name = activation.texts().lend(maps[m].name());
+                const char* const name = activation.strings().intern(maps[m].name());
                 if (seen.insert(name).second)
                     names.push_back(name);
             }

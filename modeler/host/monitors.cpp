@@ -21,7 +21,7 @@ template <typename Use> int use_monitor(void* data, Monitor::State state, Use us
     Monitor* const monitor = activation->monitors().find(data);
     if (monitor == nullptr || monitor->state != state)
         return 0;
-    return activation->shield(1, [&] { return use(*monitor); });
+    return activation->guarded(1, [&] { return use(*monitor); });
 }
 
 void start(void* data, int total) noexcept
@@ -54,7 +54,7 @@ LWMonitor* create(const char* title, const char* caption) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr)
         return nullptr;
-    return activation->shield(static_cast<LWMonitor*>(nullptr), [&]() -> LWMonitor* {
+    return activation->guarded(static_cast<LWMonitor*>(nullptr), [&]() -> LWMonitor* {
         std::unique_ptr<Progress> progress = activation->front_end().begin_progress(
             title != nullptr ? title : "", caption != nullptr ? caption : "");
         return progress != nullptr ? activation->monitors().add(std::move(progress)) : nullptr;

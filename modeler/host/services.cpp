@@ -20,7 +20,7 @@ void show_info(const char* line1, const char* line2) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr)
         return;
-    (void)activation->shield(0, [&] {
+    (void)activation->guarded(0, [&] {
         activation->front_end().info(line(line1), line(line2));
         return 0;
     });
@@ -31,7 +31,7 @@ void show_error(const char* line1, const char* line2) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr)
         return;
-    (void)activation->shield(0, [&] {
+    (void)activation->guarded(0, [&] {
         activation->result().errors.push_back({std::string(line(line1)), std::string(line(line2))});
         activation->front_end().error(line(line1), line(line2));
         return 0;
@@ -43,7 +43,7 @@ int ask(const char* title, const char* line1, const char* line2) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr)
         return 0;
-    return activation->shield(0, [&] {
+    return activation->guarded(0, [&] {
         return activation->front_end().ask(line(title), line(line1), line(line2)) ? 1 : 0;
     });
 }
@@ -53,7 +53,7 @@ int count_maps(LWID type) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr)
         return 0;
-    return activation->shield(
+    return activation->guarded(
         0, [&] { return static_cast<int>(activation->catalog().names(*activation, type).size()); });
 }
 
@@ -62,7 +62,7 @@ const char* map_name(LWID type, int index) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr || index < 0)
         return nullptr;
-    return activation->shield(static_cast<const char*>(nullptr), [&]() -> const char* {
+    return activation->guarded(static_cast<const char*>(nullptr), [&]() -> const char* {
         const auto names = activation->catalog().names(*activation, type);
         const auto i = static_cast<std::size_t>(index);
         return i < names.size() ? names[i] : nullptr;

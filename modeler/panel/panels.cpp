@@ -29,7 +29,8 @@ Control* find_control(Panel& panel, LWXPanelControlID id) noexcept
 {
     Activation& activation = *Activation::current();
     const std::string step = fmt::format("button '{}'", label);
-    activation.hold(std::make_exception_ptr(ModuleError(activation.module_file(), step, problem)));
+    activation.capture(
+        std::make_exception_ptr(ModuleError(activation.module_file(), step, problem)));
     throw ModuleError(activation.module_file(), step, problem);
 }
 
@@ -58,14 +59,14 @@ template <typename Read> void read_into(LWXPanelID handle, Read read) noexcept
     Panel* const panel = activation != nullptr ? activation->panels().find(handle) : nullptr;
     if (panel == nullptr)
         return;
-    const bool good = activation->shield(false, [&] {
+    const bool good = activation->guarded(false, [&] {
         try {
             if (panel->shown)
                 throw BadDescription("the panel is described anew while it is shown");
             read(*panel->form);
             return true;
         } catch (const BadDescription& problem) {
-            activation->blame("panel", problem.what());
+            activation->capture_error("panel", problem.what());
             return false;
         }
     });
@@ -77,7 +78,7 @@ LWXPanelID create(int type, const LWXPanelControl* controls) noexcept
     Activation* const activation = Activation::current();
     if (activation == nullptr)
         return nullptr;
-    return activation->shield(LWXPanelID{}, [&]() -> LWXPanelID {
+    return activation->guarded(LWXPanelID{}, [&]() -> LWXPanelID {
         try {
             if (type != LWXP_FORM)
                 throw BadDescription(
@@ -85,7 +86,7 @@ LWXPanelID create(int type, const LWXPanelControl* controls) noexcept
                                 type, static_cast<int>(LWXP_FORM)));
             return activation->panels().add(read_controls(controls));
         } catch (const BadDescription& problem) {
-            activation->blame("panel", problem.what());
+            activation->capture_error("panel", problem.what());
             return nullptr;
         }
     });
@@ -147,7 +148,7 @@ int post(LWXPanelID handle) noexcept
     panel->shown = true;
     FormPanel model(*panel->form);
     const bool confirmed =
-        activation->shield(false, [&] { return activation->front_end().run_panel(model); });
+        activation->guarded(false, [&] { return activation->front_end().run_panel(model); });
     panel->shown = false;
     if (panel->release)
         panel->form.reset();

@@ -32,15 +32,15 @@ Light::Light(const View& view) noexcept
     const double height = sun_height_deg * degree;
     sun_ = to_single({std::sin(azimuth) * std::cos(height), std::sin(height),
                       -std::cos(azimuth) * std::cos(height)});
-    across(sun_, aside_, above_);
+    across(sun_, tangent_, bitangent_);
 }
 
 Float3 Light::towards_sun(Sample2 sample) const noexcept
 {
     const float radius = sun_size * std::sqrt(sample.x);
     const float angle = two_pi * sample.y;
-    return normalized(sun_ + aside_ * (radius * std::cos(angle)) +
-                      above_ * (radius * std::sin(angle)));
+    return normalized(sun_ + tangent_ * (radius * std::cos(angle)) +
+                      bitangent_ * (radius * std::sin(angle)));
 }
 
 Float3 Light::towards_sky(const Float3& normal, Sample2 sample) noexcept

@@ -29,8 +29,8 @@ public:
 
 private:
     Float3 sun_;
-    Float3 aside_; ///< two directions at right angles to the sun's
-    Float3 above_;
+    Float3 tangent_; ///< two directions at right angles to the sun's
+    Float3 bitangent_;
 };
 
 } // namespace picture

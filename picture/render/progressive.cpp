@@ -19,7 +19,7 @@ constexpr int tile_size = 32;
 int tiles_over(int pixels) { return (pixels + tile_size - 1) / tile_size; }
 
 /// The colour of a pixel that is covered in part is that of what covers it.
-void encode(const Seen& seen, std::uint8_t* pixel)
+void encode(const ShadedSample& seen, std::uint8_t* pixel)
 {
     const bool in_part = seen.cover > 0.0F && seen.cover < 1.0F;
     const Float3 linear = in_part ? seen.light * (1.0F / seen.cover) : seen.light;
@@ -29,7 +29,7 @@ void encode(const Seen& seen, std::uint8_t* pixel)
     pixel[3] = to_byte(seen.cover);
 }
 
-Seen mean(const Seen& sum, std::uint32_t count)
+ShadedSample mean(const ShadedSample& sum, std::uint32_t count)
 {
     const auto samples = static_cast<float>(count);
     return {sum.light * (1.0F / samples), sum.cover / samples};
@@ -41,7 +41,7 @@ Progressive::Progressive(std::shared_ptr<const Scene> scene, const View& view, L
     : view_(view), shader_(std::make_unique<const Shader>(std::move(scene), view, std::move(look))),
       tiles_across_(tiles_over(view.width())),
       sums_(static_cast<std::size_t>(view.width()) * static_cast<std::size_t>(view.height()),
-            Seen{{}, 0.0F}),
+            ShadedSample{{}, 0.0F}),
       tile_passes_(static_cast<std::size_t>(tiles_across_) *
                    static_cast<std::size_t>(tiles_over(view.height())))
 {}
@@ -90,7 +90,7 @@ bool Progressive::coarse(int step, const Work& work)
         coarse_.resize(sums_.size());
         for (int y = 0; y < view_.height(); ++y)
             std::fill_n(coarse_.begin() + static_cast<std::ptrdiff_t>(y) * view_.width(),
-                        view_.width(), shader_->nothing_at(y + 0.5));
+                        view_.width(), shader_->background_at(y + 0.5));
     }
     return for_each_tile(
         work, [&](std::size_t tile) { coarse_tile(tile, step); },
@@ -128,9 +128,9 @@ void Progressive::render_tile(std::size_t tile)
         for (int x = area.left; x < area.right; ++x) {
             const Samples samples(x, y, tile_passes_[tile]);
             const Sample2 place = samples.draw(SampleUse::pixel);
-            const Seen seen = shader_->sample(x + static_cast<double>(place.x),
-                                              y + static_cast<double>(place.y), samples);
-            Seen& sum = sums_[pixel(x, y)];
+            const ShadedSample seen = shader_->sample(x + static_cast<double>(place.x),
+                                                      y + static_cast<double>(place.y), samples);
+            ShadedSample& sum = sums_[pixel(x, y)];
             sum = {sum.light + seen.light, sum.cover + seen.cover};
         }
     }
@@ -144,7 +144,7 @@ void Progressive::coarse_tile(std::size_t tile, int step)
         for (int x = area.left; x < area.right; x += step) {
             const int right = std::min(x + step, area.right);
             const int bottom = std::min(y + step, area.bottom);
-            const Seen seen =
+            const ShadedSample seen =
                 shader_->sample((x + right) / 2.0, (y + bottom) / 2.0, Samples(x, y, 0));
             for (int row = y; row < bottom; ++row)
                 for (int column = x; column < right; ++column)
@@ -160,9 +160,9 @@ Image Progressive::image() const
         const Area area = area_of(tile);
         const std::uint32_t count = tile_passes_[tile];
         for (int y = area.top; y < area.bottom; ++y) {
-            const Seen behind = shader_->nothing_at(y + 0.5);
+            const ShadedSample behind = shader_->background_at(y + 0.5);
             for (int x = area.left; x < area.right; ++x) {
-                Seen seen = behind;
+                ShadedSample seen = behind;
                 if (count != 0)
                     seen = mean(sums_[pixel(x, y)], count);
                 else if (!coarse_.empty())

@@ -16,7 +16,7 @@
 namespace picture {
 
 class Shader;
-struct Seen;
+struct ShadedSample;
 
 /// How a piece of work on a picture is done. None of it changes the result.
 struct Work {
@@ -79,8 +79,8 @@ private:
     std::unique_ptr<const Shader> shader_;
     int tiles_across_;
     unsigned passes_ = 0;
-    std::vector<Seen> sums_;                 ///< of the samples of each pixel
-    std::vector<Seen> coarse_;               ///< first impression of each pixel, or empty
+    std::vector<ShadedSample> sums_;         ///< of the samples of each pixel
+    std::vector<ShadedSample> coarse_;       ///< first impression of each pixel, or empty
     std::vector<std::uint32_t> tile_passes_; ///< how many samples the tile's pixels have
 };
 

@@ -23,7 +23,7 @@ constexpr float edge_cover = 0.8F;
 constexpr double edge_half_width = 0.6; ///< pixels
 constexpr Float3 line_colour{0.03F, 0.03F, 0.04F};
 
-Seen lay_over(const Seen& below, const Float3& colour, float cover)
+ShadedSample lay_over(const ShadedSample& below, const Float3& colour, float cover)
 {
     return {mix(below.light, colour, cover), below.cover + (1.0F - below.cover) * cover};
 }
@@ -71,18 +71,18 @@ Shader::Shader(std::shared_ptr<const Scene> scene, const View& view, Look look)
       guides_(view, look_)
 {}
 
-Seen Shader::nothing_at(double y) const noexcept
+ShadedSample Shader::background_at(double y) const noexcept
 {
     if (look_.backdrop.transparent)
         return {{}, 0.0F};
     return {look_.backdrop.at(static_cast<float>(y / view_.height())), 1.0F};
 }
 
-Seen Shader::sample(double x, double y, const Samples& samples) const noexcept
+ShadedSample Shader::sample(double x, double y, const Samples& samples) const noexcept
 {
     const Ray ray = view_.ray(x, y);
     const TracedScene& scene = scene_->traced();
-    Seen seen = nothing_at(y);
+    ShadedSample seen = background_at(y);
     double depth = std::numeric_limits<double>::infinity();
     if (const auto hit = scene.trace(ray)) {
         seen = {lit(scene, *hit, colour_of(*hit), samples), 1.0F};

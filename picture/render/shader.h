@@ -14,7 +14,7 @@
 namespace picture {
 
 /// What is seen along a line of sight.
-struct Seen {
+struct ShadedSample {
     Float3 light;       ///< linear, and as much of it as `cover` lets be seen
     float cover = 1.0F; ///< 0: nothing is there, 1: nothing behind it is seen
 };
@@ -26,10 +26,10 @@ public:
 
     /// One sample through a place of the picture. On a backdrop that is not transparent it covers
     /// all.
-    [[nodiscard]] Seen sample(double x, double y, const Samples& samples) const noexcept;
+    [[nodiscard]] ShadedSample sample(double x, double y, const Samples& samples) const noexcept;
 
     /// What is seen where nothing is, at a height of the picture in pixels from its upper edge.
-    [[nodiscard]] Seen nothing_at(double y) const noexcept;
+    [[nodiscard]] ShadedSample background_at(double y) const noexcept;
 
 private:
     [[nodiscard]] Float3 lit(const TracedScene& scene, const Hit& hit, const Float3& colour,

@@ -9,7 +9,7 @@
 
 namespace picture {
 
-void SurfaceIndex::take(const SceneLayer& layer)
+void SurfaceIndex::set_document(const SceneLayer& layer)
 {
     if (layer.tags == tags_ && layer.looks.data() == given_.data() &&
         layer.looks.size() == given_.size())

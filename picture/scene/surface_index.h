@@ -13,7 +13,7 @@ class SurfaceIndex {
 public:
     /// Makes it that of the layer's document, unless it is that already. Points into what the layer
     /// points to. @throws std::bad_alloc
-    void take(const SceneLayer& layer);
+    void set_document(const SceneLayer& layer);
 
     /// The look of the surface; null: it has none.
     [[nodiscard]] const mesh::SurfaceLook* look(mesh::TagIndex tag) const noexcept

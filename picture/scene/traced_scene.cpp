@@ -107,7 +107,7 @@ TracedScene::TracedScene(std::span<const SceneLayer> layers, const std::atomic<b
     parts_.reserve(layers.size());
     SurfaceIndex surfaces;
     for (const SceneLayer& layer : layers) {
-        surfaces.take(layer);
+        surfaces.set_document(layer);
         parts_.push_back(make_part(layer, surfaces, placement_, cancel));
     }
     build(cancel);

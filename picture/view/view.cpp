@@ -18,11 +18,11 @@ View::View(const Camera& camera, int width, int height) noexcept
 
 Ray View::ray(double x, double y) const noexcept
 {
-    const Vec3 aside =
+    const Vec3 offset =
         basis_.right * ((x - width_ / 2.0) * step_) + basis_.up * ((height_ / 2.0 - y) * step_);
     if (perspective_)
-        return {eye_, normalized(basis_.forward + aside), false};
-    return {eye_ + aside, basis_.forward, true};
+        return {eye_, normalized(basis_.forward + offset), false};
+    return {eye_ + offset, basis_.forward, true};
 }
 
 std::optional<Projected> View::project(const Vec3& point) const noexcept

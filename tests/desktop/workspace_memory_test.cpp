@@ -136,7 +136,7 @@ private:
     }
 
     /// The module's sampler begins anew, so that all runs are the same.
-    void load_anew()
+    void reload()
     {
         module_.reset();
         module_ = modeler::Module::load(DASTREL_MODULE);
@@ -155,7 +155,7 @@ private Q_SLOTS:
         const Work prepare = [&](Workspace& workspace) {
             add(workspace, "terrain.lwo");
             add(workspace, "tree.lwo");
-            load_anew();
+            reload();
             run(workspace);
             run(workspace);
             workspace.session().undo();
@@ -185,7 +185,7 @@ private Q_SLOTS:
             add(workspace, "tree.lwo");
         };
         const Work work = [&](Workspace& workspace) {
-            load_anew();
+            reload();
             run(workspace);
         };
         QVERIFY(try_all(prepare, work, 37) > 0);
@@ -196,7 +196,7 @@ private Q_SLOTS:
         const Work run_twice = [&](Workspace& workspace) {
             add(workspace, "terrain.lwo");
             add(workspace, "tree.lwo");
-            load_anew();
+            reload();
             run(workspace);
             run(workspace);
         };

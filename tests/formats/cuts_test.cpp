@@ -15,7 +15,7 @@ TEST(Cuts, AreFreeWhereNothingIsJoined)
 {
     Cuts cuts(10);
     cuts.join(4, 4);
-    cuts.settle();
+    cuts.finish();
     EXPECT_EQ(cuts.last_in({1, 10}), 9u);
     EXPECT_EQ(cuts.last_in({1, 2}), 1u);
     EXPECT_EQ(cuts.last_in({5, 5}), std::nullopt);
@@ -25,7 +25,7 @@ TEST(Cuts, AreClosedBetweenJoinedPoints)
 {
     Cuts cuts(10);
     cuts.join(6, 2); // in any order
-    cuts.settle();
+    cuts.finish();
     EXPECT_EQ(cuts.last_in({1, 7}), 2u);
     EXPECT_EQ(cuts.last_in({3, 8}), 7u);
     EXPECT_EQ(cuts.last_in({3, 7}), std::nullopt);
@@ -47,7 +47,7 @@ TEST(Cuts, AreThoseOfAPlainListOfPlaces)
             cuts.join(first, last);
             std::fill(closed.begin() + first + 1, closed.begin() + last + 1, true);
         }
-        cuts.settle();
+        cuts.finish();
         for (std::uint32_t place = 0; place < points; ++place)
             ASSERT_EQ(cuts.last_in({place, place + 1}).has_value(), !closed[place]) << place;
     }

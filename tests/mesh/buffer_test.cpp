@@ -109,11 +109,11 @@ TEST(Buffer, KeepsItsContentsThroughManyStretches)
 TEST(Buffer, RoomIsWhatCanBeAddedWithoutMoving)
 {
     Buffer<int> buffer;
-    EXPECT_EQ(buffer.room(), 0u);
+    EXPECT_EQ(buffer.spare_capacity(), 0u);
     buffer.push_back(1);
     const int* const block = buffer.data();
-    for (std::size_t left = buffer.room(); left > 0; --left) {
-        EXPECT_EQ(buffer.room(), left);
+    for (std::size_t left = buffer.spare_capacity(); left > 0; --left) {
+        EXPECT_EQ(buffer.spare_capacity(), left);
         buffer.push_back(2);
     }
     EXPECT_EQ(buffer.data(), block);

@@ -24,9 +24,9 @@ TEST(CloneNumbers, TellWhetherALayerHoldsClones)
     EXPECT_FALSE(mesh::holds_clones(numbered(0))) << "a map without values says nothing";
     EXPECT_FALSE(mesh::holds_clones(numbered(4, mesh::map_mnvw)));
     EXPECT_TRUE(mesh::holds_clones(numbered(1)));
-    EXPECT_FALSE(mesh::holds_clones_alone(numbered(0)));
-    EXPECT_FALSE(mesh::holds_clones_alone(numbered(3)));
-    EXPECT_TRUE(mesh::holds_clones_alone(numbered(4)));
+    EXPECT_FALSE(mesh::holds_only_clones(numbered(0)));
+    EXPECT_FALSE(mesh::holds_only_clones(numbered(3)));
+    EXPECT_TRUE(mesh::holds_only_clones(numbered(4)));
 }
 
 } // namespace

@@ -16,13 +16,13 @@
 #include <unistd.h>
 
 #include "mesh/buffer.h"
-#include "mesh/page_helper.h"
+#include "mesh/page_prefaulter.h"
 #include "tests/support/sanitizers.h"
 
 namespace {
 
 using mesh::Buffer;
-using mesh::PageHelper;
+using mesh::PagePrefaulter;
 
 constexpr std::size_t megabyte = std::size_t{1} << 20;
 
@@ -40,11 +40,11 @@ bool grows(std::uint32_t first)
     return buffer.size() == count;
 }
 
-/// Whether the helper takes the stretch within a minute.
-bool taken_in_time(PageHelper& helper, PageHelper::Stretch stretch)
+/// Whether the helper takes the range within a minute.
+bool posted_in_time(PagePrefaulter& helper, PagePrefaulter::Range range)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    while (!helper.take(stretch)) {
+    while (!helper.try_post(range)) {
         if (std::chrono::steady_clock::now() > end)
             return false;
         std::this_thread::yield();
@@ -53,12 +53,12 @@ bool taken_in_time(PageHelper& helper, PageHelper::Stretch stretch)
 }
 
 /// Waits until the helper has nothing to do.
-void expect_idle(PageHelper& helper)
+void expect_idle(PagePrefaulter& helper)
 {
     const auto memory = std::make_unique<std::byte[]>(2 * megabyte);
-    EXPECT_TRUE(taken_in_time(helper, {memory.get(), megabyte}));
-    EXPECT_TRUE(taken_in_time(helper, {memory.get() + megabyte, megabyte}));
-    helper.withdraw({memory.get(), 2 * megabyte});
+    EXPECT_TRUE(posted_in_time(helper, {memory.get(), megabyte}));
+    EXPECT_TRUE(posted_in_time(helper, {memory.get() + megabyte, megabyte}));
+    helper.cancel({memory.get(), 2 * megabyte});
 }
 
 /// Private memory, at `place` unless that is null.
@@ -105,31 +105,31 @@ private:
 TEST(Pages, PreparingThemChangesNothing)
 {
     std::vector<std::uint32_t> values(3 * megabyte / sizeof(std::uint32_t), 7u);
-    mesh::prepare_pages(values.data() + 1, values.size() * sizeof(std::uint32_t) - 9);
-    mesh::prepare_pages_ahead(values.data() + 1, values.size() * sizeof(std::uint32_t) - 9);
-    mesh::prepare_pages(values.data(), 0);
+    mesh::prefault_pages(values.data() + 1, values.size() * sizeof(std::uint32_t) - 9);
+    mesh::prefault_pages_async(values.data() + 1, values.size() * sizeof(std::uint32_t) - 9);
+    mesh::prefault_pages(values.data(), 0);
     EXPECT_TRUE(std::all_of(values.begin(), values.end(), [](auto value) { return value == 7u; }));
 }
 
 TEST(Pages, TheHelperComesBackForTheNextStretch)
 {
-    PageHelper* const helper = PageHelper::of_the_process();
+    PagePrefaulter* const helper = PagePrefaulter::instance();
     if (helper == nullptr)
         GTEST_SKIP() << "there is one processor only";
     const auto memory = std::make_unique<std::byte[]>(megabyte);
     for (int i = 0; i < 100; ++i)
-        ASSERT_TRUE(taken_in_time(*helper, {memory.get(), megabyte})) << i;
+        ASSERT_TRUE(posted_in_time(*helper, {memory.get(), megabyte})) << i;
 }
 
 TEST(Pages, WithdrawnMemoryIsNotTouched)
 {
-    PageHelper* const helper = PageHelper::of_the_process();
+    PagePrefaulter* const helper = PagePrefaulter::instance();
     if (helper == nullptr)
         GTEST_SKIP() << "there is one processor only";
     for (int i = 0; i < 200; ++i) {
         void* const memory = map(megabyte, nullptr);
-        ASSERT_TRUE(taken_in_time(*helper, {memory, megabyte}));
-        helper->withdraw({memory, megabyte});
+        ASSERT_TRUE(posted_in_time(*helper, {memory, megabyte}));
+        helper->cancel({memory, megabyte});
         const SparseFile other(memory, megabyte);
         expect_idle(*helper);
         ASSERT_EQ(other.blocks(), 0) << i;
@@ -138,13 +138,13 @@ TEST(Pages, WithdrawnMemoryIsNotTouched)
 
 TEST(Pages, WithdrawingLeavesOtherMemoryAlone)
 {
-    PageHelper* const helper = PageHelper::of_the_process();
+    PagePrefaulter* const helper = PagePrefaulter::instance();
     if (helper == nullptr)
         GTEST_SKIP() << "there is one processor only";
     void* const memory = map(2 * megabyte, nullptr);
     const SparseFile asked(memory, megabyte);
-    ASSERT_TRUE(taken_in_time(*helper, {memory, megabyte}));
-    helper->withdraw({static_cast<std::byte*>(memory) + megabyte, megabyte});
+    ASSERT_TRUE(posted_in_time(*helper, {memory, megabyte}));
+    helper->cancel({static_cast<std::byte*>(memory) + megabyte, megabyte});
     expect_idle(*helper);
     EXPECT_EQ(asked.blocks() * 512, static_cast<blkcnt_t>(megabyte));
     ASSERT_EQ(munmap(static_cast<std::byte*>(memory) + megabyte, megabyte), 0);
@@ -161,7 +161,7 @@ void* page_of(void* address)
 
 TEST(Pages, MemoryOfAnArrayThatIsGoneIsNotTouched)
 {
-    PageHelper* const helper = PageHelper::of_the_process();
+    PagePrefaulter* const helper = PagePrefaulter::instance();
     if (helper == nullptr)
         GTEST_SKIP() << "there is one processor only";
     constexpr std::size_t size = 64 * megabyte; // such blocks go back to the system at once
@@ -181,7 +181,7 @@ TEST(Pages, MemoryOfAnArrayThatIsGoneIsNotTouched)
 
 TEST(Pages, MemoryThatAnArrayLeftIsNotTouched)
 {
-    PageHelper* const helper = PageHelper::of_the_process();
+    PagePrefaulter* const helper = PagePrefaulter::instance();
     if (helper == nullptr)
         GTEST_SKIP() << "there is one processor only";
     constexpr std::size_t size = 64 * megabyte;

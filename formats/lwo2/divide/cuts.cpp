@@ -8,28 +8,28 @@ namespace formats::lwo2 {
 namespace {
 
 /// Places that a long join closes in one step.
-constexpr std::uint32_t stretch = 4096;
+constexpr std::uint32_t range_size = 4096;
 
 } // namespace
 
 Cuts::Cuts(std::uint32_t points)
-    : closed_(std::size_t{points} / 64 + 1, 0), long_joins_(std::size_t{points} / stretch + 2, 0)
+    : closed_(std::size_t{points} / 64 + 1, 0), long_joins_(std::size_t{points} / range_size + 2, 0)
 {}
 
 void Cuts::join(std::uint32_t first, std::uint32_t last)
 {
     const std::uint32_t begin = std::min(first, last) + 1;
     const std::uint32_t end = std::max(first, last) + 1;
-    const std::uint32_t first_stretch = begin / stretch + 1;
-    const std::uint32_t last_stretch = end / stretch;
-    if (first_stretch >= last_stretch) {
+    const std::uint32_t first_range = begin / range_size + 1;
+    const std::uint32_t last_range = end / range_size;
+    if (first_range >= last_range) {
         close(begin, end);
         return;
     }
-    close(begin, first_stretch * stretch);
-    ++long_joins_[first_stretch];
-    --long_joins_[last_stretch];
-    close(last_stretch * stretch, end);
+    close(begin, first_range * range_size);
+    ++long_joins_[first_range];
+    --long_joins_[last_range];
+    close(last_range * range_size, end);
 }
 
 void Cuts::close(std::uint32_t begin, std::uint32_t end)
@@ -42,13 +42,13 @@ void Cuts::close(std::uint32_t begin, std::uint32_t end)
     }
 }
 
-void Cuts::settle()
+void Cuts::finish()
 {
     std::int32_t joins = 0;
     for (std::uint32_t i = 0; i < long_joins_.size(); ++i) {
         joins += long_joins_[i];
         if (joins > 0)
-            close(i * stretch, (i + 1) * stretch);
+            close(i * range_size, (i + 1) * range_size);
     }
 }
 

@@ -22,7 +22,7 @@ public:
     void join(std::uint32_t first, std::uint32_t last);
 
     /// Takes all joins into account. Once, after the last of them.
-    void settle();
+    void finish();
 
     /// The last free place in a range, if there is one.
     [[nodiscard]] std::optional<std::uint32_t> last_in(Range places) const;

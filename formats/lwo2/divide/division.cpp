@@ -72,7 +72,7 @@ void Division::close_places()
                 map.corners().polygons[row] < polygons.size())
                 cuts_.join(map.corners().points[row],
                            polygons.points(map.corners().polygons[row]).front());
-    cuts_.settle();
+    cuts_.finish();
 }
 
 void Division::refuse(const Range& points) const

@@ -63,22 +63,22 @@ std::string SurfaceMerge::decide(const std::string& incoming)
         bool is_there = false;
         return rename(incoming, nullptr, is_there);
     }
-    Arrival arrival = arrive(described->second);
+    MappedSurface mapped = map_surface(described->second);
     if (there == present_.end() && !incoming.empty()) {
-        bring(std::move(arrival));
+        add_surface(std::move(mapped));
         return incoming;
     }
-    if (there != present_.end() && is_alike(arrival, there->second))
+    if (there != present_.end() && is_alike(mapped, there->second))
         return incoming;
     bool is_there = false;
-    std::string renamed = rename(incoming, &arrival, is_there);
+    std::string renamed = rename(incoming, &mapped, is_there);
     if (warnings_)
         warnings_(fmt::format("surface \"{}\" of {} is not the one that is there; it is named "
                               "\"{}\" now",
                               incoming, from_name_, renamed));
     if (!is_there) {
-        arrival.head.name = renamed;
-        bring(std::move(arrival));
+        mapped.head.name = renamed;
+        add_surface(std::move(mapped));
     }
     return renamed;
 }
@@ -90,7 +90,7 @@ bool SurfaceMerge::is_of_incoming(const std::string& name) const
 
 /// A new name for a surface. `is_there` tells that it is the name of a present one that is alike,
 /// as it is when the same document was joined before.
-std::string SurfaceMerge::rename(const std::string& incoming, const Arrival* arrival,
+std::string SurfaceMerge::rename(const std::string& incoming, const MappedSurface* mapped,
                                  bool& is_there)
 {
     const std::string base = incoming.empty() ? "Default" : incoming;
@@ -100,8 +100,7 @@ std::string SurfaceMerge::rename(const std::string& incoming, const Arrival* arr
         if (is_of_incoming(candidate) || new_names_.contains(candidate))
             continue;
         const auto there = present_.find(candidate);
-        is_there =
-            there != present_.end() && arrival != nullptr && is_alike(*arrival, there->second);
+        is_there = there != present_.end() && mapped != nullptr && is_alike(*mapped, there->second);
         if (!is_there && (there != present_.end() || into_.tags.find(candidate) != mesh::no_tag))
             continue;
         if (!is_there)
@@ -110,44 +109,44 @@ std::string SurfaceMerge::rename(const std::string& incoming, const Arrival* arr
     }
 }
 
-SurfaceMerge::Arrival SurfaceMerge::arrive(const SurfaceHead& head)
+SurfaceMerge::MappedSurface SurfaceMerge::map_surface(const SurfaceHead& head)
 {
-    Arrival arrival{head};
+    MappedSurface mapped{head};
     const Renumber renumber{[&](std::uint32_t number) {
-                                arrival.images.push_back(number);
+                                mapped.images.push_back(number);
                                 return map_image(number);
                             },
                             [&](std::uint32_t number) {
-                                arrival.envelopes.push_back(number);
+                                mapped.envelopes.push_back(number);
                                 return map_envelope(number);
                             }};
-    arrival.rest = renumber_surface(head.rest, renumber);
+    mapped.rest = renumber_surface(head.rest, renumber);
     const auto is_new_image = [this](std::uint32_t number) { return images_.is_new(number); };
     const auto is_new_envelope = [this](std::uint32_t number) { return envelopes_.is_new(number); };
-    arrival.needs_new =
-        std::any_of(arrival.images.begin(), arrival.images.end(), is_new_image) ||
-        std::any_of(arrival.envelopes.begin(), arrival.envelopes.end(), is_new_envelope);
-    arrival.has_nodes = has_node_data(head.rest);
-    if (arrival.has_nodes) {
+    mapped.needs_new =
+        std::any_of(mapped.images.begin(), mapped.images.end(), is_new_image) ||
+        std::any_of(mapped.envelopes.begin(), mapped.envelopes.end(), is_new_envelope);
+    mapped.has_nodes = has_node_data(head.rest);
+    if (mapped.has_nodes) {
         map_all();
-        arrival.needs_new |= all_new_;
+        mapped.needs_new |= all_new_;
     }
-    return arrival;
+    return mapped;
 }
 
-bool SurfaceMerge::is_alike(const Arrival& arrival, const SurfaceHead& present) const
+bool SurfaceMerge::is_alike(const MappedSurface& mapped, const SurfaceHead& present) const
 {
-    return !arrival.needs_new && arrival.head.source == present.source &&
-           arrival.rest == renumber_surface(present.rest, leave_numbers);
+    return !mapped.needs_new && mapped.head.source == present.source &&
+           mapped.rest == renumber_surface(present.rest, leave_numbers);
 }
 
-void SurfaceMerge::bring(Arrival arrival)
+void SurfaceMerge::add_surface(MappedSurface mapped)
 {
-    if (arrival.has_nodes && all_moved_ && warnings_)
+    if (mapped.has_nodes && all_moved_ && warnings_)
         warnings_(fmt::format("surface \"{}\" of {} has node data, which is kept as it was; images "
                               "and envelopes that it names by number may have another number now",
-                              arrival.head.name, from_name_));
-    coming_.push_back(std::move(arrival));
+                              mapped.head.name, from_name_));
+    added_.push_back(std::move(mapped));
 }
 
 std::uint32_t SurfaceMerge::map_envelope(std::uint32_t number)
@@ -192,21 +191,21 @@ void SurfaceMerge::map_all()
 SurfaceMerge::Chunks SurfaceMerge::finish()
 {
     // a surface that another one is based on comes with it; the list grows as it is read
-    for (std::size_t i = 0; i < coming_.size(); ++i) {
-        const std::string source = coming_[i].head.source;
+    for (std::size_t i = 0; i < added_.size(); ++i) {
+        const std::string source = added_[i].head.source;
         if (incoming_.contains(source) && !source.empty())
-            coming_[i].head.source = name(source);
+            added_[i].head.source = name(source);
     }
     Chunks chunks;
-    bring_numbered(chunks);
-    chunks.surfaces.reserve(coming_.size());
-    for (const Arrival& arrival : coming_)
+    add_numbered(chunks);
+    chunks.surfaces.reserve(added_.size());
+    for (const MappedSurface& mapped : added_)
         chunks.surfaces.push_back(
-            make_surface({arrival.head.name, arrival.head.source, arrival.rest}));
+            make_surface({mapped.head.name, mapped.head.source, mapped.rest}));
     return chunks;
 }
 
-void SurfaceMerge::bring_numbered(Chunks& chunks)
+void SurfaceMerge::add_numbered(Chunks& chunks)
 {
     std::vector<std::uint32_t> images;
     std::unordered_set<std::uint32_t> needed_images;
@@ -224,10 +223,10 @@ void SurfaceMerge::bring_numbered(Chunks& chunks)
         return mapped;
     };
     bool everything = false;
-    for (const Arrival& arrival : coming_) {
-        std::for_each(arrival.images.begin(), arrival.images.end(), need_image);
-        std::for_each(arrival.envelopes.begin(), arrival.envelopes.end(), need_envelope);
-        everything |= arrival.has_nodes;
+    for (const MappedSurface& mapped : added_) {
+        std::for_each(mapped.images.begin(), mapped.images.end(), need_image);
+        std::for_each(mapped.envelopes.begin(), mapped.envelopes.end(), need_envelope);
+        everything |= mapped.has_nodes;
     }
     if (everything) {
         for (const std::uint32_t number : images_.incoming_numbers())

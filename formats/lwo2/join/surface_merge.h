@@ -36,7 +36,7 @@ public:
 
 private:
     /// A surface as it would be in the other document, but for its name.
-    struct Arrival {
+    struct MappedSurface {
         SurfaceHead head;
         bool needs_new = false; ///< names images or envelopes that are not there yet
         bool has_nodes = false;
@@ -46,17 +46,17 @@ private:
         Bytes rest = {}; ///< what follows the texts, renumbered
     };
 
-    [[nodiscard]] Arrival arrive(const SurfaceHead& head);
-    void bring(Arrival arrival);
-    [[nodiscard]] bool is_alike(const Arrival& arrival, const SurfaceHead& present) const;
+    [[nodiscard]] MappedSurface map_surface(const SurfaceHead& head);
+    void add_surface(MappedSurface mapped);
+    [[nodiscard]] bool is_alike(const MappedSurface& mapped, const SurfaceHead& present) const;
     [[nodiscard]] bool is_of_incoming(const std::string& name) const;
-    [[nodiscard]] std::string rename(const std::string& incoming, const Arrival* arrival,
+    [[nodiscard]] std::string rename(const std::string& incoming, const MappedSurface* mapped,
                                      bool& is_there);
     [[nodiscard]] std::string decide(const std::string& incoming);
     std::uint32_t map_image(std::uint32_t number);
     std::uint32_t map_envelope(std::uint32_t number);
     void map_all();
-    void bring_numbered(Chunks& chunks);
+    void add_numbered(Chunks& chunks);
 
     const mesh::Document& into_;
     const mesh::Document& from_;
@@ -68,7 +68,7 @@ private:
     std::unordered_map<std::string, SurfaceHead> incoming_;
     std::unordered_map<std::string, std::string> names_; ///< decided ones, by incoming name
     std::unordered_set<std::string> new_names_;
-    std::vector<Arrival> coming_;
+    std::vector<MappedSurface> added_;
     bool all_mapped_ = false; ///< for the data of nodes, which may name anything
     bool all_moved_ = false;  ///< some number became another
     bool all_new_ = false;    ///< something is not there yet

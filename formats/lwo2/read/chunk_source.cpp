@@ -42,10 +42,10 @@ public:
 
     [[nodiscard]] std::span<const std::byte> read(std::uint64_t offset, std::size_t least) override
     {
-        if (offset < begin_ || offset + least > begin_ + size_at_hand_)
+        if (offset < begin_ || offset + least > begin_ + window_size_)
             fill(offset, least);
         const auto passed = static_cast<std::size_t>(offset - begin_);
-        return {window_.get() + passed, size_at_hand_ - passed};
+        return {window_.get() + passed, window_size_ - passed};
     }
 
 private:
@@ -56,20 +56,20 @@ private:
         const auto wanted = static_cast<std::size_t>(
             std::min<std::uint64_t>(std::max(least, usual), size_ - offset));
         begin_ = offset;
-        size_at_hand_ = 0;
-        while (size_at_hand_ < wanted) {
+        window_size_ = 0;
+        while (window_size_ < wanted) {
             const ssize_t got =
-                ::pread(file_.number(), window_.get() + size_at_hand_, wanted - size_at_hand_,
-                        static_cast<off_t>(offset + size_at_hand_));
+                ::pread(file_.number(), window_.get() + window_size_, wanted - window_size_,
+                        static_cast<off_t>(offset + window_size_));
             if (got < 0 && errno == EINTR)
                 continue;
             if (got < 0)
                 throw FileError(path_, "cannot be read", errno);
             if (got == 0)
                 break;
-            size_at_hand_ += static_cast<std::size_t>(got);
+            window_size_ += static_cast<std::size_t>(got);
         }
-        if (size_at_hand_ < least)
+        if (window_size_ < least)
             throw FileError(path_, "cannot be read", "it became shorter while it was read");
     }
 
@@ -77,7 +77,7 @@ private:
     Descriptor file_;
     std::uint64_t size_;
     std::uint64_t begin_ = 0; ///< where the window stands in the file
-    std::size_t size_at_hand_ = 0;
+    std::size_t window_size_ = 0;
     std::unique_ptr<std::byte[]> window_ = std::make_unique_for_overwrite<std::byte[]>(longest_run);
 };
 

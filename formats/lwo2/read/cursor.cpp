@@ -21,7 +21,7 @@ std::string Cursor::text()
     const std::uint64_t start = offset();
     std::string text;
     for (;;) {
-        const auto piece = at_hand(1);
+        const auto piece = peek(1);
         if (piece.empty())
             fail_at(start, "a text has no end; the file is damaged or cut short");
         const auto* const zero =
@@ -34,7 +34,7 @@ std::string Cursor::text()
             break;
     }
     ++at_;
-    if (text.size() % 2 == 0 && left() > 0) {
+    if (text.size() % 2 == 0 && remaining() > 0) {
         need(1);
         ++at_;
     }
@@ -44,9 +44,9 @@ std::string Cursor::text()
 std::vector<std::byte> Cursor::rest()
 {
     std::vector<std::byte> bytes;
-    bytes.reserve(static_cast<std::size_t>(left()));
-    while (left() > 0) {
-        const auto piece = at_hand(1);
+    bytes.reserve(static_cast<std::size_t>(remaining()));
+    while (remaining() > 0) {
+        const auto piece = peek(1);
         bytes.insert(bytes.end(), piece.begin(), piece.end());
         skip(piece.size());
     }

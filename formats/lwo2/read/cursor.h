@@ -33,7 +33,7 @@ public:
     ~Cursor() = default;
 
     [[nodiscard]] mesh::FourCC chunk() const noexcept { return chunk_; }
-    [[nodiscard]] std::uint64_t left() const noexcept { return end_offset_ - offset(); }
+    [[nodiscard]] std::uint64_t remaining() const noexcept { return end_offset_ - offset(); }
     /// Where the next value stands in the file.
     [[nodiscard]] std::uint64_t offset() const noexcept
     {
@@ -75,9 +75,9 @@ public:
     /// The next bytes as far as they are at hand: at least `least` of them, or all that are left
     /// where these are fewer. They stay where they are until `skip`.
     /// @param least  at most ChunkSource::longest_run
-    [[nodiscard]] std::span<const std::byte> at_hand(std::size_t least)
+    [[nodiscard]] std::span<const std::byte> peek(std::size_t least)
     {
-        const auto wanted = std::min<std::uint64_t>(least, left());
+        const auto wanted = std::min<std::uint64_t>(least, remaining());
         if (static_cast<std::size_t>(end_ - at_) < wanted)
             fill(static_cast<std::size_t>(wanted));
         return {at_, end_};
@@ -99,7 +99,7 @@ private:
     {
         if (static_cast<std::size_t>(end_ - at_) >= count) [[likely]]
             return;
-        if (left() < count)
+        if (remaining() < count)
             fail("the chunk ends within a value; the file is damaged or cut short");
         fill(count);
     }

@@ -98,19 +98,19 @@ bool LayerReader::take(Cursor& body)
 void LayerReader::points(Cursor& body)
 {
     constexpr std::size_t point_size = 12;
-    if (body.left() % point_size != 0)
+    if (body.remaining() % point_size != 0)
         body.fail(fmt::format("a size of {} holds no whole number of points; the file is "
                               "damaged",
-                              mesh::counted(body.left(), "byte")));
-    const auto count = static_cast<std::size_t>(body.left() / point_size);
+                              mesh::counted(body.remaining(), "byte")));
+    const auto count = static_cast<std::size_t>(body.remaining() / point_size);
     points_.first = static_cast<std::uint32_t>(layer_.points.size());
     points_.count = static_cast<std::uint32_t>(count);
     ++point_blocks_;
     if (count > layer_.points.size() / 2) // else growth by halves is cheaper
         layer_.points.reserve(layer_.points.size() + count);
     std::array<mesh::Vec3, 256> run;
-    while (body.left() > 0) {
-        const auto bytes = body.at_hand(point_size);
+    while (body.remaining() > 0) {
+        const auto bytes = body.peek(point_size);
         const std::size_t now = std::min(bytes.size() / point_size, run.size());
         widen_all(bytes.data(), {run.data(), now});
         layer_.points.append({run.data(), now});
@@ -124,10 +124,10 @@ void LayerReader::points(Cursor& body)
 void LayerReader::bounds(Cursor& body)
 {
     constexpr std::size_t box_size = 24;
-    if (body.left() != box_size)
+    if (body.remaining() != box_size)
         reading_.warn(
             id_bbox, chunk_start(body),
-            fmt::format("a box has 24 bytes, not {}; it will be computed anew", body.left()));
+            fmt::format("a box has 24 bytes, not {}; it will be computed anew", body.remaining()));
     keep({.id = id_bbox, .role = ChunkRole::bounds, .body = body.rest()});
 }
 
@@ -164,11 +164,11 @@ void LayerReader::check_kind(bool is_known, std::size_t known, std::size_t most,
 }
 
 /// Takes the polygons that are at hand whole and sound, up to the first that is not.
-void LayerReader::sound_polygons(Cursor& body, mesh::FourCC type)
+void LayerReader::read_polygons_fast(Cursor& body, mesh::FourCC type)
 {
     constexpr std::size_t longest = 2 + 4 * curve_point_limit;
     static_assert(longest <= ChunkSource::longest_run);
-    const auto bytes = body.at_hand(longest);
+    const auto bytes = body.peek(longest);
     const std::byte* const end = bytes.data() + bytes.size();
     const std::byte* taken = bytes.data();
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): a chunk may hold a single triangle
@@ -181,7 +181,7 @@ void LayerReader::sound_polygons(Cursor& body, mesh::FourCC type)
             break;
         std::uint32_t highest = 0;
         for (std::uint32_t i = 0; i < count; ++i) {
-            const std::uint32_t index = take_index(at);
+            const std::uint32_t index = read_index(at);
             highest = std::max(highest, index);
             corners[i] = points_.first + index;
         }
@@ -205,14 +205,14 @@ void LayerReader::polygons(Cursor& body)
 {
     const mesh::FourCC type = body.u4();
     const auto types = layer_.polygons.types();
-    if (body.left() > 0)
+    if (body.remaining() > 0)
         check_kind(std::find(types.begin(), types.end(), type) != types.end(), types.size(),
                    polygon_type_limit, body, "types of polygons");
     polygons_.first = static_cast<std::uint32_t>(layer_.polygons.size());
     std::vector<std::uint32_t> corners;
     for (;;) {
-        sound_polygons(body, type);
-        if (body.left() == 0)
+        read_polygons_fast(body, type);
+        if (body.remaining() == 0)
             break;
         // one step at a time, which finds the fault if there is one
         const std::uint64_t offset = body.offset();
@@ -244,10 +244,10 @@ void LayerReader::polygon_tags(Cursor& body)
     const bool is_known =
         surfaces || std::any_of(kinds.begin(), kinds.end(),
                                 [&](const auto& tags) { return tags.kind() == kind; });
-    if (body.left() > 0)
+    if (body.remaining() > 0)
         check_kind(is_known, kinds.size(), tag_kind_limit, body, "kinds of polygon tags");
     std::size_t changed = 0;
-    while (body.left() > 0) {
+    while (body.remaining() > 0) {
         const std::uint32_t polygon = polygon_index(body);
         const std::uint64_t offset = body.offset();
         const std::uint16_t tag = body.u2();
@@ -280,12 +280,12 @@ void LayerReader::drop_map_parameters()
 }
 
 /// Takes rows of a map that are at hand whole and sound, as many as there is room for.
-void LayerReader::sound_rows(Cursor& body)
+void LayerReader::read_rows_fast(Cursor& body)
 {
     Rows& rows = rows_;
     const std::size_t size = rows.dimension * sizeof(float);
     const std::size_t longest = 4 + size;
-    const auto bytes = body.at_hand(longest);
+    const auto bytes = body.peek(longest);
     const std::byte* const end = bytes.data() + bytes.size();
     const std::byte* taken = bytes.data();
     std::uint32_t* points = rows.points.data();
@@ -293,7 +293,7 @@ void LayerReader::sound_rows(Cursor& body)
     rows.count = 0;
     while (rows.count < rows.most && end - taken >= static_cast<std::ptrdiff_t>(longest)) {
         const std::byte* at = taken;
-        const std::uint32_t index = take_index(at);
+        const std::uint32_t index = read_index(at);
         if (index >= points_.count)
             break;
         *points++ = points_.first + index;
@@ -313,10 +313,10 @@ void LayerReader::map(Cursor& body)
     const std::string name = body.text();
     const std::uint32_t number = maps_.number(type, name, dimension);
     Rows& rows = rows_;
-    if (body.left() > 0)
+    if (body.remaining() > 0)
         rows.fit(dimension);
-    while (body.left() > 0) {
-        sound_rows(body);
+    while (body.remaining() > 0) {
+        read_rows_fast(body);
         if (rows.count == 0) {
             // one step at a time, which finds the fault if there is one
             rows.count = 1;
@@ -346,7 +346,7 @@ void LayerReader::corner_values(Cursor& body)
     const std::uint32_t number = maps_.number(type, name, dimension);
     mesh::VertexMap& map = layer_.maps[number];
     const auto begin = static_cast<std::uint32_t>(map.corners().size());
-    while (body.left() > 0) {
+    while (body.remaining() > 0) {
         mesh::CornerValues& corners = map.edit_corners();
         const std::uint32_t point = point_index(body);
         const std::uint32_t polygon = polygon_index(body);

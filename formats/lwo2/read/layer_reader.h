@@ -75,9 +75,9 @@ private:
         mesh::Buffer<float> values;
     };
 
-    void sound_polygons(Cursor& body, mesh::FourCC type);
+    void read_polygons_fast(Cursor& body, mesh::FourCC type);
     void add_polygon(mesh::FourCC type, std::uint16_t word, std::span<const std::uint32_t> corners);
-    void sound_rows(Cursor& body);
+    void read_rows_fast(Cursor& body);
     [[nodiscard]] std::uint32_t point_index(Cursor& body) const;
     [[nodiscard]] std::uint32_t polygon_index(Cursor& body) const;
     void check_kind(bool is_known, std::size_t known, std::size_t most, const Cursor& body,

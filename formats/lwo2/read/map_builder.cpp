@@ -35,7 +35,7 @@ std::size_t MapBuilder::place_of(mesh::FourCC type, std::string_view name,
     return place;
 }
 
-void MapBuilder::make_room()
+void MapBuilder::grow_table()
 {
     if (maps_.size() + 1 <= table_.size() / 4 * 3)
         return;
@@ -48,7 +48,7 @@ void MapBuilder::make_room()
 
 std::uint32_t MapBuilder::number(mesh::FourCC type, std::string_view name, std::uint16_t dimension)
 {
-    make_room();
+    grow_table();
     const std::size_t place = place_of(type, name, dimension);
     if (table_[place] == 0) {
         maps_.emplace_back(type, std::string(name), dimension);
@@ -63,15 +63,15 @@ void MapBuilder::add(std::uint32_t number, std::span<const std::uint32_t> points
     if (points.empty())
         return;
     mesh::VertexMap& map = maps_[number];
-    const auto found = late_.empty() ? late_.end() : late_.find(number);
+    const auto found = out_of_order_.empty() ? out_of_order_.end() : out_of_order_.find(number);
     const bool in_order =
-        found == late_.end() && points.front() >= map.end() &&
+        found == out_of_order_.end() && points.front() >= map.end() &&
         std::adjacent_find(points.begin(), points.end(), std::greater_equal<>()) == points.end();
     if (in_order) {
         map.append(points, values);
         return;
     }
-    Late* late = found == late_.end() ? nullptr : &found->second;
+    OutOfOrder* late = found == out_of_order_.end() ? nullptr : &found->second;
     const std::size_t dimension = map.dimension();
     for (std::size_t row = 0; row < points.size(); ++row) {
         const std::uint32_t point = points[row];
@@ -81,7 +81,7 @@ void MapBuilder::add(std::uint32_t number, std::span<const std::uint32_t> points
             continue;
         }
         if (late == nullptr)
-            late = &late_[number];
+            late = &out_of_order_[number];
         late->points.push_back(point);
         late->values.append(value);
     }
@@ -89,7 +89,7 @@ void MapBuilder::add(std::uint32_t number, std::span<const std::uint32_t> points
 
 void MapBuilder::end_chunk(std::uint32_t map, std::uint64_t offset)
 {
-    if (const auto late = late_.find(map); late != late_.end())
+    if (const auto late = out_of_order_.find(map); late != out_of_order_.end())
         late->second.offset = offset;
 }
 
@@ -97,14 +97,14 @@ void MapBuilder::finish()
 {
     // in the order of the maps, which is that of the warnings
     std::vector<std::uint32_t> numbers;
-    for (const auto& [number, late] : late_)
+    for (const auto& [number, late] : out_of_order_)
         numbers.push_back(number);
     std::sort(numbers.begin(), numbers.end());
     for (const std::uint32_t number : numbers)
-        merge_late(number, late_[number]);
+        merge_out_of_order(number, out_of_order_[number]);
 }
 
-void MapBuilder::merge_late(std::uint32_t number, Late& late)
+void MapBuilder::merge_out_of_order(std::uint32_t number, OutOfOrder& late)
 {
     mesh::VertexMap& map = maps_[number];
     const auto& points = late.points;

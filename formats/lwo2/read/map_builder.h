@@ -40,17 +40,17 @@ public:
 
 private:
     /// Rows that came after a row of the same or a later point, in order of the file.
-    struct Late {
+    struct OutOfOrder {
         mesh::Buffer<std::uint32_t> points = {};
         mesh::Buffer<float> values = {};
         std::uint64_t offset = 0; ///< the chunk that added to the map last
     };
 
-    void make_room();
+    void grow_table();
     /// The place of a map in the table, or the free one where it would go.
     [[nodiscard]] std::size_t place_of(mesh::FourCC type, std::string_view name,
                                        std::size_t dimension) const;
-    void merge_late(std::uint32_t map, Late& late);
+    void merge_out_of_order(std::uint32_t map, OutOfOrder& late);
 
     mesh::StableList<mesh::VertexMap>& maps_;
     Reading& reading_;
@@ -58,7 +58,7 @@ private:
     /// of two long, and never full. Millions of maps of a few bytes each would cost several times
     /// as much in a standard container.
     std::vector<std::uint32_t> table_;
-    std::unordered_map<std::uint32_t, Late> late_; ///< by number of the map
+    std::unordered_map<std::uint32_t, OutOfOrder> out_of_order_; ///< by number of the map
 };
 
 } // namespace formats::lwo2

@@ -46,13 +46,13 @@ void put_points(std::span<const mesh::Vec3> points, Encoder& out)
     constexpr std::size_t most = 1024;
     while (!points.empty()) {
         const auto run = points.first(std::min(most, points.size()));
-        std::byte* to = out.room(run.size() * point_size);
+        std::byte* to = out.reserve(run.size() * point_size);
         for (const mesh::Vec3& point : run) {
             to = put_u4(to, narrow(point.x));
             to = put_u4(to, narrow(point.y));
             to = put_u4(to, narrow(point.z));
         }
-        out.written(to);
+        out.advance(to);
         points = points.subspan(run.size());
     }
 }
@@ -129,10 +129,10 @@ void put_polygons(const mesh::Layer& layer, const Layout& layout, const Step& st
             std::uint32_t word = (count & polygon_point_limit) | flags << 10u;
             if (curve)
                 word = (word & 0x0FFFu) | count >> 10u << 12u;
-            std::byte* to = put_u2(out.room(2 + 4 * points.size()), word);
+            std::byte* to = put_u2(out.reserve(2 + 4 * points.size()), word);
             for (const std::uint32_t point : points)
                 to = put_index(to, point - first);
-            out.written(to);
+            out.advance(to);
         }
     }
 }
@@ -194,10 +194,10 @@ void put_map(const mesh::VertexMap& map, const Layout& layout, const Step& step,
     const PointBlock& block = layout.point_block(step.points);
     const std::size_t longest = 4 + map.dimension() * sizeof(float);
     map.for_each_in(block.begin, block.end, [&](std::uint32_t point, std::span<const float> value) {
-        std::byte* to = put_index(out.room(longest), point - block.begin);
+        std::byte* to = put_index(out.reserve(longest), point - block.begin);
         for (const float component : value)
             to = put_u4(to, std::bit_cast<std::uint32_t>(component));
-        out.written(to);
+        out.advance(to);
     });
 }
 

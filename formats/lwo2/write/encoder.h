@@ -45,29 +45,29 @@ public:
 
     /// Room for `count` bytes at least, for values that are written many at a time. What was
     /// written there is told to `written`.
-    [[nodiscard]] std::byte* room(std::size_t count)
+    [[nodiscard]] std::byte* reserve(std::size_t count)
     {
         if (capacity_ - size_ < count)
-            make_room(count);
+            grow(count);
         return buffer_.get() + size_;
     }
 
     /// Takes what stands between the room last given and `end`.
-    void written(const std::byte* end) noexcept
+    void advance(const std::byte* end) noexcept
     {
         size_ = static_cast<std::size_t>(end - buffer_.get());
     }
 
     void u1(std::uint32_t value)
     {
-        std::byte* const to = room(1);
+        std::byte* const to = reserve(1);
         *to = static_cast<std::byte>(value);
-        written(to + 1);
+        advance(to + 1);
     }
-    void u2(std::uint32_t value) { written(put_u2(room(2), value)); }
-    void u4(std::uint32_t value) { written(put_u4(room(4), value)); }
+    void u2(std::uint32_t value) { advance(put_u2(reserve(2), value)); }
+    void u4(std::uint32_t value) { advance(put_u4(reserve(4), value)); }
     void single(double value) { u4(narrow(value)); }
-    void index(std::uint32_t value) { written(put_index(room(4), value)); }
+    void index(std::uint32_t value) { advance(put_index(reserve(4), value)); }
 
     void bytes(std::span<const std::byte> run)
     {
@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    void make_room(std::size_t count)
+    void grow(std::size_t count)
     {
         flush();
         if (count <= capacity_)

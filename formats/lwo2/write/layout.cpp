@@ -65,7 +65,7 @@ bool Layout::build(bool one_point_block, bool map_parameters)
     last_blocks_.clear();
     follow_file(one_point_block);
     place_polygons();
-    if (!polygons_are_sayable())
+    if (!polygons_are_encodable())
         return false;
     complete_maps(map_parameters);
     complete_tags();
@@ -203,7 +203,7 @@ std::uint32_t Layout::block_for(mesh::FourCC type)
     return made;
 }
 
-bool Layout::polygons_are_sayable() const
+bool Layout::polygons_are_encodable() const
 {
     if (points_.size() < 2)
         return true;

@@ -99,7 +99,7 @@ private:
     void place_polygons();
     void extend(std::uint32_t block, std::uint32_t begin, std::uint32_t end);
     [[nodiscard]] std::uint32_t block_for(mesh::FourCC type);
-    [[nodiscard]] bool polygons_are_sayable() const;
+    [[nodiscard]] bool polygons_are_encodable() const;
     [[nodiscard]] bool has_surfaces(const PolygonBlock& block) const;
     [[nodiscard]] bool has_tags(const PolygonBlock& block, const mesh::TagColumn& tags) const;
     void complete_tags();

@@ -122,7 +122,7 @@ void forget_file(mesh::Document& document)
         layer.chunks.clear();
 }
 
-TEST(Law, ReadingGivesBackWhatWasWritten)
+TEST(Properties, ReadingGivesBackWhatWasWritten)
 {
     EXPECT_TRUE(rc::check([] {
         const mesh::Document document = any_document();
@@ -133,7 +133,7 @@ TEST(Law, ReadingGivesBackWhatWasWritten)
     }));
 }
 
-TEST(Law, WritingAgainGivesTheSameBytes)
+TEST(Properties, WritingAgainGivesTheSameBytes)
 {
     EXPECT_TRUE(rc::check([] {
         const auto file = formats::write_lwo2(any_document());
@@ -173,7 +173,7 @@ mesh::Document any_full_document()
     return document;
 }
 
-TEST(Law, WhatTheWriterTakesTheReaderTakes)
+TEST(Properties, WhatTheWriterTakesTheReaderTakes)
 {
     int refused = 0;
     int written = 0;
@@ -196,7 +196,7 @@ TEST(Law, WhatTheWriterTakesTheReaderTakes)
     EXPECT_GT(written, 0);
 }
 
-TEST(Law, JoiningKeepsTheMeshesOfBoth)
+TEST(Properties, JoiningKeepsTheMeshesOfBoth)
 {
     EXPECT_TRUE(rc::check([] {
         auto into = formats::read_lwo2(formats::write_lwo2(any_document()), {});

@@ -13,12 +13,12 @@ namespace modeler {
 
 /// Texts that neither move nor change while a command runs, so that an address that comes back says
 /// all: those that the host lends, each held once, and those in memory that nobody can write to.
-class LastingTexts {
+class StringPool {
 public:
     /// The address of this text, the same for the same text, valid as long as this object.
-    [[nodiscard]] const char* lend(std::string_view text)
+    [[nodiscard]] const char* intern(std::string_view text)
     {
-        const char* const address = lent_.emplace(text).first->c_str();
+        const char* const address = strings_.emplace(text).first->c_str();
         addresses_.insert(address);
         return address;
     }
@@ -27,7 +27,7 @@ public:
     void add_read_only(std::span<const char> memory) { read_only_.push_back(memory); }
 
     /// Whether the text at this address is one of them.
-    [[nodiscard]] bool holds(const char* address) const
+    [[nodiscard]] bool contains(const char* address) const
     {
         const auto lies_in = [address](std::span<const char> memory) {
             constexpr std::less<const char*> before;
@@ -39,7 +39,7 @@ public:
     }
 
 private:
-    std::unordered_set<std::string> lent_; // its elements do not move
+    std::unordered_set<std::string> strings_; // its elements do not move
     std::unordered_set<const char*> addresses_;
     std::vector<std::span<const char>> read_only_;
 };

@@ -13,7 +13,7 @@ namespace desktop {
 /// Does work on another thread while the window goes on being drawn, without taking input, under
 /// the pointer of a busy program. What the work throws comes out here.
 /// @throws std::system_error when there is no thread to be had
-template <typename Work> void work_aside(Work work)
+template <typename Work> void run_in_background(Work work)
 {
     struct BusyPointer {
         BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }

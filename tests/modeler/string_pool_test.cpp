@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Which texts of a module are known by their addresses.
-#include "modeler/edit/lasting_texts.h"
+#include "modeler/edit/string_pool.h"
 
 #include <algorithm>
 #include <span>
@@ -13,8 +13,8 @@
 
 namespace {
 
-using modeler::LastingTexts;
 using modeler::read_only_data;
+using modeler::StringPool;
 
 const char constant[] = "constant";
 char changeable[] = "changeable";
@@ -26,33 +26,33 @@ bool lies_in(const std::vector<std::span<const char>>& parts, const char* addres
     });
 }
 
-TEST(LastingTexts, LendsOneAddressForEachText)
+TEST(StringPool, LendsOneAddressForEachText)
 {
-    LastingTexts texts;
-    const char* const oak = texts.lend("oak");
-    const char* const ash = texts.lend("ash");
+    StringPool strings;
+    const char* const oak = strings.intern("oak");
+    const char* const ash = strings.intern("ash");
     EXPECT_STREQ(oak, "oak");
     EXPECT_NE(oak, ash);
     for (int i = 0; i < 1000; ++i)
-        (void)texts.lend(std::to_string(i));
-    EXPECT_EQ(texts.lend(std::string("o") + "ak"), oak);
+        (void)strings.intern(std::to_string(i));
+    EXPECT_EQ(strings.intern(std::string("o") + "ak"), oak);
     EXPECT_STREQ(oak, "oak");
-    EXPECT_TRUE(texts.holds(oak));
-    EXPECT_TRUE(texts.holds(ash));
-    EXPECT_FALSE(texts.holds(oak + 1)) << "another text";
+    EXPECT_TRUE(strings.contains(oak));
+    EXPECT_TRUE(strings.contains(ash));
+    EXPECT_FALSE(strings.contains(oak + 1)) << "another text";
     const std::string copy = oak;
-    EXPECT_FALSE(texts.holds(copy.c_str()));
+    EXPECT_FALSE(strings.contains(copy.c_str()));
 }
 
-TEST(LastingTexts, HoldsWhatStandsInReadOnlyMemory)
+TEST(StringPool, HoldsWhatStandsInReadOnlyMemory)
 {
-    LastingTexts texts;
-    EXPECT_FALSE(texts.holds(constant));
-    texts.add_read_only({constant, 4});
-    EXPECT_TRUE(texts.holds(constant));
-    EXPECT_TRUE(texts.holds(constant + 3));
-    EXPECT_FALSE(texts.holds(constant + 4));
-    EXPECT_FALSE(texts.holds(changeable));
+    StringPool strings;
+    EXPECT_FALSE(strings.contains(constant));
+    strings.add_read_only({constant, 4});
+    EXPECT_TRUE(strings.contains(constant));
+    EXPECT_TRUE(strings.contains(constant + 3));
+    EXPECT_FALSE(strings.contains(constant + 4));
+    EXPECT_FALSE(strings.contains(changeable));
 }
 
 TEST(ReadOnlyData, IsThatOfTheFileTheAddressLiesIn)

@@ -11,6 +11,6 @@ namespace modeler {
 /// likeliest place first: beside the program, then the library folders that belong to the program's
 /// own place. Empty when the program's place is not known. Whether a file is there is not looked
 /// at.
-[[nodiscard]] std::vector<std::filesystem::path> module_places(std::string_view module_file);
+[[nodiscard]] std::vector<std::filesystem::path> module_search_paths(std::string_view module_file);
 
 } // namespace modeler

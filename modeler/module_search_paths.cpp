@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "modeler/module_places.h"
+#include "modeler/module_search_paths.h"
 
 #include <system_error>
 
@@ -7,7 +7,7 @@ namespace modeler {
 
 namespace fs = std::filesystem;
 
-std::vector<fs::path> module_places(std::string_view module_file)
+std::vector<fs::path> module_search_paths(std::string_view module_file)
 {
     std::error_code failed;
     const fs::path program = fs::read_symlink("/proc/self/exe", failed);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mesh/page_helper.h"
+#include "mesh/page_prefaulter.h"
 
 #include <atomic>
 #include <csignal>
@@ -15,71 +15,71 @@ namespace mesh {
 
 namespace {
 
-/// Keeps signals from this thread, and from those that it starts, as long as it lives.
-class SignalsHeldBack {
+/// Blocks all signals for this thread, and for threads that it starts, during its lifetime.
+class SignalsBlocked {
 public:
-    SignalsHeldBack() noexcept
+    SignalsBlocked() noexcept
     {
         sigset_t all;
         sigfillset(&all);
         pthread_sigmask(SIG_SETMASK, &all, &before_);
     }
-    SignalsHeldBack(const SignalsHeldBack&) = delete;
-    SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    SignalsBlocked(const SignalsBlocked&) = delete;
+    SignalsBlocked& operator=(const SignalsBlocked&) = delete;
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 
 private:
     sigset_t before_{};
 };
 
-/// Set in a forked child, where there is no such thread, and its lock may be taken for ever.
+/// Set in a forked child, which has no such thread and whose copy of the mutex may be locked.
 std::atomic<bool> forked = false;
 
-bool overlap(const PageHelper::Stretch& a, const PageHelper::Stretch& b) noexcept
+bool overlap(const PagePrefaulter::Range& a, const PagePrefaulter::Range& b) noexcept
 {
-    const auto begin = [](const PageHelper::Stretch& stretch) {
-        return reinterpret_cast<std::uintptr_t>(stretch.begin);
+    const auto begin = [](const PagePrefaulter::Range& range) {
+        return reinterpret_cast<std::uintptr_t>(range.begin);
     };
     return begin(a) < begin(b) + b.size && begin(b) < begin(a) + a.size;
 }
 
 } // namespace
 
-PageHelper* PageHelper::of_the_process() noexcept
+PagePrefaulter* PagePrefaulter::instance() noexcept
 {
-    static PageHelper* const helper = start();
+    static PagePrefaulter* const helper = start();
     return forked.load(std::memory_order_relaxed) ? nullptr : helper;
 }
 
-PageHelper* PageHelper::start() noexcept
+PagePrefaulter* PagePrefaulter::start() noexcept
 {
     if (std::thread::hardware_concurrency() < 2)
         return nullptr;
     if (pthread_atfork(nullptr, nullptr, [] { forked = true; }) != 0)
         return nullptr;
     try {
-        auto helper = std::make_unique<PageHelper>();
-        const SignalsHeldBack held_back; // they are the program's, not this thread's
-        std::thread(&PageHelper::work, helper.get()).detach();
-        return helper.release(); // never deleted: the thread ends with the process
+        auto helper = std::make_unique<PagePrefaulter>();
+        const SignalsBlocked blocked; // other threads handle the signals of the process
+        std::thread(&PagePrefaulter::work, helper.get()).detach();
+        return helper.release(); // never deleted: the thread runs until the process ends
     } catch (const std::exception&) {
         return nullptr;
     }
 }
 
-bool PageHelper::take(Stretch stretch) noexcept
+bool PagePrefaulter::try_post(Range range) noexcept
 {
     {
         const std::lock_guard lock(mutex_);
         if (next_.size != 0)
             return false;
-        next_ = stretch;
+        next_ = range;
     }
     requested_.notify_one();
     return true;
 }
 
-void PageHelper::withdraw(Stretch memory) noexcept
+void PagePrefaulter::cancel(Range memory) noexcept
 {
     std::unique_lock lock(mutex_);
     if (overlap(next_, memory))
@@ -87,14 +87,14 @@ void PageHelper::withdraw(Stretch memory) noexcept
     finished_.wait(lock, [&] { return !overlap(current_, memory); });
 }
 
-void PageHelper::work() noexcept
+void PagePrefaulter::work() noexcept
 {
     std::unique_lock lock(mutex_);
     for (;;) {
         requested_.wait(lock, [&] { return next_.size != 0; });
         current_ = std::exchange(next_, {});
         lock.unlock();
-        prepare_pages(current_.begin, current_.size);
+        prefault_pages(current_.begin, current_.size);
         lock.lock();
         current_ = {};
         finished_.notify_all();
