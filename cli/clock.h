@@ -6,9 +6,10 @@
 
 namespace cli {
 
-/// Fixes the clock as `settings::fix_clock` does. Called before any work by all that load a module
-/// or print settings, so that a wrong DASTREL_CLOCK is refused everywhere.
-/// @param option  what `--clock` was given; empty: nothing
+/// Calls `settings::fix_clock`. All commands that load a module or print settings call it before
+/// any work, so that an invalid DASTREL_CLOCK is always rejected.
+/// @param option  value of `--clock`; empty if not given
+/// @return the clock in seconds
 /// @throws UsageError
 std::int64_t fix_clock(std::string_view option = {});
 

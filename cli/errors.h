@@ -7,24 +7,24 @@
 
 namespace cli {
 
-/// What the program tells the one who called it. The numbers are part of the interface.
+/// Exit codes of the program. The numbers are part of the interface.
 enum class ExitStatus {
     done = 0,
-    refused = 1,      ///< the command looked at the mesh and would not run; its reason is shown
-    usage = 2,        ///< the request makes no sense as it was typed
+    refused = 1,      ///< the module's command rejected the mesh; its message is shown
+    usage = 2,        ///< invalid command line
     input = 3,        ///< an input cannot be read
-    host = 4,         ///< the module or the Modeler failed, memory included
+    host = 4,         ///< the module or the host failed, including out of memory
     output = 5,       ///< the output cannot be written
-    interrupted = 130 ///< stopped from the keyboard
+    interrupted = 130 ///< interrupted from the keyboard
 };
 
-/// What an error is about, apart from the message that tells it.
+/// The subject of an error, for machine-readable error reports.
 struct ErrorPlace {
     std::string file;  ///< empty: none
-    std::string place; ///< in the file, or the option or step; empty: none
+    std::string place; ///< position in the file, or option or step; empty: none
 };
 
-/// Ends the program with a message and a status. Caught once, in `main`.
+/// Ends the program with a message and an exit status. Caught in `main`.
 class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, const std::string& message, ErrorPlace place = {})
@@ -39,10 +39,10 @@ private:
     ErrorPlace place_;
 };
 
-/// Wrong usage: `main` adds the usage line and where the help is.
+/// Invalid command line: `main` appends the usage line and a pointer to the help.
 class UsageError : public Failure {
 public:
-    /// @param message  begins with the option that it is about, if it is about one
+    /// @param message  begins with the option concerned, if any
     explicit UsageError(const std::string& message) : UsageError(message, {{}, option_in(message)})
     {}
     UsageError(const std::string& message, ErrorPlace place)
@@ -57,7 +57,7 @@ private:
     }
 };
 
-/// The reader of the program's output went away. Nobody is left to be told: it ends quietly.
+/// The reader closed the pipe at standard output. The program ends without a message.
 class ClosedPipe : public std::exception {};
 
 } // namespace cli

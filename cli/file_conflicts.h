@@ -6,19 +6,18 @@
 
 namespace cli {
 
-/// A file that a run reads or writes. `source` names it in messages: `the input`, `-o`.
+/// A file that a run reads or writes.
 struct RunFile {
-    std::string source;
-    std::string name; ///< path, or `-` for the standard stream
+    std::string source; ///< its name in messages, such as `the input` or `-o`
+    std::string name;   ///< path, or `-` for the standard stream
 };
 
 /// Whether an output may replace an input.
 enum class Replacing { refused, allowed };
 
-/// Refuses a run with an output that is one of its inputs, or the same file as another output,
-/// however the names are spelled and through links of both kinds. Two outputs in one file are
-/// refused always. Devices such as /dev/null may be named several times; so may a pipe that is both
-/// an input and an output. @throws UsageError
+/// Checks that no output is the same file as an input (unless `replacing` allows it) or as another
+/// output. Compares files, not names (see formats::FileIdentity). Devices such as /dev/null may be
+/// given several times; a pipe may be both input and output. @throws UsageError
 void check_file_conflicts(std::span<const RunFile> inputs, std::span<const RunFile> outputs,
                           Replacing replacing);
 

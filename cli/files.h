@@ -8,27 +8,27 @@
 
 namespace cli {
 
-/// The name that stands for standard input or standard output.
+/// The file name that denotes standard input or standard output.
 inline constexpr const char* standard_stream = "-";
 
-/// Judges, before anything is read, whether an input can be: that it is there, can be opened, and
-/// is of a format that is read. @throws Failure (input)
+/// Checks before the work that an input exists, can be opened, and has a supported format.
+/// @throws Failure (input)
 void validate_input(const std::string& name);
 
-/// Judges whether the output can be written. @throws Failure (output)
+/// Checks before the work that an output can be written. @throws Failure (output)
 void validate_output(const std::string& name);
 
-/// Reads an object file, or standard input. Doubts about it become warnings.
+/// Reads an object file or standard input. Warnings of the reader go to the console.
 /// @throws Failure (input)
 [[nodiscard]] mesh::Document read_document(const std::string& name, Console& console);
 
-/// Writes an object file whole or not at all, or to standard output. @throws Failure (output)
+/// Writes an object file atomically, or to standard output. @throws Failure (output)
 void write_document(const mesh::Document& document, const std::string& name, Console& console);
 
-/// The file's name without folders, as messages show it.
+/// The file name without folders, for messages.
 [[nodiscard]] std::string short_name(const std::string& name);
 
-/// `short_name` without its ending.
+/// `short_name` without its extension.
 [[nodiscard]] std::string stem(const std::string& name);
 
 } // namespace cli

@@ -7,9 +7,8 @@
 
 namespace cli {
 
-/// JSON as text, indented, with a line end. Names in files need not be UTF-8, and JSON must be:
-/// bytes that are not become replacement characters. Characters that would act on a terminal are
-/// written as `\uNNNN`, which is the same text to a reader of JSON.
+/// Formats JSON, indented, with a line end. Bytes that are not valid UTF-8 (names in files) become
+/// replacement characters. Terminal control characters are written as `\uNNNN`.
 [[nodiscard]] std::string json_text(const nlohmann::ordered_json& json);
 
 } // namespace cli

@@ -8,12 +8,11 @@
 
 namespace cli {
 
-/// The module file to use: `named` where that is not empty, else `dastrel.p` beside the program,
-/// else the one in the library folder that belongs to the program's own place.
-/// @throws Failure (host) that tells where it was looked for.
+/// Finds the module file: `named` if not empty, else `dastrel.p` in modeler::module_search_paths.
+/// @throws Failure (host) with the paths searched
 [[nodiscard]] std::filesystem::path find_module(const std::string& named);
 
-/// Finds and loads it. @throws Failure (host)
+/// Finds and loads the module. @throws Failure (host)
 [[nodiscard]] modeler::Module load_module(const std::string& named);
 
 } // namespace cli

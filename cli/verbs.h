@@ -10,7 +10,7 @@
 
 namespace cli {
 
-/// One verb of the program: its arguments and what it does with them.
+/// A subcommand of the program, such as `scatter`.
 class Verb {
 public:
     Verb() = default;
@@ -18,10 +18,10 @@ public:
     Verb& operator=(const Verb&) = delete;
     virtual ~Verb() = default;
 
-    /// The arguments it takes; parsing them fills the verb.
+    /// The command line of the verb; parsing it sets members of the verb.
     [[nodiscard]] virtual CommandLine& command_line() noexcept = 0;
 
-    /// Does it, after the arguments were parsed. @throws Failure
+    /// Runs the verb after its arguments were parsed. @throws Failure
     virtual ExitStatus run(Console& console) = 0;
 };
 

@@ -10,25 +10,24 @@
 
 namespace desktop {
 
-/// Writes a line to standard error, which may be a terminal. Takes no memory.
+/// Writes a line to standard error, escaped for a terminal. Allocates no memory.
 void write_problem(std::string_view what);
 
-/// The application object of the window. It ends what would otherwise end the program or be taken
-/// for something else than it is:
-/// - an exception that comes out of a slot or of an event handler ends there, and is told;
-/// - a label that has not been told how to read its text shows it as it is, never as HTML: most
-///   texts have names from files in them (those of tooltips go through `tool_tip`);
-/// - grey text can be read, whatever the theme;
-/// - a write past a size limit, or into a pipe that nobody reads, fails with an error instead of a
-///   signal.
+/// The application object. In addition to QApplication:
+/// - it catches exceptions of slots and event handlers and passes them to the failure handler;
+/// - labels with the default text format show plain text, never HTML, since most texts contain
+/// names
+///   from files (for tool tips use `tool_tip`);
+/// - disabled text is readable in every theme;
+/// - SIGPIPE and SIGXFSZ are ignored, so that such writes fail with an error.
 class Application : public QApplication {
     Q_OBJECT
 
 public:
     Application(int& count, char** arguments);
 
-    /// What is called with the message of an exception that was caught, on the window's thread, as
-    /// soon as the event loop goes on. Of several before that, the first is told.
+    /// Sets the handler for caught exceptions. It is called with the message on the main thread
+    /// from the event loop; if several exceptions occur before that, only for the first.
     void set_failure_handler(std::function<void(std::string_view)> handler);
 
     bool notify(QObject* receiver, QEvent* event) override;
@@ -42,7 +41,7 @@ private:
 
     std::function<void(std::string_view)> handler_;
     QTimer tell_;
-    std::array<char, 512> what_{}; ///< beforehand: there may be no memory for it; empty: none
+    std::array<char, 512> what_{}; ///< message; preallocated, since memory may have run out
 };
 
 } // namespace desktop

@@ -5,9 +5,9 @@
 
 namespace desktop {
 
-/// A message box that shows its texts as they are, never as HTML, so that names from files can be
-/// in them; control characters within their lines are made visible. The texts can be copied. Very
-/// long words are cut in their middle, and the whole texts are among the box's details then.
+/// A message box for texts that may contain names from files: shows plain text, never HTML, with
+/// control characters escaped, and allows copying it. Very long words are elided in the middle; the
+/// full text is then in the details.
 class MessageBox : public QMessageBox {
     Q_OBJECT
 

@@ -10,7 +10,7 @@
 
 namespace desktop {
 
-/// Texts of ours and of modules are UTF-8; bytes that are not become replacement characters.
+/// Converts UTF-8; invalid bytes become replacement characters.
 [[nodiscard]] inline QString to_qt(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -25,8 +25,7 @@ namespace desktop {
 
 [[nodiscard]] inline std::filesystem::path to_path(const QString& text) { return from_qt(text); }
 
-/// Text from a file, a module or a file's name, to be shown: one line, control characters and bytes
-/// that are not UTF-8 made visible (`mesh::printable`).
+/// Untrusted text escaped for display as one line (see mesh::printable).
 [[nodiscard]] QString printable(std::string_view text);
 [[nodiscard]] inline QString printable(const char* text)
 {
@@ -42,25 +41,24 @@ namespace desktop {
     return printable(path.native());
 }
 
-/// The same line by line.
+/// Escapes each line of a text; keeps the line breaks.
 [[nodiscard]] QString printable_lines(const QString& text);
 
-/// A number as the desktop's language writes it.
+/// Formats a number in the locale of the desktop.
 [[nodiscard]] QString number_text(std::size_t count);
-/// A number of things in words: "1 point", "2,000 points".
+/// Formats a number with its noun: "1 point", "2,000 points".
 [[nodiscard]] QString counted(std::size_t count, const QString& one, const QString& more);
 [[nodiscard]] QString counted_points(std::size_t count);
 [[nodiscard]] QString counted_polygons(std::size_t count);
 [[nodiscard]] QString counted_clones(std::size_t count);
 
-/// As the text of a menu entry or button, where a single & marks a key.
+/// Escapes & for the text of a menu entry or button.
 [[nodiscard]] QString in_menu(QString text);
 
-/// Plain text as a tool tip that breaks its lines. Without this, a tip that looks like HTML is
-/// taken as such.
+/// Formats plain text as a word-wrapped tool tip. Qt would interpret a text that looks like HTML.
 [[nodiscard]] QString tool_tip(const QString& text);
 
-/// Text for a window's title: no part of it is taken for the mark of changes, "[*]".
+/// Escapes the placeholder "[*]" for a window title.
 [[nodiscard]] QString without_placeholder(QString text);
 
 } // namespace desktop

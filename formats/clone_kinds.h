@@ -7,10 +7,10 @@
 
 namespace formats {
 
-/// Refuses, before there are any, clones that would bring their layer more types of polygons or
-/// kinds of polygon tags than one can hold.
-/// @param target  the layer that the clones are added to
-/// @param models  the layers that every clone is made of
+/// Checks before a run that the clones will not exceed the limits of polygon types and tag kinds
+/// of a layer.
+/// @param target  the layer to which the clones are added
+/// @param models  the layers of which every clone consists
 /// @throws LimitError
 void check_clone_kinds(const mesh::Layer& target, std::span<const mesh::Layer* const> models);
 

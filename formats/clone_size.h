@@ -6,8 +6,8 @@
 
 namespace formats {
 
-/// Adds what every clone that the command makes has of one layer of the model: all points that
-/// polygons of the layer use, with their map values and the clone's number, and all its polygons.
+/// Adds to `clone` the size of one model layer in a clone: the points used by polygons, with their
+/// map values and the clone number, and all polygons.
 void add_clone_of(const mesh::Layer& layer, CopiedMesh& clone);
 
 } // namespace formats

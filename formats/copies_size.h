@@ -5,23 +5,23 @@
 
 namespace formats {
 
-/// How much of everything one copy of a mesh has.
+/// Element counts of one copy of a mesh.
 struct CopiedMesh {
     std::uint64_t points = 0;
     std::uint64_t polygons = 0;
-    std::uint64_t corners = 0;     ///< points of all polygons
-    std::uint64_t tags = 0;        ///< tags of all polygons
-    std::uint64_t map_values = 0;  ///< points with a value, over all vertex maps
-    std::uint64_t map_numbers = 0; ///< numbers of these values
+    std::uint64_t corners = 0;     ///< polygon corners
+    std::uint64_t tags = 0;        ///< polygon tags
+    std::uint64_t map_values = 0;  ///< values in all vertex maps
+    std::uint64_t map_numbers = 0; ///< floats in these values
 };
 
-/// Bytes that an LWO2 file with so many copies has at the least, whatever else is in it. Where the
-/// copies take gigabytes, it is less than they take by a few percent.
+/// Lower bound of the size in bytes of an LWO2 file with this many copies. For gigabytes of copies
+/// it is a few percent below their actual size.
 /// @param copies  up to 2^32
 [[nodiscard]] std::uint64_t least_size_of_copies(const CopiedMesh& each, std::uint64_t copies);
 
-/// Refuses, before there are any, copies that no LWO2 file can hold. Passing does not promise that
-/// the file will fit. @throws LimitError
+/// Checks the lower bound against the size limit of LWO2 before any copies exist. Passing does not
+/// guarantee that the file will fit. @throws LimitError
 void check_copies_fit(const CopiedMesh& each, std::uint64_t copies);
 
 } // namespace formats

@@ -7,7 +7,7 @@
 
 namespace formats {
 
-/// An open file that closes itself; a negative number is none.
+/// Owns a file descriptor and closes it. A negative number means none.
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) {}

@@ -8,19 +8,19 @@
 
 namespace formats {
 
-/// What was read is not a whole and sound file of its format.
+/// The file is invalid: damaged, truncated, or of another format.
 class FormatError : public std::runtime_error {
 public:
-    /// @param chunk   the chunk's four characters, printable
-    /// @param offset  byte of the file at which the fault lies
+    /// @param chunk   the chunk id, printable
+    /// @param offset  byte offset of the fault in the file
     /// @param reason  what is wrong, and what it means
     FormatError(std::string chunk, std::uint64_t offset, const std::string& reason);
 
-    /// A file that is of another format as a whole.
-    /// @param kind  what it is, such as "is a PNG picture; ...", which is the whole message
+    /// A file of another format.
+    /// @param kind  the complete message, such as "is a PNG picture; ..."
     explicit FormatError(const std::string& kind);
 
-    /// The same fault with the file named before it.
+    /// A copy of `fault` with the path prepended to the message.
     FormatError(const std::filesystem::path& path, const FormatError& fault);
 
     [[nodiscard]] const std::string& chunk() const noexcept { return chunk_; }
@@ -31,21 +31,21 @@ private:
     std::uint64_t offset_;
 };
 
-/// A mesh does not fit into the format it is to be written in. The message names the layer, the
-/// limit, and what to do.
+/// A mesh exceeds a limit of the file format. The message names the layer, the limit, and what to
+/// do.
 class LimitError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The system refused a file.
+/// A file operation failed.
 class FileError : public std::runtime_error {
 public:
-    /// @param action  what failed, as in "cannot be opened"
-    /// @param reason  why, in the system's words or ours
+    /// @param action  what failed, such as "cannot be opened"
+    /// @param reason  the cause
     FileError(std::filesystem::path path, const std::string& action, std::string reason);
 
-    /// The same with the system's text for an error number.
+    /// @param error_number  errno; the reason is its system message
     FileError(std::filesystem::path path, const std::string& action, int error_number);
 
     [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }

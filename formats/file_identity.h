@@ -7,22 +7,22 @@
 
 namespace formats {
 
-/// Which file a path leads to, whatever the path's spelling: links, hard links, `.` and `..`
-/// included. Two identities are equal exactly if what is written to one path is found at the other.
+/// Identifies the file that a path refers to, independent of spelling, symbolic links, hard links,
+/// `.` and `..`. Two identities are equal if and only if both paths refer to the same file.
 struct FileIdentity {
-    std::uint64_t device = 0;       ///< of the file, or of the folder in which it would be made
-    std::uint64_t inode = 0;        ///< of the same
-    std::filesystem::path new_name; ///< in that folder; empty for a file that exists
+    std::uint64_t device = 0;       ///< st_dev of the file or, if it does not exist, of its folder
+    std::uint64_t inode = 0;        ///< st_ino of the same
+    std::filesystem::path new_name; ///< name of a file that does not exist; otherwise empty
     std::filesystem::file_type type = std::filesystem::file_type::none; ///< or `not_found`
 
     bool operator==(const FileIdentity&) const = default;
 };
 
-/// The identity of the file at a path, or of the one that writing to the path would make. None
-/// where the system cannot tell, as in a folder that does not exist.
+/// The identity of the file at a path, or of the file that writing to the path would create. Empty
+/// on failure, for example if the folder does not exist.
 [[nodiscard]] std::optional<FileIdentity> identify_file(const std::filesystem::path& path);
 
-/// The identity of what an open descriptor belongs to.
+/// The identity of the file of an open descriptor.
 [[nodiscard]] std::optional<FileIdentity> identify_descriptor(int descriptor);
 
 } // namespace formats

@@ -9,16 +9,16 @@
 
 namespace formats {
 
-/// As many bytes as are needed to tell what a file is.
+/// Number of leading bytes that suffice to detect the type of a file.
 constexpr std::size_t kind_bytes = 4096;
 
-/// Why a file is not read that begins with these bytes, and what to do, such as "is a PNG picture;
-/// only LWO2 object files (.lwo) are read". Empty for what begins as an LWO2 object does.
-/// @param begin  the file's first `kind_bytes`, or all that it has
-/// @param size   of the whole file, as far as it is known
+/// Detects files that are not LWO2 objects. Returns a message, such as "is a PNG picture; only LWO2
+/// object files (.lwo) are read"; empty if the file begins like an LWO2 object.
+/// @param begin  the first `kind_bytes` bytes of the file, or all if it is shorter
+/// @param size   size of the file in bytes, as far as known
 [[nodiscard]] std::string foreign_kind(std::span<const std::byte> begin, std::uint64_t size);
 
-/// The same of an ordinary file. @throws FileError
+/// Detects the type of a regular file at a path. @throws FileError
 [[nodiscard]] std::string foreign_kind(const std::filesystem::path& path);
 
 } // namespace formats

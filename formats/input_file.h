@@ -8,23 +8,23 @@
 
 namespace formats {
 
-/// Judges, before any work is done, whether a path leads to what is read: an ordinary file or a
-/// pipe. Devices are not, since they may be endless, and may act or wait when they are opened.
-/// Opens nothing. @throws FileError
+/// Checks before the work that a path refers to a regular file or a pipe. Devices are rejected,
+/// since they may be endless, and opening them may block or have side effects. Opens nothing.
+/// @throws FileError
 void check_input_path(const std::filesystem::path& path);
 
-/// A file to read from, and what it is.
+/// An open input file.
 struct InputFile {
     std::filesystem::path name; ///< for messages
     Descriptor descriptor;
-    bool ordinary = false;  ///< read at any place; otherwise from its start to its end
-    std::uint64_t size = 0; ///< of an ordinary file
+    bool ordinary = false;  ///< a regular file, which is seekable; otherwise read sequentially
+    std::uint64_t size = 0; ///< size in bytes of a regular file
 };
 
-/// Opens a path to be read. @throws FileError
+/// Opens a path for reading. @throws FileError
 [[nodiscard]] InputFile open_input(const std::filesystem::path& path);
 
-/// Standard input, which may be a file, a pipe or a socket. It is read on from where it stands.
+/// Standard input, which may be a file, a pipe or a socket, from its current position.
 /// @throws FileError
 [[nodiscard]] InputFile standard_input();
 

@@ -11,28 +11,29 @@
 
 namespace formats {
 
-/// Reads an LWO2 object.
+/// Reads an LWO2 object from memory.
 ///
-/// The file's single precision becomes double without a change of any bit pattern's meaning:
-/// `write_lwo2` gives every number back as it was, infinities, signed zeros and the payloads of
-/// not-a-numbers (signalling ones too) included. What the mesh has no form for is kept in the
-/// document's chunks, so that writing an untouched document loses nothing.
+/// Single-precision numbers are widened without loss: `write_lwo2` restores every bit pattern,
+/// including infinities, signed zeros and NaN payloads (also of signalling NaNs). Data that the
+/// mesh cannot represent is kept in the document's chunks, so that writing an unchanged document
+/// loses nothing.
 ///
-/// @param bytes     the whole file; not kept after the call
-/// @param warnings  told what was left out or is doubtful, each with its chunk and byte offset
-/// @throws FormatError where a size, count or index does not fit the bytes there are, for an object
-///         of another form, and for memory far beyond the size of the file. Nothing is half read.
+/// @param bytes     the whole file; not referenced after the call
+/// @param warnings  receives warnings about skipped or doubtful data, with chunk and byte offset
+/// @throws FormatError if a size, count or index is inconsistent with the available bytes, the
+///         object has another form, or it would need memory far beyond the size of the file
 [[nodiscard]] mesh::Document read_lwo2(std::span<const std::byte> bytes,
                                        const WarningSink& warnings);
 
-/// Reads an LWO2 file. Takes hardly more memory than the document; of a pipe the whole object is
-/// held first. What is neither an ordinary file nor a pipe is not opened.
-/// @throws FileError when it cannot be opened or read; FormatError as `read_lwo2`, with the path
-///         before the message.
+/// Reads an LWO2 file in pieces, with little memory beyond the document; from a pipe the whole
+/// object is buffered first. Opens only regular files and pipes.
+/// @throws FileError if it cannot be opened or read; FormatError as `read_lwo2`, with the path
+///         prepended to the message
 [[nodiscard]] mesh::Document read_lwo2_file(const std::filesystem::path& path,
                                             const WarningSink& warnings);
 
-/// The same from a file that is open already, such as standard input.
+/// Reads an LWO2 file that is already open, such as standard input.
+/// @throws FileError, FormatError
 [[nodiscard]] mesh::Document read_lwo2_file(InputFile file, const WarningSink& warnings);
 
 } // namespace formats

@@ -8,21 +8,21 @@
 
 namespace formats {
 
-/// Appends all layers of `from` behind those of `into`.
+/// Appends all layers of `from` to `into`.
 ///
-/// The tags of `from` are joined to those of `into` by their text. The descriptions of the surfaces
-/// that the polygons of `from` use come along, with the images and envelopes they need; images and
-/// envelopes get other numbers where theirs are taken, and every reference follows. A surface that
-/// both describe alike is shared, and so is one that only one of them describes; where they differ,
-/// the incoming one gets a new name with `from_name` in it, and a warning says so. Layer numbers of
-/// `from` that are taken change, and parents follow. What `from` says about its file as a whole
-/// (author, description, icon) is left out.
+/// Tags are merged by string. The descriptions of the surfaces that polygons of `from` use are
+/// copied, with the images and envelopes they refer to; images and envelopes whose number is in use
+/// are renumbered, with all references to them. A surface with the same description in both
+/// documents, or described in only one, is shared. If the descriptions differ, the surface of
+/// `from` is renamed, with `from_name` in its new name, and a warning is given. Layer numbers of
+/// `from` that are in use change, with references to parents. Chunks of `from` about the whole file
+/// (author, description, icon) are dropped.
 ///
-/// Whatever is thrown, `into` is as it was before; `from` may be spoilt.
+/// On an exception `into` is unchanged; `from` is unspecified.
 ///
-/// @param from_name  short name of what is appended, such as the file's name without its ending
-/// @throws LimitError when there are no layer numbers left, or a surface grows past what the format
-///         can hold; std::bad_alloc
+/// @param from_name  short name of `from`, such as its file name without extension
+/// @throws LimitError if there are no free layer numbers, or a surface exceeds a size limit of the
+///         format; std::bad_alloc
 void append_document(mesh::Document& into, mesh::Document&& from, std::string_view from_name,
                      const WarningSink& warnings);
 

@@ -6,25 +6,24 @@
 
 namespace formats {
 
-/// How the names of all part files of a target begin: the same for every run that writes this
-/// target, another for other targets of the folder. Short, whatever the target's name is.
+/// Common prefix of the names of all temporary ("part") files of a target. The same for every run,
+/// different for other targets in the folder, and short even if the target's name is long.
 [[nodiscard]] std::string part_file_prefix(const std::filesystem::path& target);
 
-/// Marks an open part file as being written, until its descriptor is closed or the process ends.
-/// @return false when the file was removed, or is about to be, because it was taken for an
-///         abandoned one before it was marked: another has to be made. True where the file system
-///         knows no locks: nobody removes the file there.
+/// Locks an open part file, which marks it as being written until its descriptor is closed or the
+/// process ends.
+/// @return false if another run removed the file, or is about to, before it was locked: create
+///         another one. True if the file system does not support locks; then no run removes it.
 [[nodiscard]] bool lock_part_file(int descriptor) noexcept;
 
-/// Removes the part files of this target, made by this user, that no living process writes. What
-/// cannot be removed is left: the caller does not depend on it.
-/// @param target  links followed
+/// Removes part files of this target that belong to this user and are not locked. Failures are
+/// ignored.
+/// @param target  path with symbolic links resolved
 void remove_abandoned_part_files(const std::filesystem::path& target) noexcept;
 
-/// Gives an open part file the owner, the group and the permissions of the target that it will
-/// replace, as far as the system allows it. Permissions become narrower where owner or group cannot
-/// be kept, so that nobody gains access; setuid and setgid are never set. Does nothing when there
-/// is no target.
+/// Copies owner, group and permissions of the target to an open part file, as far as the system
+/// allows. If owner or group cannot be copied, permissions are reduced so that nobody gains access;
+/// setuid and setgid are never set. Does nothing if the target does not exist.
 void copy_access(int descriptor, const std::filesystem::path& target) noexcept;
 
 } // namespace formats

@@ -8,8 +8,8 @@
 
 namespace formats {
 
-/// The looks of the surfaces that a document's file described, in file order. Of a name described
-/// twice the first one counts. What is damaged or absent in a description is left at its default.
+/// The appearance of the surfaces described in the document's file, in file order. For duplicate
+/// names the first description counts. Damaged or missing parts of a description keep the defaults.
 [[nodiscard]] std::vector<mesh::SurfaceLook> surface_looks(const mesh::Document& document);
 
 } // namespace formats

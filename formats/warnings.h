@@ -6,8 +6,8 @@
 
 namespace formats {
 
-/// Takes one warning: a sentence without line end and without the name of the program or file. An
-/// empty function drops them.
+/// Receives one warning: a sentence without line end, program name or file name. May be empty;
+/// warnings are then discarded.
 using WarningSink = std::function<void(const std::string&)>;
 
 } // namespace formats

@@ -8,14 +8,14 @@
 
 namespace modeler {
 
-/// A module that cannot be loaded, does not keep its side of the interface, or failed while it ran.
-/// `what` reads "FILE: STEP: what is wrong and what to do", fit to be shown as it is.
+/// A module cannot be loaded, violates the host interface, or failed while running.
+/// `what` reads "FILE: STEP: what is wrong and what to do", ready for display.
 class ModuleError : public std::runtime_error {
 public:
     ModuleError(const std::filesystem::path& file, std::string_view step, std::string_view problem);
 
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
-    /// What was being done, such as "startup" or "panel".
+    /// The operation that failed, such as "startup" or "panel".
     [[nodiscard]] const std::string& step() const noexcept { return step_; }
 
 private:
@@ -23,8 +23,8 @@ private:
     std::string step_;
 };
 
-/// A user's action that a panel refuses: a disabled control, a value of the wrong kind, an entry
-/// that a list does not have. `what` is the sentence for the user.
+/// A panel rejects a user action: the control is disabled, the value has the wrong type, or the
+/// list has no such entry. `what` is the message for the user.
 class PanelRefusal : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -9,21 +9,21 @@
 
 namespace modeler {
 
-/// Names a control, a group or a tab set within one panel.
+/// Identifies a control, a group or a tab set within one panel.
 using ControlId = std::uintptr_t;
 
 enum class ControlKind {
-    integer, ///< a whole number
-    real,    ///< a number
-    percent, ///< a fraction, shown times 100
-    angle,   ///< radians, shown in degrees
-    boolean, ///< a switch: 0 off, 1 on
-    popup,   ///< one of `Control::choices`, as its index
-    button   ///< has no value; does something when pressed
+    integer, ///< int
+    real,    ///< double
+    percent, ///< fraction, displayed in percent
+    angle,   ///< radians, displayed in degrees
+    boolean, ///< check box: 0 off, 1 on
+    popup,   ///< index into `Control::choices`
+    button   ///< no value; runs `Control::action`
 };
 
-/// A control's value, exactly as the module or the user gave it: an int for integer, boolean and
-/// popup; a double for real, percent and angle; nothing for a button.
+/// A control's value, unrounded: int for integer, boolean and popup; double for real, percent and
+/// angle; empty for a button.
 using ControlValue = std::variant<std::monostate, int, double>;
 
 struct Control {
@@ -32,35 +32,35 @@ struct Control {
     ControlKind kind = ControlKind::integer;
     ControlValue value;
     std::vector<std::string> choices; ///< of a popup
-    bool divider_after = false;       ///< a line stands after this control
+    bool divider_after = false;       ///< a separator line follows the control
     std::function<void()> action;     ///< of a button; may be empty
 };
 
-/// Controls that belong together, in the order in which they are shown.
+/// A titled group of controls, in display order.
 struct ControlGroup {
     ControlId id = 0;
     std::string title;
     std::vector<ControlId> members;
 };
 
-/// Groups that are shown one at a time, the first one at first.
+/// Tabs, one per group; the first one is initially active.
 struct TabSet {
     ControlId id = 0;
-    std::string title; ///< mostly empty
+    std::string title; ///< usually empty
     std::vector<ControlId> groups;
 };
 
-/// The members are usable only while the value of the controller is not 0.
+/// The members are enabled only while the value of the controller is not 0.
 struct EnableRule {
     ControlId controller = 0;
     std::vector<ControlId> members;
-    std::string message; ///< shown when the user tries a member otherwise
+    std::string message; ///< shown when the user clicks a disabled member
 };
 
-/// What a panel consists of: plain data, filled from a module's description.
+/// The contents of a panel as plain data, built from the module's description.
 struct Form {
     std::string title;
-    std::vector<Control> controls; ///< in the module's order
+    std::vector<Control> controls; ///< in the order of the module's description
     std::vector<ControlGroup> groups;
     std::vector<TabSet> tab_sets;
     std::vector<EnableRule> rules;

@@ -9,18 +9,18 @@
 
 namespace modeler {
 
-/// A form as a user meets it: what it shows, and what can be done with it. A front end draws it, or
-/// fills it without drawing; it knows nothing of either. References to controls stay valid as long
-/// as the panel; values may change whenever a button is pressed.
+/// The model of a form panel: queries for drawing it, and the actions of a user. Independent of any
+/// user interface; a front end draws the panel or fills it in without drawing. References to
+/// controls stay valid as long as the panel; pressing a button may change any value.
 class FormPanel {
 public:
-    /// `form` is read and its values are written as long as the panel lives.
+    /// `form` must outlive the panel, which changes its values.
     explicit FormPanel(Form& form) : form_(form) {}
     FormPanel(const FormPanel&) = delete;
     FormPanel& operator=(const FormPanel&) = delete;
     ~FormPanel() = default;
 
-    /// Everything there is to draw: title, controls, groups, tabs, rules.
+    /// The whole content: title, controls, groups, tabs, rules.
     [[nodiscard]] const Form& form() const noexcept { return form_; }
 
     /// The control of this id, or null.
@@ -30,30 +30,28 @@ public:
     /// The group of this id, or null.
     [[nodiscard]] const ControlGroup* find_group(ControlId id) const noexcept;
 
-    /// Controls that stand in no group, in the module's order.
+    /// Controls that are in no group, in the order of the form.
     [[nodiscard]] std::vector<ControlId> outside_groups() const;
-    /// Groups that stand in no tab set, in the module's order.
+    /// Groups that are in no tab set, in the order of the form.
     [[nodiscard]] std::vector<ControlId> outside_tabs() const;
 
-    /// True when no rule keeps the user from the control.
+    /// Whether no rule disables the control.
     [[nodiscard]] bool enabled(ControlId id) const;
-    /// What the user is told on trying a disabled control: the message of the first rule that
-    /// disables it. Empty for a control that is enabled.
+    /// The message of the first rule that disables the control; empty if it is enabled.
     [[nodiscard]] std::string_view disabled_message(ControlId id) const;
 
-    /// Sets a control's value as a user does.
-    /// @throws PanelRefusal with the rule's message when the control is disabled, and as `fill`.
+    /// Sets a control's value on behalf of the user.
+    /// @throws PanelRefusal with the rule's message if the control is disabled, and as `fill`.
     void set(ControlId id, ControlValue value);
 
-    /// Sets a control's value whether it is enabled or not, for a front end that fills the whole
-    /// form at once. An int is taken for a control that holds a double.
-    /// @throws PanelRefusal when there is no such control, when the value is not of its kind, when
-    /// a switch is given anything but 0 and 1, or a popup an index without an entry. The old value
-    /// then stays.
+    /// Sets a control's value even if it is disabled, for a front end that fills in the whole form
+    /// at once. An int is converted for a control that holds a double.
+    /// @throws PanelRefusal if there is no such control, the value has the wrong type, a check box
+    /// gets a value other than 0 and 1, or a popup an index out of range. The old value then stays.
     void fill(ControlId id, ControlValue value);
 
-    /// Presses a button as a user does; the module may change other values, or show messages.
-    /// @throws PanelRefusal when there is no such button or when it is disabled.
+    /// Presses a button on behalf of the user; the module may change values or show messages.
+    /// @throws PanelRefusal if there is no such button or it is disabled.
     void press(ControlId id);
 
 private:

@@ -8,8 +8,8 @@ namespace modeler {
 
 class FormPanel;
 
-/// One progress display. `start` comes first and once, `finish` last and once; a display that is
-/// destroyed without `finish` was given up half-way.
+/// One progress display. `start` is called first and once, `finish` last and once; destruction
+/// without `finish` means that the work was aborted.
 class Progress {
 public:
     Progress() = default;
@@ -17,19 +17,19 @@ public:
     Progress& operator=(const Progress&) = delete;
     virtual ~Progress() = default;
 
-    /// Shows the display at 0 of `total` steps; 0: there is nothing to do.
+    /// Shows the display at 0 of `total` steps; `total` may be 0.
     virtual void start(int total) = 0;
-    /// Advances by `steps`. Returns true when the user has asked to stop.
+    /// Advances by `steps`. Returns true if the user requested cancellation.
     [[nodiscard]] virtual bool step(int steps) = 0;
     virtual void finish() = 0;
 };
 
-/// Everything that a running command shows or asks goes through this. A console, a window and a
-/// test each have their own; a command cannot tell them apart. All calls come on the thread that
-/// runs the command. Texts are the module's bytes; an empty second line means that there is none.
+/// The user interface of a running command: messages, questions, progress and panels. The console,
+/// the window and the tests implement it. All calls are made on the thread that runs the command.
+/// Strings are raw bytes from the module; an empty second line means none.
 ///
-/// An exception from any of these is held back while the command ends as if the user had cancelled,
-/// drops its edit, and is thrown on by `Modeler::run`.
+/// An exception from any member is captured, the command continues as if the user had cancelled,
+/// its edit is rolled back, and `Modeler::run` rethrows the exception.
 class FrontEnd {
 public:
     FrontEnd() = default;
@@ -39,16 +39,16 @@ public:
 
     virtual void info(std::string_view line1, std::string_view line2) = 0;
     virtual void error(std::string_view line1, std::string_view line2) = 0;
-    /// Returns true for yes.
+    /// Asks a yes/no question. Returns true for yes.
     [[nodiscard]] virtual bool ask(std::string_view title, std::string_view line1,
                                    std::string_view line2) = 0;
 
-    /// Makes a progress display, or null when this front end shows none.
+    /// Creates a progress display, or returns null if this front end shows none.
     [[nodiscard]] virtual std::unique_ptr<Progress> begin_progress(std::string_view title,
                                                                    std::string_view caption) = 0;
 
-    /// Lets the user fill the panel. Returns true for OK and false for Cancel. The panel is valid
-    /// during the call only.
+    /// Shows the panel and waits for the answer. Returns true for OK and false for Cancel. The
+    /// panel is valid during the call only.
     [[nodiscard]] virtual bool run_panel(FormPanel& panel) = 0;
 };
 

@@ -10,19 +10,20 @@
 
 namespace modeler {
 
-/// Angles between the ground's polygons and the level: 0 level, 90 upright, 180 facing down.
+/// Range of the slopes of the ground's polygons, in degrees: 0 horizontal, 90 vertical, 180 facing
+/// down.
 struct GroundSlopes {
     double least_deg = 0.0;
     double greatest_deg = 0.0;
 };
 
-/// Slopes of the foreground's faces, or of the selected ones where some polygons are. Faces without
-/// an area have no slope. Empty when no face has one.
+/// Slopes of the foreground's faces, or only of the selected ones if any polygon is selected.
+/// Degenerate faces are ignored. Empty if no face has a slope.
 [[nodiscard]] std::optional<GroundSlopes> ground_slopes(const mesh::Document& document,
                                                         const std::vector<LayerRole>& roles);
 
-/// "the ground's polygons slope 0 to 48 degrees", to stand beside a refusal of a command that found
-/// no polygon within its limits.
+/// "the ground's polygons slope 0 to 48 degrees": added to the message when a command finds no
+/// polygon within its slope limits.
 [[nodiscard]] std::string to_sentence(const GroundSlopes& slopes);
 
 } // namespace modeler

@@ -11,15 +11,15 @@
 
 namespace modeler {
 
-/// What a person should know of ground and model before a command runs: polygons with vertices that
-/// are not finite numbers, the first of them by name and how many there are. At most one sentence
-/// for the ground and one for the model. Numbers count from 0, as `dastrel dump` prints them.
-/// @param layer_title  names the layer at a position of the document
+/// Warnings about ground and model before a command runs: polygons with non-finite vertices (the
+/// first one, and their number). At most one sentence for the ground and one for the model. Indices
+/// count from 0, as in `dastrel dump`.
+/// @param layer_title  returns the display name of the layer at an index of the document
 [[nodiscard]] std::vector<std::string>
 mesh_warnings(const mesh::Document& document, const std::vector<LayerRole>& roles,
               const std::function<std::string(std::size_t)>& layer_title);
 
-/// The same with layers named by their position from 1 and their name.
+/// The warnings with a default layer title: position from 1, and name.
 [[nodiscard]] std::vector<std::string> mesh_warnings(const mesh::Document& document,
                                                      const std::vector<LayerRole>& roles);
 

@@ -10,20 +10,20 @@
 
 namespace modeler {
 
-/// A model that is so small beside the ground that its clones cannot be seen, or larger than the
-/// ground. Mostly one of the two is in another unit.
+/// The model is too small relative to the ground for its clones to be visible, or larger than the
+/// ground. The usual cause is a different length unit.
 struct SizeMismatch {
-    double model = 0.0;  ///< longest side of the box around the background, in metres
-    double ground = 0.0; ///< the same of the foreground
-    double factor = 1.0; ///< power of ten by which the model would be scaled to fit
+    double model = 0.0;  ///< longest side of the background's bounding box, metres
+    double ground = 0.0; ///< longest side of the foreground's bounding box, metres
+    double factor = 1.0; ///< suggested scale of the model, a power of ten
 };
 
-/// Compares the layers' points as they are; sizes that the command draws are not looked at. Empty
-/// where the sizes go together, and where one of them is nothing.
+/// Compares the bounding boxes of the layers; random sizes of clones are not considered. Empty if
+/// the sizes are plausible or one of them is 0.
 [[nodiscard]] std::optional<SizeMismatch> size_mismatch(const mesh::Document& document,
                                                         const std::vector<LayerRole>& roles);
 
-/// The sentence that tells it: both sizes, what comes of them, and what to do.
+/// The warning: both sizes, the consequence, and what to do.
 [[nodiscard]] std::string to_sentence(const SizeMismatch& mismatch);
 
 } // namespace modeler

@@ -13,19 +13,19 @@ namespace modeler {
 struct Server {
     std::string class_name;       ///< kind of server, such as "MeshDataEdit"
     std::string name;             ///< internal name, unique within the class
-    std::string user_name;        ///< for lists and titles; the name where the module gives none
-    std::string button_name;      ///< for buttons; the user name where the module gives none
-    std::string enable_condition; ///< such as "pol"; empty: none
+    std::string user_name;        ///< for lists and titles; defaults to `name`
+    std::string button_name;      ///< for buttons; defaults to `user_name`
+    std::string enable_condition; ///< such as "pol"; empty: always enabled
 };
 
-/// A loaded module file. It can be moved, not copied; its destructor ends the module's life and
-/// unloads it. One file loaded twice at the same time is one module to the system: both share its
-/// variables.
+/// A loaded module file. Movable, not copyable. The destructor shuts the module down and unloads
+/// it. If one file is loaded twice at the same time, both objects share the module's global
+/// variables (as with dlopen).
 class Module {
 public:
-    /// Opens the file, checks its descriptor, starts it, and lists its servers.
-    /// @throws ModuleError naming the first step that fails and, where words differ, both values;
-    /// the file is then unloaded again.
+    /// Opens the file, checks its descriptor, starts the module, and lists its servers.
+    /// @throws ModuleError with the step that failed and, for a mismatch, both values; the file is
+    /// then unloaded again.
     [[nodiscard]] static Module load(const std::filesystem::path& file);
 
     Module(Module&&) noexcept;
@@ -35,7 +35,7 @@ public:
     ~Module();
 
     [[nodiscard]] const std::filesystem::path& file() const noexcept;
-    /// In the module's order; at least one.
+    /// All servers in the order of the module; at least one.
     [[nodiscard]] const std::vector<Server>& servers() const noexcept;
     /// The server of this class and name, or null.
     [[nodiscard]] const Server* find(std::string_view class_name, std::string_view name) const;

@@ -14,17 +14,17 @@
 
 namespace modeler {
 
-/// What stands behind a Module: the open file, its descriptor and its token.
+/// Implementation of Module: the dlopen handle, the module's descriptor and its startup token.
 struct Module::Loaded {
     explicit Loaded(std::filesystem::path path) : file(std::move(path)) {}
     Loaded(const Loaded&) = delete;
     Loaded& operator=(const Loaded&) = delete;
     ~Loaded();
 
-    /// Adds a server. False, and nothing is added, when there is one of its class and name.
+    /// Adds a server. False, and nothing is added, if there is one of the same class and name.
     [[nodiscard]] bool add(Server server, ActivateFunc* activate);
 
-    /// Position of a server in `servers`; their number when there is no such server.
+    /// Index of a server in `servers`; `servers.size()` if there is none.
     [[nodiscard]] std::size_t find(std::string_view class_name, std::string_view name) const;
 
     /// The activation function of a server, or null.
@@ -32,15 +32,15 @@ struct Module::Loaded {
                                            std::string_view name) const;
 
     std::filesystem::path file;
-    void* handle = nullptr;                       ///< of the dynamic loader
-    const ModuleDescriptor* descriptor = nullptr; ///< in the module; null until it was checked
-    void* token = nullptr;                        ///< null until the module was started
+    void* handle = nullptr;                       ///< from dlopen
+    const ModuleDescriptor* descriptor = nullptr; ///< inside the module; null until validated
+    void* token = nullptr;                        ///< result of startup; null before it
     std::vector<Server> servers;
     std::vector<ActivateFunc*> activations; ///< one for each server
 
 private:
     using Key = std::pair<std::string, std::string>; ///< class and name
-    /// Compares with keys that hold their texts and with keys that only refer to them.
+    /// Transparent comparison of keys of std::string and of std::string_view.
     struct KeyOrder {
         using is_transparent = void;
         template <typename First, typename Second>
@@ -50,7 +50,7 @@ private:
             return order < 0 || (order == 0 && std::string_view(a.second) < b.second);
         }
     };
-    std::map<Key, std::size_t, KeyOrder> positions_; ///< of the servers, by class and name
+    std::map<Key, std::size_t, KeyOrder> positions_; ///< indices into `servers`
 };
 
 } // namespace modeler

@@ -7,10 +7,9 @@
 
 namespace modeler {
 
-/// Where a program looks for the file of a module that was installed or built with it, the
-/// likeliest place first: beside the program, then the library folders that belong to the program's
-/// own place. Empty when the program's place is not known. Whether a file is there is not looked
-/// at.
+/// The paths at which a program looks for a module installed or built with it, in order of
+/// preference: the folder of the executable, then the library folders of its installation prefix.
+/// Does not check whether the files exist. Empty if the path of the executable is unknown.
 [[nodiscard]] std::vector<std::filesystem::path> module_search_paths(std::string_view module_file);
 
 } // namespace modeler

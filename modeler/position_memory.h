@@ -6,12 +6,11 @@
 
 namespace modeler {
 
-/// Why this machine, or this process under its limits, cannot hold the places of so many clones,
-/// whatever the model is: a sentence for the user, empty where it can. To be asked before a run,
-/// which would otherwise find out after minutes.
+/// Checks before a run whether the positions of this many clones fit into memory (physical memory
+/// and the limits of the process). Returns a message for the user, or an empty string if they fit.
 [[nodiscard]] std::string position_memory_problem(std::int64_t clones);
 
-/// The same for a given number of bytes. For tests.
+/// The check with a given number of available bytes. For tests.
 [[nodiscard]] std::string position_memory_problem(std::int64_t clones, std::uint64_t available);
 
 } // namespace modeler

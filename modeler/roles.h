@@ -3,12 +3,12 @@
 
 namespace modeler {
 
-/// What a layer is to a command: foreground layers are worked on, background layers are looked at;
-/// hidden ones are neither counted, scanned nor listed, and so are those that are shown only, which
-/// a person sees all the same (clones of earlier runs, say).
+/// The role of a layer for commands. Commands edit foreground layers and read background layers.
+/// Hidden and shown layers are invisible to commands; shown ones are still displayed (for example
+/// clones of earlier runs).
 enum class LayerRole { foreground, background, hidden, shown };
 
-/// Whether commands see a layer of this role at all.
+/// Whether layers of this role are visible to commands.
 [[nodiscard]] constexpr bool takes_part(LayerRole role) noexcept
 {
     return role == LayerRole::foreground || role == LayerRole::background;

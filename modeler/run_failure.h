@@ -7,9 +7,9 @@
 
 namespace modeler {
 
-/// Why a run came to nothing although the command showed no error: it returned a code, gave its
-/// edit up, or never finished one. A sentence for the user; empty for a run that was sound (also
-/// one that added nothing), refused with an error box, or cancelled in a panel.
+/// Message for a run that failed without showing an error: it returned an error code, finished its
+/// edit with an error, or never finished it. Empty if the run succeeded (even if it added nothing),
+/// showed an error message, or was cancelled in its panel.
 [[nodiscard]] std::string run_failure(const RunResult& result);
 
 } // namespace modeler

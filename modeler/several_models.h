@@ -7,10 +7,10 @@
 
 namespace modeler {
 
-/// Says that every clone is made of all these models at once; how to have one or the other is the
-/// caller's to add. Empty where there are fewer than two.
-/// @param models  their names
-/// @param points  of all of them together, as one clone has them
+/// Warning that every clone consists of all these models. The caller appends the advice. Empty for
+/// fewer than two models.
+/// @param models  names of the models
+/// @param points  total number of points, the size of one clone
 [[nodiscard]] std::string several_models(std::span<const std::string> models, std::uint64_t points);
 
 } // namespace modeler

@@ -6,12 +6,12 @@
 
 namespace settings {
 
-/// Fixes the clock that a module starts its sampler from, for the modules that are loaded from now
-/// on: to `option` where that is not empty, else to the environment's DASTREL_CLOCK, else to the
-/// calendar clock. Afterwards DASTREL_CLOCK holds plain digits, which modules read alike.
-/// @param option  what `--clock` was given
-/// @return the seconds, which repeat the run
-/// @throws WrongSettings where one is given that is no clock; nothing is fixed then
+/// Sets the environment variable DASTREL_CLOCK, from which modules loaded afterwards seed their
+/// random generator: to `option` if not empty, else to its current value, else to the current time.
+/// Afterwards the variable holds plain digits. Not thread-safe.
+/// @param option  value of `--clock`
+/// @return the clock in seconds; the same value repeats the run
+/// @throws WrongSettings if the value is not a whole number of seconds; nothing is set then
 std::int64_t fix_clock(std::string_view option = {});
 
 } // namespace settings

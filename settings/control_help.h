@@ -9,17 +9,17 @@
 
 namespace settings {
 
-/// The setting that a control of a panel stands for, found by the control's label. Null for a
-/// control that is no setting of the command: of another module, or of another kind.
+/// The setting of a panel's control, found by the control's label. Null if there is no such setting
+/// or the control has another type.
 [[nodiscard]] const Setting* setting_of(const modeler::Control& control) noexcept;
 
-/// The setting's default as the control's value. None where the control cannot hold it, as a popup
-/// without the entry.
+/// The default of the setting as a value of the control. Empty if the control cannot hold it, for
+/// example a popup without that entry.
 [[nodiscard]] std::optional<modeler::ControlValue> default_of(const Setting& setting,
                                                               const modeler::Control& control);
 
-/// What a person wants to know of a setting: its meaning, the words of its label, its default, its
-/// option. Plain text in lines.
+/// Help text for a setting: meaning, label, default, and command line option. Plain text with line
+/// breaks.
 [[nodiscard]] std::string control_help(const Setting& setting);
 
 } // namespace settings

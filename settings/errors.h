@@ -5,20 +5,20 @@
 
 namespace settings {
 
-/// Settings that make no sense: a file that is no object of settings, an unknown name, a value that
-/// is none, a map that is not there. Says where, and what to write.
+/// Invalid settings: the file is not a JSON object of settings, or a name, value or map is invalid.
+/// The message says where, and what is allowed.
 class WrongSettings : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// A settings file that cannot be read, with the system's reason.
+/// A settings file cannot be read. The message has the system's reason.
 class UnreadableSettings : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// A panel that lacks a control which a setting needs, or whose control does not take its value.
+/// The panel has no control for a setting, or its control does not accept the value.
 class PanelMismatch : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -6,10 +6,9 @@
 
 namespace settings {
 
-/// The text of a settings file, which is an ordinary file or a pipe of at most 1 MiB. Where the
-/// first character is none that an object can begin with, the rest is not read.
-/// @throws UnreadableSettings when there is no reading it, WrongSettings when it cannot be such a
-/// file
+/// Reads a settings file: a regular file or a pipe of at most 1 MiB. Stops after the first
+/// character if it cannot begin a JSON object.
+/// @throws UnreadableSettings if it cannot be read; WrongSettings if it cannot be a settings file
 [[nodiscard]] std::string read_file_text(const std::filesystem::path& file);
 
 } // namespace settings

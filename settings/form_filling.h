@@ -11,18 +11,18 @@
 
 namespace settings {
 
-/// Sets the controls of the given settings, found by their labels, and leaves all others alone.
-/// All are filled, in whatever order they were given and whether they are enabled or not.
-/// @return a sentence for each setting that was changed in a control which is disabled afterwards.
-/// @throws WrongSettings for a map that the popup does not list; PanelMismatch when the panel has
-/// no fitting control.
+/// Sets the controls of the given settings, found by label, even if they are disabled. Leaves all
+/// other controls unchanged.
+/// @return a warning for each changed setting whose control is disabled afterwards
+/// @throws WrongSettings for a map that the popup does not list; PanelMismatch if the panel has no
+/// matching control
 std::vector<std::string> fill_form(modeler::FormPanel& panel, std::span<const GivenSetting> given);
 
-/// Checks that every control named like a setting takes the setting's values.
-/// @throws PanelMismatch naming the first that does not
+/// Checks that every control with the label of a setting accepts values of the setting.
+/// @throws PanelMismatch for the first that does not
 void check_form(const modeler::FormPanel& panel);
 
-/// The values of all settings that the panel has a fitting control for, in the order of the table.
+/// The values of all settings for which the panel has a matching control, in table order.
 [[nodiscard]] std::vector<UsedSetting> read_form(const modeler::FormPanel& panel);
 
 } // namespace settings

@@ -12,38 +12,37 @@
 
 namespace settings {
 
-/// A setting that the user gave, and where.
+/// A setting given by the user, and its source.
 struct GivenSetting {
     const Setting* setting = nullptr;
     Value value;
-    std::string
-        source; ///< begins messages about it, such as `--seed` or `meadow.json: line 3: seed`
+    std::string source; ///< prefix for messages, such as `--seed` or `meadow.json: line 3: seed`
 };
 
-/// A setting and what its control holds.
+/// A setting and the value of its control.
 struct UsedSetting {
     const Setting* setting = nullptr;
-    Value value; ///< of a map: the name of the chosen entry
+    Value value; ///< for a map: the name of the selected entry
 };
 
-/// Reads a settings file: one JSON object, its keys the field names; or the summary of a run, which
-/// has such an object under "settings".
-/// @throws UnreadableSettings when there is no reading it, WrongSettings when it is not such an
-/// object or when a key or value is wrong; file, line and key are in the message.
+/// Reads a settings file: a JSON object with field names as keys, or the JSON summary of a run,
+/// which has such an object under "settings".
+/// @throws UnreadableSettings if it cannot be read; WrongSettings, with file, line and key, if it
+/// is not such an object or a key or value is invalid
 [[nodiscard]] std::vector<GivenSetting> read_settings_file(const std::filesystem::path& file);
 
-/// The same from a file's text; `name` stands for it in messages.
+/// Parses the text of a settings file; `name` is the file name for messages. @throws WrongSettings
 [[nodiscard]] std::vector<GivenSetting> read_settings_text(std::string_view text,
                                                            const std::string& name);
 
-/// `over` in place of what `under` gives for the same settings.
+/// Merges two lists; values in `over` override those in `under`.
 [[nodiscard]] std::vector<GivenSetting> merge_settings(std::vector<GivenSetting> under,
                                                        std::vector<GivenSetting> over);
 
-/// The text of a settings file that reads back to the same values.
+/// Formats values as the text of a settings file, which reads back to the same values.
 [[nodiscard]] std::string settings_text(std::span<const UsedSetting> used);
 
-/// All defaults, as the text of a settings file that reads back to the same values.
+/// Formats all defaults as the text of a settings file.
 [[nodiscard]] std::string default_settings_text();
 
 } // namespace settings

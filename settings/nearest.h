@@ -7,12 +7,12 @@
 
 namespace settings {
 
-/// The candidate that takes the fewest single-character changes to become `word`; `-` and `_` count
-/// as one character. The earlier one wins a tie. Empty when none is near enough to have been meant:
-/// at most a third of the word's length may differ, and one character always may.
+/// The candidate with the smallest edit distance to `word`; `-` and `_` count as equal, and the
+/// first one wins a tie. Empty if the distance exceeds a third of the word's length (but at least
+/// 1).
 [[nodiscard]] std::string nearest(std::string_view word, std::span<const std::string> candidates);
 
-/// `; did you mean 'X'?` for the nearest candidate, or an empty text.
+/// `; did you mean 'X'?` for the nearest candidate, or an empty string.
 [[nodiscard]] std::string did_you_mean(std::string_view word,
                                        std::span<const std::string> candidates);
 

@@ -8,10 +8,10 @@
 
 namespace settings {
 
-/// What to tell of a value that is hardly meant as it was read: how it was read, what comes of it,
-/// and what may have been meant. Begins with "was read as", so that it goes on from the name of the
-/// setting. Empty for all other values, defaults among them.
-/// @param value  as the panel holds it
+/// Warning for a valid but implausible value: how it was interpreted, the effect, and what may have
+/// been intended. Begins with "was read as", to follow the name of the setting. Empty for all other
+/// values, including defaults.
+/// @param value  the value of the panel's control
 [[nodiscard]] std::string implausible(const Setting& setting, const Value& value);
 
 } // namespace settings

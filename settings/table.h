@@ -7,24 +7,24 @@
 
 namespace settings {
 
-/// How a setting's value is written.
+/// The unit of a setting: how users write its value, and what the panel's control holds.
 enum class Unit {
-    count,    ///< whole number of 32 bits
-    percent,  ///< 80 or 80%; the panel holds 0.8
-    fraction, ///< 0.1 or 10%; the panel holds 0.1
-    angle,    ///< 10, 10deg or 0.5rad; the panel holds radians
-    on_off,   ///< on or off; the panel holds 1 or 0
-    map,      ///< name of a weight map, or none; the panel holds its place in the popup
+    count,    ///< 32-bit integer
+    percent,  ///< 80 or 80%; the control holds 0.8
+    fraction, ///< 0.1 or 10%; the control holds 0.1
+    angle,    ///< 10, 10deg or 0.5rad; the control holds radians
+    on_off,   ///< on or off; the control holds 1 or 0
+    map,      ///< name of a weight map, or none; the control holds its index in the popup
 };
 
-/// One setting of the command: all that options, settings files, help and documents say about it.
+/// One setting of the command. Options, settings files, help and documentation are derived from it.
 struct Setting {
     std::string_view field;        ///< name in settings files; the option has `-` for `_`
-    std::string_view label;        ///< what the panel's control is called
-    Unit unit;                     ///< how values are written
-    std::string_view default_text; ///< a text that reads as the default, to the last bit
+    std::string_view label;        ///< label of the panel's control
+    Unit unit;                     ///< unit of the value
+    std::string_view default_text; ///< text that parses to exactly the default
     std::string_view group;        ///< heading in the help
-    std::string_view meaning;      ///< one line
+    std::string_view meaning;      ///< description, one line
 };
 
 /// All settings, in the order in which the help shows them.
@@ -39,10 +39,10 @@ struct Setting {
 /// The unit in one word, such as `percent`.
 [[nodiscard]] std::string_view unit_name(Unit unit) noexcept;
 
-/// What stands for the value in help, such as `PERCENT`.
+/// The placeholder for the value in the help, such as `PERCENT`.
 [[nodiscard]] std::string_view placeholder(Unit unit) noexcept;
 
-/// The default as a person would write it; `about` before an angle that does not come out even.
+/// The default for display, rounded; with `about` before a rounded angle.
 [[nodiscard]] std::string default_for_display(const Setting& setting);
 
 } // namespace settings

@@ -14,44 +14,45 @@ class App;
 
 namespace cli {
 
-/// The arguments of one verb: its options, what the help says around them, and the reading of them.
-/// What an option is given is written into the variable it was added with, which has to live as
-/// long as this. In the help options stand under the heading `group`, `shown` in place of the
-/// value.
+/// The command line of one verb: defines options, parses arguments, and formats the help. Parsing
+/// writes to the variables passed to the `add_` functions, which must outlive this object. In the
+/// help, options are listed under the heading `group`, with `shown` as placeholder for the value.
 class CommandLine {
 public:
-    /// `usage` are the lines after "usage: ", `intro` and `examples` paragraphs of the help.
+    /// @param usage     lines after "usage: "
+    /// @param intro     first paragraphs of the help
+    /// @param examples  last paragraphs of the help
     CommandLine(std::vector<std::string> usage, std::string intro, std::string examples);
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
     ~CommandLine();
 
-    /// All arguments that belong to no option.
+    /// Adds the positional arguments.
     void add_positionals(std::vector<std::string>& values);
 
-    /// An option without a value. `names` are one long name and maybe a short one: `-q,--quiet`.
+    /// Adds an option without a value. `names`: a long name and optionally a short one, such as
+    /// `-q,--quiet`.
     void add_flag(const std::string& names, bool& value, const std::string& description,
                   const std::string& group);
 
-    /// An option with a value; given twice, the last counts.
+    /// Adds an option with a value; if it is repeated, the last value counts.
     void add_value(const std::string& names, std::string& value, std::string_view shown,
                    const std::string& description, const std::string& group);
 
-    /// An option with a value that may be given several times.
+    /// Adds an option with a value that may be given several times.
     void add_repeatable(const std::string& name, std::vector<std::string>& values,
                         std::string_view shown, const std::string& description,
                         const std::string& group);
 
-    /// An option that stands alone or is followed by on, off or a like word. `value` receives the
-    /// word, `on` where it stands alone. A following argument that is no such word is left alone.
+    /// Adds an option with an optional on/off value (see settings::is_switch_word). `value`
+    /// receives that word, or `on` if there is none. Any other following argument is not consumed.
     void add_switch(const std::string& name, std::string& value, const std::string& description,
                     const std::string& group);
 
-    /// The option that is meant by a name which is none, such as a word that other programs have
-    /// for it. It is told where the name is used.
+    /// Adds a hint: if the unknown option `word` is used, the error message suggests `option`.
     void add_other_word(std::string word, std::string option);
 
-    /// Reads the arguments behind the verb. Returns false when help was asked for and shown.
+    /// Parses the arguments after the verb. Returns false if help was requested and printed.
     /// @throws UsageError
     [[nodiscard]] bool parse(std::vector<std::string> arguments);
 
@@ -75,9 +76,9 @@ private:
     std::string intro_;
     std::string examples_;
     std::vector<std::string> switches_;
-    std::map<std::string, std::string, std::less<>> other_words_; ///< to the options they mean
+    std::map<std::string, std::string, std::less<>> other_words_; ///< unknown option to suggestion
     bool help_ = false;
-    std::unique_ptr<CLI::App> app_; ///< behind a pointer: its header takes long to compile
+    std::unique_ptr<CLI::App> app_; ///< a pointer, because its header is slow to compile
 };
 
 } // namespace cli

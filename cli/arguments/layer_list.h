@@ -7,8 +7,9 @@
 
 namespace cli {
 
-/// Reads a list of layers such as `1,3` or `2-4`, numbered from 1 by their place in the file.
-/// @return the places, from 1, ascending, each once. @throws UsageError that begins with `option`.
+/// Parses a list of layer positions, such as `1,3` or `2-4`; positions in the file count from 1.
+/// @return the positions, ascending, without duplicates
+/// @throws UsageError that begins with `option`
 [[nodiscard]] std::vector<std::size_t> parse_layer_list(std::string_view option,
                                                         std::string_view text);
 

@@ -8,7 +8,7 @@
 
 namespace cli {
 
-/// `dastrel dump`: a whole mesh as text.
+/// `dastrel dump`: prints a whole mesh as text.
 class DumpVerb : public Verb {
 public:
     DumpVerb();

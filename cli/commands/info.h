@@ -8,7 +8,7 @@
 
 namespace cli {
 
-/// `dastrel info`: what is in object files.
+/// `dastrel info`: prints a summary of object files.
 class InfoVerb : public Verb {
 public:
     InfoVerb();

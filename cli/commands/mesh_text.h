@@ -8,10 +8,9 @@
 
 namespace cli {
 
-/// Writes a mesh as text for comparing: everything in it, in its own order, numbers in the shortest
-/// form that reads back to the same bits, names quoted with `\xNN` for bytes that are not printable
-/// UTF-8 text. Chunks that the mesh has no form for appear by name, size and a 64-bit FNV-1a sum.
-/// `write` gets the text in runs of some size.
+/// Formats a complete mesh as text for comparison: in document order, numbers in the shortest form
+/// that round-trips, names quoted and escaped (see mesh::printable). Opaque chunks are given by id,
+/// size and 64-bit FNV-1a hash. Calls `write` with consecutive blocks of the text.
 void write_mesh_text(const mesh::Document& document,
                      const std::function<void(std::string_view)>& write);
 

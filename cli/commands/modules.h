@@ -7,7 +7,7 @@
 
 namespace cli {
 
-/// `dastrel modules`: the servers of the module.
+/// `dastrel modules`: lists the servers of the module.
 class ModulesVerb : public Verb {
 public:
     ModulesVerb();

@@ -9,7 +9,7 @@
 
 namespace cli {
 
-/// `dastrel render`: a picture of what is in object files.
+/// `dastrel render`: renders object files to a picture.
 class RenderVerb : public Verb {
 public:
     RenderVerb();

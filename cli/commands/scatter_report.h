@@ -15,7 +15,7 @@
 
 namespace cli {
 
-/// What went into a run and what came of it.
+/// Inputs and results of a run.
 struct ScatterReport {
     struct Input {
         std::string name;
@@ -32,11 +32,11 @@ struct ScatterReport {
     };
 
     std::vector<Input> inputs;
-    std::uint64_t clone_points = 0; ///< of one clone, where it is several files; otherwise 0
+    std::uint64_t clone_points = 0; ///< points of one clone if it has several models, otherwise 0
     std::optional<modeler::SizeMismatch> size_mismatch;
     std::string output;
-    std::string picture;   ///< empty: none was made
-    std::string own_layer; ///< name of the layer that was made for the clones; empty: none was
+    std::string picture;   ///< picture file; empty: none
+    std::string own_layer; ///< name of the new layer for the clones; empty: none
     std::filesystem::path module;
     std::int64_t clock = 0;
     std::vector<settings::UsedSetting> settings;
@@ -45,7 +45,7 @@ struct ScatterReport {
     Seconds seconds;
 };
 
-/// The report in one line for a person.
+/// The report as one line of text.
 [[nodiscard]] std::string summary_line(const ScatterReport& report);
 
 /// The report as JSON. Its settings can be saved as a settings file.

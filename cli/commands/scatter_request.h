@@ -11,20 +11,20 @@
 
 namespace cli {
 
-/// What `dastrel scatter` was asked to do, as far as the words alone tell.
+/// The parsed request of `dastrel scatter`; file names are not resolved yet.
 struct ScatterRequest {
     std::vector<std::string> inputs; ///< ground and models, or one scene
     std::string output;
-    std::string picture;                 ///< empty: none is made
-    bool scene = false;                  ///< one file whose layers are ground and model
-    std::vector<std::size_t> foreground; ///< layers of the scene, from 1
-    std::vector<std::size_t> background; ///< the same; empty: all others
+    std::string picture;                 ///< picture file; empty: none
+    bool scene = false;                  ///< the input is one file with ground and model layers
+    std::vector<std::size_t> foreground; ///< layer positions in the scene, from 1
+    std::vector<std::size_t> background; ///< layer positions, from 1; empty: all others
     std::vector<std::string> select_surfaces;
     std::vector<settings::GivenSetting> settings;
-    std::string settings_file; ///< empty: none given
-    std::string clock;         ///< empty: none given
-    std::string module;        ///< empty: the one that is found
-    bool own_layer = false;    ///< the clones get a layer of their own
+    std::string settings_file; ///< empty: not given
+    std::string clock;         ///< empty: not given
+    std::string module;        ///< module file; empty: search for it
+    bool own_layer = false;    ///< put the clones into a new layer
     bool force = false;        ///< the output may replace an input
     bool json = false;
     bool quiet = false;
@@ -37,7 +37,7 @@ public:
 
     [[nodiscard]] CommandLine& command_line() noexcept { return line_; }
 
-    /// Judges what was parsed, and reads the settings file. @throws UsageError, Failure
+    /// Validates the parsed arguments and reads the settings file. @throws UsageError, Failure
     [[nodiscard]] ScatterRequest request() const;
 
 private:
@@ -65,7 +65,7 @@ private:
         const settings::Setting* setting;
         std::string text;
     };
-    std::deque<SettingOption> settings_; ///< the parser writes into the texts: they must not move
+    std::deque<SettingOption> settings_; ///< a deque: the parser has pointers to the strings
 };
 
 } // namespace cli

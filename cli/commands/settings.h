@@ -5,7 +5,7 @@
 
 namespace cli {
 
-/// `dastrel settings`: the table of all settings.
+/// `dastrel settings`: prints the table of all settings.
 class SettingsVerb : public Verb {
 public:
     SettingsVerb();

@@ -12,11 +12,11 @@
 
 namespace cli {
 
-/// Runs a command without a person: fills the panel with the given settings and presses OK, says
-/// messages on the console, shows progress as a line, and answers questions with no.
+/// Non-interactive front end: fills in the panel with the given settings and presses OK, prints
+/// messages and a progress line to the console, and answers questions with no.
 class ConsoleFrontEnd : public modeler::FrontEnd {
 public:
-    /// Both are used as long as the front end lives.
+    /// Both arguments must outlive the front end.
     ConsoleFrontEnd(Console& console, std::span<const settings::GivenSetting> settings)
         : console_(console), settings_(settings)
     {}
@@ -29,7 +29,7 @@ public:
     begin_progress(std::string_view title, std::string_view caption) override;
     [[nodiscard]] bool run_panel(modeler::FormPanel& panel) override;
 
-    /// What the panel's controls held when OK was pressed. Empty before that.
+    /// The values of the panel's controls when OK was pressed. Empty before that.
     [[nodiscard]] const std::vector<settings::UsedSetting>& used_settings() const noexcept
     {
         return used_;

@@ -8,15 +8,15 @@
 
 namespace cli {
 
-/// From now on errors are told on standard output, too, as JSON objects: the program was asked for
-/// JSON, and whoever reads it shall not have to read sentences to know what went wrong.
+/// Enables error reports as JSON objects on standard output, in addition to messages on standard
+/// error. For calls with JSON output.
 void enable_json_errors() noexcept;
 
-/// Writes the object where that was asked for and neither a result nor an object was written
-/// before. Needs no memory, and may be called from a signal handler.
-/// @param message  in pieces
-/// @param file     that the error is about; empty: none
-/// @param place    in the file, or the option or step that it is about; empty: none
+/// Writes the error object if JSON errors are enabled and neither a result nor an error object was
+/// written before. Allocates no memory; async-signal-safe.
+/// @param message  pieces of the message, to be concatenated
+/// @param file     file concerned; empty: none
+/// @param place    position in the file, or option or step; empty: none
 void write_error_object(ExitStatus status, std::initializer_list<std::string_view> message,
                         std::string_view file, std::string_view place) noexcept;
 

@@ -3,10 +3,10 @@
 
 namespace cli {
 
-/// Makes an interrupt from the keyboard (and a request to end) stop the program at once, with
-/// unfinished files and the line of progress removed, and an error object written where errors are
-/// told as JSON; makes a closed pipe an error of the write
-/// instead of a death, and so a file that grows past its limit.
+/// Installs the signal handlers. SIGINT and SIGTERM end the program at once, after removing
+/// temporary files and the progress line and writing the JSON error object if enabled. SIGPIPE and
+/// SIGXFSZ are ignored, so that writing to a closed pipe or past the file size limit fails with an
+/// error.
 void handle_signals() noexcept;
 
 } // namespace cli

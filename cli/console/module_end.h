@@ -5,9 +5,9 @@
 
 namespace cli {
 
-/// From now on a module that ends the program, or crashes it, ends it with status 4 (host) and a
-/// line that says so; unfinished files are removed.
-/// @param verb  that the line names; empty: none
+/// Installs a handler (see modeler::on_module_end): if a module ends or crashes the program,
+/// temporary files are removed, and the program exits with status 4 (host) and a message.
+/// @param verb  verb for the message; empty: none; must stay valid
 void report_module_ends(std::string_view verb) noexcept;
 
 } // namespace cli

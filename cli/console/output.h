@@ -10,30 +10,27 @@
 
 namespace cli {
 
-/// Writes a result to standard output, at once. @throws ClosedPipe when nobody reads it any more,
-/// Failure (output) when it cannot be written.
+/// Writes a result to standard output, unbuffered. @throws ClosedPipe if the reader has closed the
+/// pipe; Failure (output) if writing fails
 void write_stdout(std::string_view text);
 
-/// Whether a result, or a part of one, went to standard output.
+/// Whether any part of a result was written to standard output.
 [[nodiscard]] bool has_begun_result() noexcept;
 
-/// Writes to standard output where nothing can be done when it fails. May be called from a signal
-/// handler.
+/// Writes to standard output and ignores errors. Async-signal-safe.
 void write_stdout_best_effort(std::string_view text) noexcept;
 
-/// Writes to standard error, at once; nothing can be done where it takes nothing. May be called
-/// from a signal handler.
+/// Writes to standard error, unbuffered, and ignores errors. Async-signal-safe.
 void write_stderr(std::string_view text) noexcept;
 
-/// 1234567 as 1,234,567.
+/// Formats a number with thousands separators: 1,234,567.
 [[nodiscard]] std::string grouped(std::uint64_t number);
-/// The same with what it counts: `1 point`, `1,234 points`.
+/// Formats a number with its noun: `1 point`, `1,234 points`.
 [[nodiscard]] std::string grouped(std::uint64_t number, std::string_view noun);
 
-/// Standard error: everything that is said beside the results. Keeps one line of progress at the
-/// bottom when standard error is a terminal, and takes it away before anything else is said. Texts
-/// may hold names from files and words of modules: each is shown as one line, its control
-/// characters made visible.
+/// Messages on standard error. If standard error is a terminal, shows a progress line at the
+/// bottom, which is removed before other output. Each message is printed as one line, with control
+/// characters escaped (see mesh::printable), since it may contain text from files and modules.
 class Console {
 public:
     explicit Console(std::string verb) : verb_(std::move(verb)) {}
@@ -41,25 +38,24 @@ public:
     Console& operator=(const Console&) = delete;
     ~Console() { clear_progress(); }
 
-    /// From now on only errors are said.
+    /// Suppresses all output except errors.
     void set_quiet() noexcept { quiet_ = true; }
 
-    /// `dastrel: VERB: ` and the text. Always said.
+    /// Prints `dastrel: VERB: ` and the text, even if quiet.
     void error(std::string_view text);
-    /// Said once for each different text.
+    /// Prints a warning; each distinct text only once.
     void warning(const std::string& text);
     void note(std::string_view text);
 
-    /// All errors so far, one in each line, as they were given.
+    /// All errors so far, unescaped, one per line.
     [[nodiscard]] const std::string& errors() const noexcept { return errors_; }
 
-    /// All warnings so far, said or not, as they were given.
+    /// All warnings so far, unescaped, printed or not.
     [[nodiscard]] const std::vector<std::string>& warnings() const noexcept { return warnings_; }
 
-    /// True when progress is shown at all.
+    /// Whether progress is shown: standard error is a terminal and output is not quiet.
     [[nodiscard]] bool shows_progress() const noexcept;
-    /// Shows how far the work is, from 0 to 1, in place of what was shown last, unless that is less
-    /// than a tenth of a second old.
+    /// Replaces the progress line; at most ten times per second. `share`: completed part, 0 to 1.
     void show_progress(std::string_view caption, double share);
     void show_progress(std::string_view caption);
     void clear_progress() noexcept;
@@ -76,7 +72,7 @@ private:
     std::chrono::steady_clock::time_point last_progress_{};
 };
 
-/// Takes the line of progress away. May be called from a signal handler.
+/// Removes the progress line. Async-signal-safe.
 void clear_progress_line() noexcept;
 
 } // namespace cli

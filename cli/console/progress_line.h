@@ -7,18 +7,17 @@
 
 namespace cli {
 
-/// Columns of the terminal at standard error; of the variable COLUMNS where it does not tell, and
-/// 80 where neither does.
+/// Width in columns of the terminal at standard error; if unknown, the value of the environment
+/// variable COLUMNS, else 80.
 [[nodiscard]] std::size_t terminal_columns();
 
-/// A line that shows how far some work is, in less than `columns` columns, so that it never goes on
-/// in a second line, which could not be taken away again. What has no room is left out: first of
-/// the bar, then of the caption.
-/// @param share  from 0 to 1
+/// Formats a progress line of fewer than `columns` columns, so that it never wraps (a wrapped line
+/// could not be erased). Shortens first the bar, then the caption.
+/// @param share  completed part, 0 to 1
 [[nodiscard]] std::string progress_line(std::string_view caption, double share,
                                         std::size_t columns);
 
-/// The same where it is not known how far the work is.
+/// Formats a progress line without a percentage.
 [[nodiscard]] std::string progress_line(std::string_view caption, std::size_t columns);
 
 } // namespace cli

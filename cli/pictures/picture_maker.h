@@ -11,12 +11,12 @@
 
 namespace cli {
 
-/// Judges whether the picture can be written. @throws Failure (output)
+/// Checks before the work that the picture can be written. @throws Failure (output)
 void validate_picture_output(const std::string& name);
 
-/// Makes a picture of the documents in one scene and writes it, whole or not at all, or to standard
-/// output. Returns the number of triangles traced.
-/// @throws UsageError for a map that no document has, Failure (output)
+/// Renders the documents as one scene and writes the picture atomically, or to standard output.
+/// Returns the number of triangles.
+/// @throws UsageError for a map that no document has; Failure (output)
 std::size_t make_picture(std::span<const mesh::Document> documents, const PictureRequest& request,
                          const std::string& name, Console& console);
 

@@ -9,28 +9,28 @@
 
 namespace cli {
 
-/// How a picture is to be made.
+/// The options of a picture.
 struct PictureRequest {
     int width = 1280;
     int height = 720;
     picture::StandardView view = picture::StandardView::perspective;
-    std::optional<double> azimuth_deg;   ///< none: the view's
-    std::optional<double> elevation_deg; ///< none: the view's
+    std::optional<double> azimuth_deg;   ///< empty: that of `view`
+    std::optional<double> elevation_deg; ///< empty: that of `view`
     double zoom = 1.0;                   ///< 1 shows the whole mesh
-    std::string color_by;                ///< a vertex map; empty: the colours of the surfaces
+    std::string color_by;                ///< name of a vertex map; empty: colour by surface
     bool wireframe = false;
     unsigned samples = 32;
 };
 
-/// The options of a picture.
+/// The command line options of a picture.
 class PictureArguments {
 public:
-    /// Adds them to a command line, which has to live as long as this.
+    /// Adds the options to a command line, which must outlive this object.
     explicit PictureArguments(CommandLine& line);
     PictureArguments(const PictureArguments&) = delete;
     PictureArguments& operator=(const PictureArguments&) = delete;
 
-    /// Judges what was parsed. @throws UsageError
+    /// Validates the parsed options. @throws UsageError
     [[nodiscard]] PictureRequest request() const;
 
 private:

@@ -5,12 +5,12 @@
 
 namespace desktop {
 
-/// Whether a text is a calculation and not a single number: it has an operator or a parenthesis.
+/// Whether a text is an expression, not a single number: it has an operator or a parenthesis.
 [[nodiscard]] bool is_calculation(std::string_view text) noexcept;
 
-/// The result of a calculation with `+ - * /` and parentheses over decimal numbers. The decimal
-/// point is a point in every country.
-/// @throws settings::ValueError with a sentence for the person who wrote it
+/// Evaluates an expression with `+ - * /` and parentheses. Numbers always use a decimal point,
+/// independent of the locale.
+/// @throws settings::ValueError with a message for the user
 [[nodiscard]] double calculate(std::string_view text);
 
 } // namespace desktop

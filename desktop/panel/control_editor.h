@@ -12,12 +12,12 @@ class QWidget;
 
 namespace desktop {
 
-/// The widget in which one control of a panel is edited. What a person changes goes into the panel
-/// at once; a value that nobody changed is never written back, so that it stays exact however
-/// little of it is shown.
+/// The editor widget of one control of a panel. Changes by the user are written to the panel at
+/// once. Unchanged values are never written back, so they stay exact even if displayed rounded.
 class ControlEditor {
 public:
-    /// Told what became of an edit: an empty text when the panel took it, else what is wrong.
+    /// Called after each edit: empty string if the panel accepted the value, else the error
+    /// message.
     using Edited = std::function<void(const QString& problem)>;
 
     ControlEditor() = default;
@@ -25,16 +25,16 @@ public:
     ControlEditor& operator=(const ControlEditor&) = delete;
     virtual ~ControlEditor() = default;
 
-    /// Belongs to the parent that it was made with.
+    /// The widget; owned by its parent.
     [[nodiscard]] virtual QWidget* widget() const = 0;
-    /// Shows the panel's value, unless it is the one that is shown already. Wrong text that stands
-    /// in the field stays there with `keep_typed`, and gives way to the value without.
+    /// Displays the panel's value, if it has changed. Invalid text in the field is kept if
+    /// `keep_typed` is true, and replaced by the value otherwise.
     virtual void refresh(bool keep_typed) = 0;
-    /// What is wrong with what stands in the field, or empty.
+    /// The error message for the text in the field, or empty.
     [[nodiscard]] virtual QString problem() const { return {}; }
 };
 
-/// Makes the editor of a control. `panel` is used as long as the editor lives.
+/// Creates the editor of a control. `panel` must outlive it.
 [[nodiscard]] std::unique_ptr<ControlEditor> make_editor(modeler::FormPanel& panel,
                                                          const modeler::Control& control,
                                                          ControlEditor::Edited edited,

@@ -17,15 +17,15 @@ class QToolButton;
 
 namespace desktop {
 
-/// The place of one control in a form: its editor with the sign of its unit, and what is known of
-/// it from the command's settings: a tool tip, a mark and a button to reset it where the value is
-/// not the default. While a rule disables the control the editor is greyed, and the slot takes
-/// clicks and the keyboard's focus in its place, so that trying the control can be answered.
+/// One control in a form: its editor with the unit sign and, if it is a setting of the command, a
+/// tool tip, and a mark and reset button while the value is not the default. While a rule disables
+/// the control, the editor is greyed, and the slot receives clicks and keyboard focus instead, to
+/// explain why it is disabled.
 class ControlSlot : public QWidget {
     Q_OBJECT
 
 public:
-    /// @param tried  told the rule's message when a person tries the disabled control
+    /// @param tried  called with the rule's message when the user clicks the disabled control
     ControlSlot(modeler::FormPanel& panel, const modeler::Control& control,
                 ControlEditor::Edited edited, std::function<void(const QString&)> tried,
                 QWidget* parent);
@@ -35,12 +35,12 @@ public:
 
     [[nodiscard]] modeler::ControlId id() const noexcept { return id_; }
     [[nodiscard]] ControlEditor& editor() noexcept { return *editor_; }
-    /// The control's label, which stands beside the slot; null for a button, which shows its own.
+    /// The label widget beside the slot; null for a button.
     [[nodiscard]] QLabel* label() const noexcept { return label_; }
 
-    /// Shows the panel's value (see ControlEditor) and whether the control is enabled.
+    /// Updates the value (see ControlEditor) and the enabled state.
     void refresh(bool keep_typed);
-    /// Sets the keyboard on the control.
+    /// Sets the keyboard focus to the control.
     void focus();
 
 protected:
@@ -61,10 +61,10 @@ private:
     std::function<void(const QString&)> tried_;
     std::unique_ptr<ControlEditor> editor_;
     QLabel* label_ = nullptr;
-    QString help_; ///< of the setting, plain text
+    QString help_; ///< help text of the setting, plain text
     QString default_text_;
     std::optional<modeler::ControlValue> default_;
-    QAction* reset_ = nullptr; ///< null where no default is known
+    QAction* reset_ = nullptr; ///< null if no default is known
     QToolButton* reset_button_ = nullptr;
 };
 

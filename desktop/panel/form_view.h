@@ -15,34 +15,33 @@ namespace desktop {
 
 class ControlSlot;
 
-/// Draws a form panel: its tabs, groups, dividers and controls, in the order in which the module
-/// describes them. Knows nothing of any particular module.
+/// The widget of a form panel: tabs, groups, separators and controls in the order of the module's
+/// description. Works for any module.
 class FormView : public QWidget {
     Q_OBJECT
 
 public:
-    /// The panel is used as long as the view lives.
+    /// The panel must outlive the view.
     FormView(modeler::FormPanel& panel, QWidget* parent);
 
-    /// Shows the values and rules of the moment, after something else than this view changed them.
+    /// Updates all controls after the panel was changed elsewhere.
     void refresh() { refresh(false); }
 
     /// The slot of a control, or null.
     [[nodiscard]] ControlSlot* slot_of(modeler::ControlId id) const noexcept;
 
-    /// Sets the keyboard on the first control.
+    /// Sets the keyboard focus to the first control.
     void focus_first();
 
-    /// Goes to the first field whose text is no value and tells what is wrong with it. Returns
-    /// false when there is none.
+    /// Focuses the first field with invalid text and reports its error. Returns false if there is
+    /// none.
     bool go_to_problem();
     [[nodiscard]] bool has_problem() const;
 
 signals:
-    /// A person changed something, rightly or wrongly (see `has_problem`), or pressed a button.
+    /// The user changed a value, valid or not (see `has_problem`), or pressed a button.
     void changed();
-    /// A sentence about what was just tried: a rule's message, what is wrong with a text, or
-    /// nothing any more.
+    /// A message about the last action: a rule's message, an input error, or empty to clear it.
     void told(const QString& sentence);
 
 private:
@@ -53,7 +52,7 @@ private:
     void add_outside(QBoxLayout& column);
 
     modeler::FormPanel& panel_;
-    std::vector<ControlSlot*> slots_; ///< in the order of the keyboard
+    std::vector<ControlSlot*> slots_; ///< in tab order
 };
 
 } // namespace desktop

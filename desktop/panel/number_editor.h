@@ -9,8 +9,8 @@ namespace desktop {
 
 class NumberField;
 
-/// A field for a number. Wrong text stays in it, marked, until it is put right; a calculation gives
-/// way to its result when the field is left.
+/// Editor of a number. Invalid text stays in the field, marked, until it is corrected. An
+/// expression is replaced by its result when the field loses focus.
 class NumberEditor : public ControlEditor {
 public:
     NumberEditor(modeler::FormPanel& panel, const modeler::Control& control, Edited edited,
@@ -32,8 +32,8 @@ private:
     modeler::ControlKind kind_;
     Edited edited_;
     NumberField* field_;
-    std::optional<modeler::ControlValue> shown_; ///< the value whose text stands in the field
-    modeler::ControlValue given_;                ///< what stood there before anything was typed
+    std::optional<modeler::ControlValue> shown_; ///< the value displayed in the field
+    modeler::ControlValue given_;                ///< the value before the user started typing
     QString given_text_;
     QString problem_;
 };

@@ -5,10 +5,10 @@
 
 namespace desktop {
 
-/// A line for a number with small buttons for steps up and down. What is typed, and what a step
-/// is, its owner decides. The wheel makes steps while the field has the keyboard's focus, and
-/// scrolls the form otherwise. Enter after typing ends the typing and goes no further, so that it
-/// does not confirm a form by chance; pressed again, or with Ctrl, it is the form's.
+/// A spin box without a value of its own: the owner interprets text and steps. The wheel steps
+/// while the field has keyboard focus and scrolls the form otherwise. Enter after typing only ends
+/// the input, so that it does not confirm the form by accident; a second Enter, or Ctrl+Enter, goes
+/// to the form.
 class NumberField : public QAbstractSpinBox {
     Q_OBJECT
 
@@ -19,9 +19,9 @@ public:
     void stepBy(int steps) override;
 
 signals:
-    /// A person typed.
+    /// The user typed.
     void edited(const QString& text);
-    /// A person asked for steps: up, or down where it is negative.
+    /// The user stepped up or, if negative, down.
     void stepped(int steps);
 
 protected:
@@ -32,7 +32,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    bool typing_ = false; ///< since the field was entered, or since Enter
+    bool typing_ = false; ///< text was typed since the last focus-in or Enter
 };
 
 } // namespace desktop

@@ -15,29 +15,28 @@ namespace desktop {
 
 class FormView;
 
-/// A form panel as it is answered: the module's form, which scrolls where there is little room, a
-/// line for what there is to tell, room for the host's own strip, OK and Cancel. Enter is OK,
-/// except that it ends the typing in a field first; Ctrl+Enter is always OK; Escape is Cancel.
-/// Stands in a dock, or is a window of its own.
+/// The dialog of a form panel: the scrollable form, a message line, a strip of the host, OK and
+/// Cancel. Enter is OK, but first ends the input in a field; Ctrl+Enter is always OK; Escape is
+/// Cancel. Shown in a dock or as a window.
 class PanelDialog : public QDialog {
 public:
-    /// The panel is used as long as the dialog lives.
+    /// The panel must outlive the dialog.
     PanelDialog(modeler::FormPanel& panel, QWidget* parent);
 
     [[nodiscard]] FormView& form() noexcept { return *form_; }
 
-    /// Puts the host's own strip below the form. Takes the widget over.
+    /// Adds the host's strip below the form. Takes ownership.
     void add_strip(QWidget* strip);
 
-    /// Shows a sentence; an empty one takes the last away.
+    /// Shows a message; an empty one clears it.
     void tell(const QString& sentence);
     [[nodiscard]] QString told() const;
 
-    /// What is asked before OK closes the panel: a sentence that says what speaks against it, which
-    /// is then shown; or an empty one.
+    /// Sets the check before OK closes the panel. It returns a message, which is shown, or an empty
+    /// string to accept.
     void set_check(std::function<QString()> check) { check_ = std::move(check); }
 
-    /// Closes with OK, unless a field holds what is no value, or the check says no.
+    /// Closes with OK unless a field has invalid text or the check fails.
     void accept() override;
 
 protected:

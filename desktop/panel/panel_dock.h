@@ -14,24 +14,24 @@ namespace desktop {
 
 class PanelDialog;
 
-/// The rectangle, moved and shrunk until it lies on one of the screens: the one that shows most of
-/// it, or the first. Unchanged when there is no screen.
+/// Moves and shrinks a rectangle to fit on one of the screens: the one with the largest overlap, or
+/// the first. Unchanged if there is no screen.
 [[nodiscard]] QRect clamp_to_screens(QRect wanted, const QList<QRect>& screens);
 
-/// The place of a panel in a main window: docked beside the view, or floating where the user put
-/// it. The program's settings remember place and size. Closing the dock cancels the panel.
+/// The dock widget of a panel: docked beside the view or floating. Position and size are saved in
+/// the application settings. Closing the dock cancels the panel.
 class PanelDock : public QDockWidget {
 public:
-    /// Shows the panel in the window, as it was left the last time. Takes the dialog over.
+    /// Shows the panel in the window at its saved position. Takes ownership of the dialog.
     PanelDock(PanelDialog* dialog, QMainWindow& window);
     PanelDock(const PanelDock&) = delete;
     PanelDock& operator=(const PanelDock&) = delete;
-    /// Remembers the place, and gives the window back what room it had to gain.
+    /// Saves the position and undoes the widening of the window.
     ~PanelDock() override;
 
-    /// Forgets place and size of the panel for the next time that one is opened.
+    /// Deletes the saved position and size.
     static void forget_place();
-    /// Docks the panel at the right, as wide as it wants to be.
+    /// Docks the panel at the right in its preferred width.
     void reset_place();
 
     [[nodiscard]] PanelDialog& dialog() noexcept { return *dialog_; }
@@ -44,7 +44,7 @@ private:
 
     QMainWindow& window_;
     PanelDialog* dialog_;
-    QSize size_before_; ///< of the window
+    QSize size_before_; ///< size of the window before opening
     QSize size_opened_;
 };
 

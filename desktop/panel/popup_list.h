@@ -7,8 +7,8 @@
 
 namespace desktop {
 
-/// A drop-down list that leaves the wheel to what scrolls around it, unless it has the keyboard's
-/// focus. Long entries are cut; the open list shows them.
+/// A combo box that ignores the wheel unless it has keyboard focus, so that the surrounding area
+/// scrolls. Long entries are elided.
 class PopupList : public QComboBox {
 public:
     explicit PopupList(QWidget* parent) : QComboBox(parent)

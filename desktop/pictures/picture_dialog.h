@@ -17,18 +17,18 @@ class QSpinBox;
 
 namespace desktop {
 
-/// Asks what a picture of the view is to be like. The program's settings remember size and
-/// background from one time to the next.
+/// Dialog for the options of exporting a picture of the view. Size and background are saved in the
+/// application settings.
 class PictureDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// `shown` is the view as it is: its size in pixels, and what is switched on in it.
+    /// @param shown  the current view: size in pixels, and visible elements
     PictureDialog(const PictureOptions& shown, QWidget* parent);
 
     [[nodiscard]] PictureOptions options() const;
 
-    /// Remembers what was chosen.
+    /// Saves size and background.
     void accept() override;
 
 private:
@@ -48,7 +48,8 @@ private:
     QCheckBox* selection_;
     QLabel* problem_;
     QPushButton* go_on_ = nullptr;
-    /// What was ticked before the background became transparent; empty: it is not.
+    /// State of the check boxes (grid, axes, selection) before the background became transparent;
+    /// empty if it is not transparent.
     std::optional<std::array<bool, 3>> saved_guides_;
 };
 

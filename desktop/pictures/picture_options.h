@@ -5,19 +5,20 @@
 
 namespace desktop {
 
-/// What stands behind the things in a picture.
+/// The background of a picture.
 enum class PictureBackground { as_shown, white, transparent };
 
-/// What a picture of the view is to be like.
+/// The options of a picture of the view.
 struct PictureOptions {
     int width = 1; ///< pixels
     int height = 1;
     PictureBackground background = PictureBackground::as_shown;
     bool grid = true;
     bool axes = true;
-    bool selection = true; ///< selected polygons are tinted
+    bool selection = true; ///< tint selected polygons
 };
 
+/// Limits of width and height, and of their product.
 inline constexpr int most_picture_pixels_a_side = 16384;
 inline constexpr std::int64_t most_picture_pixels = std::int64_t{1} << 26;
 

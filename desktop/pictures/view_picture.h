@@ -13,17 +13,16 @@
 
 namespace desktop {
 
-/// What the window shows at a moment.
+/// A snapshot of what the viewport shows.
 struct ShownView {
     std::shared_ptr<const picture::Scene> scene;
     picture::View view;
     picture::Look look;
-    double scale = 1.0; ///< pixels of the view for one of the desktop's units
+    double scale = 1.0; ///< device pixel ratio
 };
 
-/// A picture of what is shown, in full quality: `passes` samples for each pixel. For a picture
-/// that is narrower in its proportions the camera stands back, so that the sides of the view are
-/// in it. None when it was cancelled.
+/// Renders the view with `passes` samples per pixel. If the picture has a smaller aspect ratio than
+/// the view, the camera is moved back so that the full width stays visible. Empty if cancelled.
 [[nodiscard]] std::optional<picture::Image>
 draw_view(const ShownView& shown, const PictureOptions& options, unsigned passes, WorkState& state);
 

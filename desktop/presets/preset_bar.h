@@ -16,22 +16,22 @@ namespace desktop {
 
 class PopupList;
 
-/// Presets of the panel's values: saved under a name, loaded, deleted, imported and exported as the
-/// settings file that the command line takes.
+/// Tool bar for presets of the panel's values: save, load, delete, and import and export as
+/// settings files of the command line.
 class PresetBar : public QWidget {
     Q_OBJECT
 
 public:
-    /// Both are used as long as the bar lives.
+    /// Panel and store must outlive the bar.
     PresetBar(modeler::FormPanel& panel, PresetStore& store, QWidget* parent);
 
-    /// Files that an export must not replace.
+    /// Sets the predicate for files that an export must not overwrite.
     void protect(std::function<bool(const std::filesystem::path&)> is_protected)
     {
         is_protected_ = std::move(is_protected);
     }
 
-    /// The same as the buttons do, without asking for a name or file.
+    // The actions of the buttons, without asking for a name or file.
     void save_as(const QString& name);
     void load(const QString& name);
     void remove(const QString& name);
@@ -41,7 +41,7 @@ public:
 signals:
     /// Values of the panel were changed.
     void loaded();
-    /// A sentence about what was done or went wrong.
+    /// A message about the result of an action.
     void told(const QString& sentence);
 
 private:

@@ -10,44 +10,44 @@
 
 namespace desktop {
 
-/// A run that is tried out in a child of this process. The child is a copy of everything, of the
-/// module's own state too: what the run gives there is what it will give here. It must touch
-/// nothing that belongs to the window or to other threads, and ends with `finish` or `fail`.
+/// A trial run in a forked child process. The child has a copy of all state, including the
+/// module's, so its result is the same as that of a real run. The child must not touch the window
+/// or other threads' data, and ends with `finish` or `fail`.
 class ForkedRun {
 public:
     ForkedRun() = default;
     ForkedRun(const ForkedRun&) = delete;
     ForkedRun& operator=(const ForkedRun&) = delete;
-    /// Ends the child, in the parent.
+    /// In the parent: kills the child.
     ~ForkedRun();
 
-    /// Parts this process in two, after ending an earlier child. No other thread may be at work.
-    /// Returns true in the child. @throws std::system_error in the parent when the system refuses.
+    /// Forks, after killing an earlier child. All other threads must be paused. Returns true in the
+    /// child. @throws std::system_error in the parent if forking fails
     [[nodiscard]] bool start();
 
     [[nodiscard]] bool running() const noexcept { return child_ > 0; }
-    /// Becomes readable when the child has ended; -1 when there is none.
+    /// File descriptor that becomes readable when the child has ended; -1 without a child.
     [[nodiscard]] int done_signal() const noexcept { return done_; }
 
-    /// Ends the child wherever it is.
+    /// Kills the child.
     void stop() noexcept;
 
-    /// Waits for the child, and takes what it made.
-    /// @throws std::runtime_error when it ended before its time
+    /// Waits for the child and reads its result.
+    /// @throws std::runtime_error if it ended without a complete result
     [[nodiscard]] PreviewMesh take_result();
 
-    /// In the child: hands over what the document gained, and ends.
+    /// In the child: writes the elements added since `before` to the result file, and exits.
     [[noreturn]] void finish(const mesh::Document& document, std::span<const LayerCount> before,
                              std::span<const modeler::Message> errors) noexcept;
-    /// In the child: tells why there is nothing, and ends.
+    /// In the child: writes an error message as result, and exits.
     [[noreturn]] void fail(std::string_view reason) noexcept;
 
 private:
     void close_all() noexcept;
 
     pid_t child_ = 0;
-    int result_ = -1; ///< file in memory that both sides share
-    int done_ = -1;
+    int result_ = -1; ///< memory file shared by parent and child
+    int done_ = -1;   ///< see done_signal
 };
 
 } // namespace desktop

@@ -15,9 +15,9 @@ class QSocketNotifier;
 
 namespace desktop {
 
-/// Previews for one open panel: decides when a run is tried out, hands its mesh on, and says what
-/// it is doing. The trial itself is begun from the loop that shows the panel, because it parts the
-/// process there.
+/// Controls the previews of an open panel: schedules trial runs, forwards their meshes, and reports
+/// the status. The trial run itself is started by the loop that shows the panel (`due`, `begin`),
+/// since the process forks there.
 class Preview : public QObject {
     Q_OBJECT
 
@@ -25,37 +25,37 @@ public:
     explicit Preview(QObject* parent);
     ~Preview() override;
 
-    /// Whether previews are made. While nobody has decided, they are switched off by a run that
-    /// takes longer than a second, and on again as soon as the values change.
+    /// Whether previews are enabled. Until the user decides, a trial run of more than a second
+    /// disables them, and a change of the values enables them again.
     [[nodiscard]] bool on() const noexcept { return on_; }
-    /// A person decides; it holds until the window is closed.
+    /// The user enables or disables previews, until the window is closed.
     void switch_by_person(bool on);
 
-    /// A panel opens: a first preview is due.
+    /// A panel has opened: schedules a first preview.
     void open();
-    /// A panel closes: the run that is tried out ends where it is.
+    /// The panel is closing: kills the trial run.
     void close();
-    /// The values of the panel changed: the run that is tried out is given up, and a new trial is
-    /// due when nothing has changed for a moment. With `wrong`, values are missing: there is none.
+    /// The values of the panel have changed: kills the trial run and schedules a new one after a
+    /// short delay. With `wrong`, a value is invalid, and none is scheduled.
     void values_changed(bool wrong);
 
-    /// Whether a trial should begin now.
+    /// Whether a trial run should start now.
     [[nodiscard]] bool due() const noexcept { return due_; }
-    /// Begins it. Returns true in the child, which then must come to its end through `run()`.
-    /// @param clones  how many clones the panel asks for, where it says so
+    /// Starts it. Returns true in the child, which must then end through `run()`.
+    /// @param clones  number of clones in the panel, if known
     [[nodiscard]] bool begin(std::optional<int> clones);
     [[nodiscard]] ForkedRun& run() noexcept { return run_; }
 
-    /// The mesh that was handed on is to be seen now.
+    /// To be called when the mesh of the last `shown` signal has been drawn.
     void mesh_is_drawn();
 
 signals:
-    /// A preview is there; null: none is wanted any more.
+    /// A preview is ready; null: remove the preview.
     void shown(std::shared_ptr<const desktop::PreviewMesh> mesh);
-    /// The mesh that was handed on last is out of date; what is not drawn yet need not be. One that
-    /// is drawn stays until the next one comes.
+    /// The last mesh is out of date: drawing it can be cancelled. If already drawn, it stays until
+    /// the next one.
     void outdated();
-    /// How it stands, in a few words.
+    /// Status text.
     void status(const QString& text);
     void switched(bool on);
 
@@ -68,18 +68,18 @@ private:
 
     ForkedRun run_;
     std::unique_ptr<QSocketNotifier> done_;
-    QTimer settle_;   ///< runs while values change
-    QTimer too_long_; ///< runs with a trial that nobody has asked for
-    QTimer second_;   ///< ticks while a trial runs
+    QTimer settle_;   ///< delay after a change of values
+    QTimer too_long_; ///< time limit of a trial run that the user did not request
+    QTimer second_;   ///< updates the status during a trial run
     QElapsedTimer since_begin_;
-    std::optional<int> clones_; ///< that the trial was asked for
-    QString taken_;             ///< what the mesh that was handed on last holds, in words
-    QString drawn_;             ///< what the view shows, in words; empty: nothing
+    std::optional<int> clones_; ///< number of clones of the trial run
+    QString taken_;             ///< description of the last forwarded mesh
+    QString drawn_;             ///< description of the drawn mesh; empty: none
     bool open_ = false;
     bool on_ = true;
-    bool slow_ = false;    ///< off by itself, for the values of the moment
-    bool decided_ = false; ///< by a person
-    bool wrong_ = false;   ///< a value is missing
+    bool slow_ = false;    ///< disabled automatically for the current values
+    bool decided_ = false; ///< the user has enabled or disabled previews
+    bool wrong_ = false;   ///< a value is invalid
     bool due_ = false;
 };
 

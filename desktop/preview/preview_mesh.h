@@ -12,7 +12,7 @@
 
 namespace desktop {
 
-/// How much a layer holds.
+/// Element counts of a layer.
 struct LayerCount {
     std::size_t points = 0;
     std::size_t polygons = 0;
@@ -23,26 +23,26 @@ struct LayerCount {
 /// One count for each layer of the document, in its order.
 [[nodiscard]] std::vector<LayerCount> count_layers(const mesh::Document& document);
 
-/// What a run that was tried out came to.
+/// The result of a trial run.
 struct PreviewMesh {
-    std::vector<modeler::Message> errors; ///< boxes that the command showed, or why it failed
-    std::deque<mesh::Layer> layers; ///< for each layer of the document what it gained: points,
-                                    ///< polygons over them, and the surfaces of these
-    std::size_t points = 0;         ///< in all layers
+    std::vector<modeler::Message> errors; ///< error messages of the command, or reason of failure
+    std::deque<mesh::Layer> layers; ///< per layer of the document, the added points and polygons
+                                    ///< with their surfaces
+    std::size_t points = 0;         ///< total of all layers
     std::size_t polygons = 0;
 };
 
-/// Writes what a document gained since it held `before`, for `read_preview`. Polygons that use
-/// older points bring copies of these along, behind the new ones. Uses nothing but memory and the
-/// file.
-/// @throws std::system_error when the file does not take it
+/// Serialises the elements that were added to a document since `before`, for `read_preview`. Older
+/// points used by added polygons are copied behind the new ones. Safe in a forked child.
+/// @param file  file descriptor
+/// @throws std::system_error if writing fails
 void write_preview(int file, const mesh::Document& document, std::span<const LayerCount> before,
                    std::span<const modeler::Message> errors);
 
-/// The same without a document, for a run that failed.
+/// Serialises the result of a failed run: only error messages. @throws std::system_error
 void write_failed_preview(int file, std::span<const modeler::Message> errors);
 
-/// Reads what `write_preview` wrote. @throws std::runtime_error when it is not whole.
+/// Deserialises the output of `write_preview`. @throws std::runtime_error if it is incomplete
 [[nodiscard]] PreviewMesh read_preview(std::span<const std::byte> bytes);
 
 } // namespace desktop

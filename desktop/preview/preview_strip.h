@@ -17,17 +17,17 @@ namespace desktop {
 class PresetBar;
 class Preview;
 
-/// The host's own part of a panel's window: warnings, the preview switch, how the preview stands,
-/// whether clones get a layer of their own, presets.
+/// The host's controls below a panel's form: warnings, preview switch and status, option for a new
+/// layer, presets.
 class PreviewStrip : public QWidget {
 public:
-    /// All are used as long as the strip lives.
+    /// All arguments must outlive the strip.
     PreviewStrip(modeler::FormPanel& panel, Preview& preview, PresetStore& store, QWidget* parent);
 
-    /// Shows sentences that a person should know before a run; none: takes no room.
+    /// Shows warnings before a run; hidden if there are none.
     void warn(const std::vector<std::string>& sentences);
 
-    /// The switch that gives the clones of a run a layer of their own.
+    /// The check box for putting the clones into a new layer.
     [[nodiscard]] QCheckBox& own_layer() noexcept { return *own_layer_; }
 
     [[nodiscard]] PresetBar& presets() noexcept { return *presets_; }

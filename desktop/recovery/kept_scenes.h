@@ -9,26 +9,26 @@
 
 namespace desktop {
 
-/// A scene that was written when a window ended in the middle of a command.
+/// A recovery file: a scene that was saved because a window ended while a command ran.
 struct KeptScene {
     std::filesystem::path file; ///< LWO2, with all layers
     std::string title;
-    std::vector<modeler::LayerRole> roles; ///< one for each layer of the document that was written
+    std::vector<modeler::LayerRole> roles; ///< one per layer
 };
 
-/// A place for a scene that may have to be kept: a name that no other has, in the folder for such
-/// scenes ($XDG_STATE_HOME/dastrel/recovery, or ~/.local/state/... without that), which is made
-/// where it is not there. @throws std::filesystem::filesystem_error, std::runtime_error
+/// A unique path for a recovery file in $XDG_STATE_HOME/dastrel/recovery (default
+/// ~/.local/state/dastrel/recovery). Creates the folder, not the file.
+/// @throws std::filesystem::filesystem_error, std::runtime_error
 [[nodiscard]] std::filesystem::path new_kept_file();
 
-/// Writes title and roles beside the file of a kept scene. To be called before that is written: a
-/// scene is found as soon as its file is there. @throws formats::FileError
+/// Writes title and roles to a note beside the recovery file. Call it before writing the scene: the
+/// scene is found as soon as its file exists. @throws formats::FileError
 void write_kept_note(const KeptScene& scene);
 
-/// The kept scenes, oldest first. What is no such scene is passed over.
+/// All recovery files, oldest first. Other files are ignored.
 [[nodiscard]] std::vector<KeptScene> kept_scenes();
 
-/// Removes the file of a kept scene and the note beside it.
+/// Removes a recovery file and its note. Failures are ignored.
 void remove_kept(const std::filesystem::path& file) noexcept;
 
 } // namespace desktop

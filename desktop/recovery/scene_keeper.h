@@ -7,10 +7,9 @@
 
 namespace desktop {
 
-/// Keeps the scene safe while a command runs, whose module may crash, end the program, or loop
-/// until the program is ended: a child of this process holds a copy of everything as it is at the
-/// start, pages of memory being shared until one side changes them. When this process is gone
-/// before it has released the child, the child writes the scene; otherwise it just ends.
+/// Protects the scene while a command runs, whose module may crash, exit or hang. A forked child
+/// process holds a copy-on-write snapshot of the scene. If this process ends before `release`, the
+/// child writes the scene; otherwise it exits.
 class SceneKeeper {
 public:
     SceneKeeper() = default;
@@ -18,17 +17,17 @@ public:
     SceneKeeper& operator=(const SceneKeeper&) = delete;
     ~SceneKeeper() { release(); }
 
-    /// Begins. `write` is called in the child alone, and there with no other thread, no standard
-    /// streams and no open files; what it throws is dropped. No other thread may be at work now.
-    /// Returns false when the system refuses a child: the command then runs without.
+    /// Starts the child. `write` is called only in the child, without other threads, standard
+    /// streams or open files; its exceptions are ignored. All other threads must be paused. Returns
+    /// false if no child can be started; the command then runs unprotected.
     [[nodiscard]] bool start(const std::function<void()>& write);
 
-    /// The scene needs no keeping any more: ends the child.
+    /// Ends the child without writing the scene.
     void release() noexcept;
 
 private:
     pid_t child_ = 0;
-    int alive_ = -1; ///< end of a pipe whose other end the child reads
+    int alive_ = -1; ///< write end of a pipe; the child reads the other end
 };
 
 } // namespace desktop

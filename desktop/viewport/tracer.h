@@ -28,29 +28,29 @@ class Progressive;
 
 namespace desktop {
 
-/// A scene, and which layer of the document each of its layers is.
+/// A scene and the document layer of each of its layers.
 struct ShownScene {
     std::shared_ptr<const picture::Scene> scene;
     std::vector<std::size_t> document_layers;
 };
 
-/// What is drawn, besides the scene.
+/// Options of drawing the scene.
 struct DrawingOptions {
     picture::Camera camera;
     int width = 1; ///< pixels
     int height = 1;
-    double scale = 1.0; ///< pixels of the picture for one of the desktop's units
+    double scale = 1.0; ///< device pixel ratio
     picture::Backdrop backdrop = {};
     bool wireframe = false;
     bool grid = true;
     bool axes = true;
 };
 
-/// Draws the document in a thread of its own: a coarse picture at once, and finer ones as long as
-/// nothing changes. All of it is called on the window's thread.
+/// Renders the document on its own thread: first a coarse picture, then refined ones until
+/// something changes. All members are called on the main thread.
 ///
-/// Work that reads the document (`show_document`, `show_map`, `show_ghost`) goes on beside the
-/// window; until it is through, `reading` is true, and nobody may change the document.
+/// Tasks that read the document (`show_document`, `show_map`, `show_ghost`) run asynchronously.
+/// While `reading` is true, the document must not be changed.
 class Tracer : public QObject {
     Q_OBJECT
 
@@ -58,55 +58,56 @@ public:
     explicit Tracer(QObject* parent);
     ~Tracer() override;
 
-    /// Makes the scene anew from these layers of the document, which must stay as it is while it is
-    /// read. The map that is shown is read anew, too; the ghost is taken away.
+    /// Rebuilds the scene from these layers of the document, asynchronously. Rereads the current
+    /// map and removes the ghost.
     void show_document(const mesh::Document& document, std::vector<std::size_t> layers,
                        std::vector<mesh::SurfaceLook> looks);
-    /// Forgets the document, whose layers are about to go, but goes on drawing the scene that was
-    /// made from it. To be called while nothing is read; `show_document` has to follow.
+    /// Drops the pointer to the document before its layers are removed; keeps drawing the existing
+    /// scene. Call only while `reading` is false; a call of `show_document` must follow.
     void forget_document() noexcept;
-    /// Colours by a vertex map; an empty name: by the surfaces.
+    /// Colours by a vertex map; empty name: by surface.
     void show_map(const std::string& name);
     /// Shows a preview as a ghost; null: none.
     void show_ghost(std::shared_ptr<const PreviewMesh> mesh);
-    /// A ghost that was asked for and is not shown yet is not wanted any more.
+    /// Cancels a requested ghost that is not shown yet.
     void abandon_ghost();
     void show_selection(std::shared_ptr<const picture::PolygonMarks> marks);
     void set_options(const DrawingOptions& options);
-    /// Finds out how the camera sees everything, and tells it by `fitted`.
+    /// Computes the camera that frames everything and emits it with `fitted`.
     void fit(const picture::Camera& camera, double aspect);
 
-    /// Whether a scene is being made, or posted work is waiting or running.
+    /// Whether a task that reads the document is queued or running.
     [[nodiscard]] bool reading() const;
-    /// Runs something on the drawing thread, in line with the reading; it counts as such.
+    /// Queues a task on the drawing thread; it counts as reading.
     void post(std::function<void()> work);
 
-    /// Stops the drawing, and returns true when the thread is at rest; false while it reads.
+    /// Pauses rendering. Returns true when the thread is idle; false, without pausing, while it
+    /// reads the document.
     [[nodiscard]] bool pause();
-    /// Lets it go on.
+    /// Resumes rendering.
     void resume();
 
-    /// The scene that was made last; its pointer is null before the first one.
+    /// The last scene built; its pointer is null before the first one.
     [[nodiscard]] ShownScene shown() const;
-    /// How things are shown at the moment, for a picture of their own.
+    /// The current display options, for exporting a picture.
     [[nodiscard]] picture::Look look() const;
-    /// Finished passes over what is asked for at the moment.
+    /// Number of finished passes of the current picture.
     [[nodiscard]] unsigned passes() const;
 
 signals:
-    /// A better picture of what is asked for, in the picture's own pixels.
+    /// A new or refined picture, in device pixels.
     void image_ready(const QImage& image);
-    /// What `fit` found: the camera, moved so that it sees everything.
+    /// Result of `fit`.
     void fitted(const picture::Camera& camera);
-    /// The ghost that was asked for last is shown.
+    /// The ghost requested last is shown.
     void ghost_ready();
-    /// A scene was made anew.
+    /// A scene was rebuilt.
     void scene_ready();
-    /// No reading is left to be done.
+    /// No task that reads the document is left.
     void at_rest();
 
 private:
-    /// What a drawing is made of. Whoever changes it raises `wanted_`.
+    /// Input of the renderer. Each change increments `wanted_`.
     struct Drawing {
         ShownScene shown;
         picture::Look look;
@@ -124,26 +125,26 @@ private:
     mutable std::mutex mutex_;
     std::condition_variable changed_;
     std::deque<std::function<void()>> jobs_;
-    std::size_t jobs_left_ = 0; ///< waiting and running
+    std::size_t jobs_left_ = 0; ///< queued and running tasks
     Drawing drawing_;
-    unsigned long long wanted_ = 0; ///< number of the drawing that is asked for
-    unsigned long long drawn_ = 0;  ///< number of the drawing that is being made
+    unsigned long long wanted_ = 0; ///< version of `drawing_`
+    unsigned long long drawn_ = 0;  ///< version being rendered
     bool paused_ = false;
-    bool resting_ = false; ///< the thread waits
+    bool resting_ = false; ///< the thread is idle
     bool ending_ = false;
     std::atomic<bool> cancel_{false};
     std::atomic<unsigned> passes_{0};
 
-    // What the jobs work on: of the document for the most part, which stays as it is meanwhile.
+    // Used by the tasks; mostly pointers into the document, which does not change meanwhile.
     const mesh::Document* document_ = nullptr;
     std::vector<picture::SceneLayer> layers_;
     std::vector<mesh::SurfaceLook> looks_;
     std::string map_;
 
-    /// Ends the making of the ghost that was asked for last. Of the window's thread.
+    /// Cancels building the ghost requested last. Accessed on the main thread.
     std::shared_ptr<std::atomic<bool>> ghost_cancel_ = std::make_shared<std::atomic<bool>>(false);
 
-    std::unique_ptr<picture::Progressive> picture_; ///< of the drawing thread alone
+    std::unique_ptr<picture::Progressive> picture_; ///< accessed on the drawing thread only
     std::thread thread_;
 };
 

@@ -14,14 +14,14 @@
 
 namespace desktop {
 
-/// Shows the tracer's picture, and lets a person walk around in it: the right button orbits, the
-/// middle button (or Shift and right) pans, the wheel zooms at the pointer; on trackpads Alt and
-/// the left button orbit, Alt, Shift and left pan. The left button alone points at polygons.
+/// Shows the tracer's picture and controls the camera: the right button orbits, the middle button
+/// (or Shift + right) pans, the wheel zooms at the pointer; for trackpads Alt + left orbits,
+/// Alt + Shift + left pans. The left button alone selects polygons.
 class Viewport : public QWidget {
     Q_OBJECT
 
 public:
-    /// The tracer is used as long as the viewport lives.
+    /// The tracer must outlive the viewport.
     Viewport(Tracer& tracer, QWidget* parent);
 
     [[nodiscard]] const picture::Camera& camera() const noexcept { return options_.camera; }
@@ -32,34 +32,35 @@ public:
     void set_grid(bool on);
     void set_axes(bool on);
 
-    /// Moves the camera so that everything is seen, as soon as it is known how.
+    /// Frames everything; asynchronous (see Tracer::fit).
     void fit();
-    /// Whether the camera is still where `fit` moved it.
+    /// Whether the camera is unchanged since `fit`.
     [[nodiscard]] bool is_fitted() const { return fitted_ && *fitted_ == options_.camera; }
-    /// Whether everything is in the view: it was fitted at this size, or the box around it all is.
+    /// Whether everything is visible: fitted at the current size, or the bounding box is in view.
     [[nodiscard]] bool shows_all() const;
-    /// Turns by degrees around the up axis and up.
+    /// Rotates the camera around the target, in degrees.
     void orbit(double right_deg, double up_deg);
-    /// Moves by shares of the picture's height.
+    /// Moves the camera by fractions of the picture's height.
     void pan(double right, double up);
-    /// Shows `factor` times as much of the world; the place at `around` stays where it is.
+    /// Scales the visible height by `factor`, with a fixed point at `around` (widget coordinates)
+    /// or at the centre.
     void zoom(double factor, const QPointF& around);
     void zoom(double factor);
 
-    /// The view of the moment, in pixels of the picture.
+    /// The current view, in device pixels.
     [[nodiscard]] picture::View view() const;
-    /// From the widget's coordinates to the picture's.
+    /// Converts widget coordinates to picture coordinates.
     [[nodiscard]] QPointF to_picture(const QPointF& at) const;
 
     [[nodiscard]] const QImage& image() const noexcept { return image_; }
 
-    /// Whether pointing at polygons is told; walking around always works.
+    /// Enables selecting polygons; the camera can always be moved.
     void set_selecting(bool on);
 
 signals:
-    /// In the widget's coordinates.
+    /// A click, in widget coordinates.
     void clicked(QPointF at, Qt::KeyboardModifiers modifiers);
-    /// In the widget's coordinates.
+    /// A rectangle was drawn, in widget coordinates.
     void dragged(QRect over, Qt::KeyboardModifiers modifiers);
 
 protected:
@@ -81,7 +82,7 @@ private:
     Tracer& tracer_;
     DrawingOptions options_;
     std::optional<picture::Camera> fitted_;
-    QSize fitted_size_; ///< of the widget when it was fitted
+    QSize fitted_size_; ///< size of the widget at the last fit
     QImage image_;
     DragMode drag_mode_ = DragMode::none;
     QPoint pressed_;

@@ -6,7 +6,7 @@
 
 namespace desktop {
 
-/// Everything that the menus offer, besides the commands of the module.
+/// All menu actions except the commands of the module.
 enum class ActionId {
     open,
     add,
@@ -49,22 +49,22 @@ enum class ActionId {
 
 inline constexpr auto action_count = static_cast<std::size_t>(ActionId::count);
 
-/// When an action can be used. None but those for `always` can while a panel is open.
+/// The condition for an action to be enabled. While a panel is open only `always` is.
 enum class ActionNeeds { always, nothing, layers, foreground, undo, redo };
 
 struct ActionSpec {
     ActionId id = ActionId::count;
-    const char* menu = nullptr;     ///< title of its menu; a title that is new begins one
-    const char* text = nullptr;     ///< as it stands there
+    const char* menu = nullptr;     ///< title of its menu; a new title starts a menu
+    const char* text = nullptr;     ///< text of the menu entry
     const char* shortcut = nullptr; ///< in Qt's portable form
     const char* tip = nullptr;
     ActionNeeds needs = ActionNeeds::nothing;
     bool checkable = false;
     bool checked = false;
-    bool line_before = false;
+    bool line_before = false; ///< a separator precedes the entry
 };
 
-/// All of them, in the order of the menus.
+/// All actions in menu order.
 [[nodiscard]] std::span<const ActionSpec> action_specs() noexcept;
 
 } // namespace desktop

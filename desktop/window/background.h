@@ -10,9 +10,9 @@
 
 namespace desktop {
 
-/// Does work on another thread while the window goes on being drawn, without taking input, under
-/// the pointer of a busy program. What the work throws comes out here.
-/// @throws std::system_error when there is no thread to be had
+/// Runs `work` on another thread and processes events meanwhile, except user input, with a busy
+/// cursor. Returns when the work has ended. Rethrows exceptions of the work.
+/// @throws std::system_error if no thread can be started
 template <typename Work> void run_in_background(Work work)
 {
     struct BusyPointer {

@@ -20,32 +20,33 @@
 
 namespace desktop {
 
-/// Thrown through a run whose user has cancelled it: the command ends, and its edit is dropped.
+/// Thrown when the user cancels a run: the command ends, and its edit is rolled back.
 class RunCancelled : public std::exception {};
 
-/// Shows in windows what a running command shows. In the child that tries a run out it shows
-/// nothing, and only remembers.
+/// Front end of the window: message boxes, progress dialog, and docked panel. In the child process
+/// of a preview it shows nothing and only records error messages. Used on the main thread.
 class WindowFrontEnd : public modeler::FrontEnd {
 public:
-    /// What the window does for a panel. All are called on the window's thread, never in a child.
+    /// Callbacks to the window. All are called on the main thread, never in a child process.
     struct Host {
-        /// A panel is about to be opened, and wants so much of the window's width; or was closed.
+        /// A panel is about to open, with this preferred width in pixels, or was closed.
         std::function<void(bool open, int width)> panel;
-        std::function<bool()> pause;  ///< stops all other threads' work; false: not now
-        std::function<void()> resume; ///< lets them go on
-        /// What speaks against a run with the panel's values; empty: nothing. Asked on OK.
+        std::function<bool()> pause;  ///< pauses all other threads; false: not possible now
+        std::function<void()> resume; ///< resumes them
+        /// Called on OK: the reason against a run with the panel's values; empty: none.
         std::function<std::string(const modeler::FormPanel&)> problem;
-        /// Whether a file belongs to the scene, so that nothing else may be written there.
+        /// Whether a file belongs to the scene and so must not be overwritten.
         std::function<bool(const std::filesystem::path&)> is_of_scene;
-        /// Whether what the command adds gets a layer of its own: asked when a panel opens, and
-        /// told then and whenever the person changes it.
+        /// Initial state of the option "own layer", read when a panel opens.
         std::function<bool()> wants_own_layer;
+        /// Receives the state of that option when a panel opens and whenever the user changes it.
         std::function<void(bool)> use_own_layer;
-        /// What slopes the ground has, as a sentence: told beside a refusal where they are limited.
+        /// Sentence about the slopes of the ground, appended to an error message if the panel
+        /// limits slopes.
         std::function<std::string()> ground_slopes;
-        /// What to do where the scene has nothing to be cloned: told beside every refusal.
+        /// Advice for a scene without a model, appended to every error message; may be empty.
         std::function<std::string()> missing_model;
-        /// What a person should know of the scene before a run.
+        /// Warnings about the scene, shown in the panel.
         std::function<std::vector<std::string>()> warnings;
     };
 
@@ -59,7 +60,7 @@ public:
     begin_progress(std::string_view title, std::string_view caption) override;
     [[nodiscard]] bool run_panel(modeler::FormPanel& panel) override;
 
-    /// Seconds since the last panel was left with OK.
+    /// Seconds since the last panel was closed with OK.
     [[nodiscard]] double seconds_at_work() const
     {
         return static_cast<double>(since_ok_.elapsed()) / 1000.0;
@@ -69,7 +70,7 @@ public:
     /// was none.
     [[nodiscard]] std::optional<int> clones_asked() const noexcept { return clones_asked_; }
 
-    /// Names the boxes of the command that runs next.
+    /// Sets the name of the next command, used as title of its message boxes.
     void set_command(const QString& name)
     {
         command_ = name;
@@ -77,14 +78,14 @@ public:
         clones_asked_.reset();
     }
 
-    /// Whether this is the child that tries a run out.
+    /// Whether this is the child process of a preview.
     [[nodiscard]] bool in_child() const noexcept { return in_child_; }
-    /// In the child: the error boxes that the command wanted to show.
+    /// In the child: the error messages of the command.
     [[nodiscard]] const std::vector<modeler::Message>& child_errors() const noexcept
     {
         return child_errors_;
     }
-    /// Puts the panel to where it was at first, now where it is open and the next time it is.
+    /// Resets the position of the panel to the default, now and for the next time.
     void reset_panel_place();
 
     /// The panel while it is open, or null.
@@ -107,8 +108,8 @@ private:
     Host host_;
     QString command_;
     std::unique_ptr<PanelDock> dock_;
-    bool panel_open_ = false;     ///< and not answered yet
-    bool slopes_limited_ = false; ///< by the values of the panel that was answered last
+    bool panel_open_ = false;     ///< a panel is open and not answered yet
+    bool slopes_limited_ = false; ///< the last answered panel limits the slopes
     std::optional<int> clones_asked_;
     QElapsedTimer since_ok_;
     bool in_child_ = false;

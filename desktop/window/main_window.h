@@ -36,14 +36,14 @@ class StatusLine;
 struct KeptScene;
 struct WorkState;
 
-/// Polygons of a shown scene that were pointed at.
+/// Polygons picked in the viewport.
 struct Picked {
     std::vector<picture::PolygonId> polygons;
-    std::vector<std::size_t> document_layers; ///< of the shown scene
+    std::vector<std::size_t> document_layers; ///< document layer of each scene layer
     SelectMode mode = SelectMode::replace;
 };
 
-/// The window: a scene of object files, looked at and worked on.
+/// The main window: displays and edits a scene of object files.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -53,40 +53,41 @@ public:
     MainWindow();
     ~MainWindow() override;
 
-    /// Loads the module that belongs to the program; a box tells when that fails.
+    /// Loads the program's module; shows a message box on failure.
     void load_module();
 
-    /// Begins a scene with files, or adds them to the one that is there. A box tells which of them
-    /// failed, and why; the others are there. Returns false when one failed.
+    /// Opens files as a new scene, or adds them to the scene. Files that fail are listed in a
+    /// message box; the others are loaded. Returns false if one failed.
     bool open(const Paths& files);
     bool add(const Paths& files);
-    /// Returns false when it failed, after a box that tells why.
+    /// Saves the scene. Returns false on failure, after a message box.
     bool save_to(const std::filesystem::path& file, bool foreground_only);
-    /// The view as it is shown, for a picture of it.
+    /// Picture options that match the current view.
     [[nodiscard]] PictureOptions shown_picture() const;
-    /// Writes a picture of the view of the moment in full quality, while a box shows how far it is.
-    /// Returns false when it was cancelled, or failed, after a box that tells why.
+    /// Renders the current view in full quality with a progress dialog and writes it to a file.
+    /// Returns false if it was cancelled or, after a message box, failed.
     bool export_picture_to(const std::filesystem::path& file, const PictureOptions& options,
                            unsigned passes = 64);
 
-    /// Asks about each scene that was kept when a window ended in the middle of a command, until
-    /// one is opened. Returns true when one was.
+    /// Asks the user about each recovered scene (see kept_scenes.h) until one is opened. Returns
+    /// whether one was opened.
     bool offer_kept_scenes();
 
-    /// What the status bar says of the last operation.
+    /// The message of the last operation in the status bar.
     [[nodiscard]] QString told() const;
 
-    /// Tells that something failed in a way that nobody expected, and offers to save the scene.
+    /// Reports an unexpected exception and offers to save the scene.
     void tell_failure(std::string_view what);
 
-    /// Runs a command of the module with its panel, or says why it cannot.
+    /// Runs a command of the module with its panel; reports why if it cannot run.
     void run_command(const std::string& server);
 
-    /// Selects what is seen at a place of the viewport, or everything seen in a part of it.
+    /// Selects the polygon at a point, or the visible polygons in a rectangle, in widget
+    /// coordinates. The modifiers choose the SelectMode.
     void select_at(const QPointF& at, Qt::KeyboardModifiers modifiers);
     void select_in(const QRect& over, Qt::KeyboardModifiers modifiers);
 
-    /// Makes a layer, by its position in the document, foreground, background or hidden.
+    /// Sets the role of the layer at this index of the document.
     void set_role(std::size_t layer, modeler::LayerRole role);
 
     [[nodiscard]] Workspace& workspace() noexcept { return workspace_; }
@@ -99,11 +100,11 @@ public:
     {
         return actions_[static_cast<std::size_t>(id)];
     }
-    /// The actions of the module's commands, in the module's order.
+    /// The menu actions of the module's commands, in the order of the module.
     [[nodiscard]] const std::vector<QAction*>& commands() const noexcept { return commands_; }
 
 signals:
-    /// From the drawing thread: what a rectangle was drawn around is known.
+    /// Emitted on the drawing thread: the result of picking in a rectangle.
     void picked(const desktop::Picked& picked);
 
 protected:
@@ -147,7 +148,7 @@ private:
     bool ask_and_save(bool foreground_only);
     [[nodiscard]] bool may_replace(const std::filesystem::path& file, bool foreground_only);
     void close_scene();
-    /// Returns true when the scene may go.
+    /// Asks about unsaved changes. Returns true if the scene may be discarded.
     [[nodiscard]] bool confirm_discard();
     void remember(const std::filesystem::path& file) noexcept;
 
@@ -182,17 +183,17 @@ private:
     QMenu* recent_menu_ = nullptr;
     std::array<QAction*, action_count> actions_{};
     std::vector<QAction*> commands_;
-    std::deque<std::function<void()>> pending_; ///< for the document to be read
-    QTimer go_on_;                              ///< with what waits, when the event loop is reached
+    std::deque<std::function<void()>> pending_; ///< work to do when the document is not being read
+    QTimer go_on_;                              ///< calls `run_pending` from the event loop
     QString last_command_;
-    std::map<std::uint64_t, QString> edit_texts_; ///< by the state of the document they led to
-    std::filesystem::path kept_file_;             ///< that the scene was opened from; empty: none
+    std::map<std::uint64_t, QString> edit_texts_; ///< undo texts by document revision
+    std::filesystem::path kept_file_;             ///< recovery file of the scene; empty: none
     bool panel_open_ = false;
     bool lists_made_room_ = false;                       ///< for the panel that is open
     int lists_width_ = 0;                                ///< before the panel was opened
     std::optional<picture::Camera> camera_before_panel_; ///< where the view was fitted for it
     bool running_ = false;
-    std::vector<std::string> warnings_; ///< of the scene, for the panel of the command that runs
+    std::vector<std::string> warnings_; ///< warnings for the panel of the running command
     bool own_layer_ = false;            ///< for what the command adds that runs
     bool telling_ = false;              ///< of a failure
     bool background_running_ = false;   ///< another thread works on the document, and input waits

@@ -11,15 +11,15 @@
 
 namespace desktop {
 
-/// The progress display of a running command, over the whole window. The window lives on while the
-/// command works, but takes no input besides Cancel.
+/// Modal progress dialog of a running command. Processes events, so that the window is redrawn and
+/// Cancel works.
 class ProgressBox : public modeler::Progress {
 public:
     ProgressBox(const QString& title, const QString& caption, QWidget& parent);
 
     void start(int total) override;
-    /// @throws RunCancelled once, when the user has asked to stop. A command may take no notice of
-    /// the stop; its result is dropped all the same.
+    /// @throws RunCancelled once, after the user has cancelled. If the command ignores it, its
+    /// result is discarded anyway.
     [[nodiscard]] bool step(int steps) override;
     void finish() override;
 
@@ -34,7 +34,7 @@ private:
     long long done_ = 0;
     int total_ = 0;
     bool cancelled_ = false;
-    bool told_ = false; ///< that it was cancelled
+    bool told_ = false; ///< RunCancelled was thrown
 };
 
 } // namespace desktop

@@ -8,11 +8,10 @@
 
 namespace desktop {
 
-/// Why a run with the panel's values is not worth beginning: its clones alone take more than a file
-/// can hold, they bring their layer more types of polygons or kinds of polygon tags than one can
-/// have, or their places take more than there is memory. Empty when that is not certain, and for a
-/// panel without a number of clones.
-/// @param own_layer  whether the clones get a layer of their own
+/// Message if a run with the panel's values will certainly exceed a limit: the file size, the
+/// polygon types or tag kinds of a layer, or the memory for the positions. Otherwise empty, also if
+/// the panel has no number of clones.
+/// @param own_layer  whether the clones go into a new layer
 [[nodiscard]] std::string run_size_problem(const modeler::Modeler& session,
                                            const modeler::FormPanel& panel, bool own_layer);
 

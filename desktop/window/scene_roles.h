@@ -10,13 +10,13 @@
 
 namespace desktop {
 
-/// Remembers in the program's settings, for the files that were saved lately, which roles their
-/// layers had: an object file has no place for them. A failure to remember is none of the saving.
+/// Saves the roles of a file's layers in the application settings, since object files cannot store
+/// them. Only the most recently saved files are kept. Failures are ignored.
 void remember_roles(const std::filesystem::path& file, const mesh::Document& document,
                     const std::vector<modeler::LayerRole>& roles) noexcept;
 
-/// The roles that were remembered for a file, one for each layer. Empty where none were, or where
-/// the document that was read from it has not the layers of the one that was saved, by their names.
+/// The saved roles of a file, one per layer. Empty if there are none or the layer names of the
+/// document differ from those saved.
 [[nodiscard]] std::optional<std::vector<modeler::LayerRole>>
 remembered_roles(const std::filesystem::path& file, const mesh::Document& document);
 

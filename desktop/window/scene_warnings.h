@@ -8,12 +8,11 @@
 
 namespace desktop {
 
-/// What a person should know of ground and model before a run, as the command line says it, with
-/// what helps in the window: sentences without their full stop.
+/// Warnings about ground and model before a run, with advice for the window. Sentences without a
+/// full stop.
 [[nodiscard]] std::vector<std::string> scene_warnings(const Workspace& workspace);
 
-/// What to do where no layer with polygons is in the background, so that a command that clones the
-/// background refuses to run; empty: one is.
+/// Advice if no background layer has polygons, so that there is nothing to clone; otherwise empty.
 [[nodiscard]] std::string missing_model(const Workspace& workspace);
 
 } // namespace desktop

@@ -13,33 +13,32 @@
 
 namespace desktop {
 
-/// What becomes of the selection when polygons are pointed at.
-enum class SelectMode {
-    replace, ///< they and nothing else
-    add,     ///< they too
-    toggle,  ///< they change over
-    remove   ///< they no longer
-};
+/// How picked polygons change the selection.
+enum class SelectMode { replace, add, toggle, remove };
 
-/// Polygons of the document.
+/// A polygon of the document.
 struct PolygonRef {
     std::size_t layer = 0;
     std::size_t polygon = 0;
 };
 
-/// All of these work on the foreground layers; polygons of other layers are passed over.
+// All functions work on the foreground layers; polygons of other layers are ignored.
+
+/// Changes the selection by the given polygons.
 void select_polygons(modeler::Modeler& session, std::span<const PolygonRef> polygons,
                      SelectMode mode);
+/// Selects or deselects all polygons.
 void select_all(modeler::Modeler& session, bool on);
+/// Inverts the selection of each polygon.
 void invert_selection(modeler::Modeler& session);
-/// Selects the polygons with this surface, and nothing else. Gives how many these are.
+/// Selects exactly the polygons with this surface. Returns their number.
 std::size_t select_surface(modeler::Modeler& session, std::string_view surface);
 
-/// Polygons of the foreground that are selected.
+/// Number of selected foreground polygons.
 [[nodiscard]] std::size_t selected_count(const modeler::Modeler& session);
 
-/// The selection as a picture shows it; `document_layers` tells which layer of the document each
-/// layer of the picture's scene is. Null when nothing is selected.
+/// The selection for rendering; null if nothing is selected.
+/// @param document_layers  document layer of each scene layer
 [[nodiscard]] std::shared_ptr<const picture::PolygonMarks>
 selection_marks(const modeler::Modeler& session, std::span<const std::size_t> document_layers);
 

@@ -14,22 +14,22 @@ class QTreeWidget;
 
 namespace desktop {
 
-/// The lists beside the view: layers with their roles, surfaces, vertex maps.
+/// The side panel with lists of layers (with roles), surfaces, and vertex maps.
 class SideLists : public QWidget {
     Q_OBJECT
 
 public:
     explicit SideLists(QWidget* parent);
 
-    /// Shows what is in the scene; keeps what was chosen where it is still there.
+    /// Updates the lists from the scene; keeps selected entries that still exist.
     void show_scene(const Workspace& workspace);
 
     /// Gives every list an equal share of the height.
     void reset_layout();
 
-    /// Positions of the chosen layers.
+    /// Document indices of the selected layers.
     [[nodiscard]] std::vector<std::size_t> chosen_layers() const;
-    /// The chosen surface; empty when there is none.
+    /// The selected surface; empty: none.
     [[nodiscard]] std::string chosen_surface() const;
     /// The map that colours the view; empty: none.
     [[nodiscard]] std::string chosen_map() const;
@@ -39,11 +39,11 @@ public:
     [[nodiscard]] QTreeWidget& maps() noexcept { return *maps_; }
 
 signals:
-    /// `layer`: its position in the document.
+    /// The user changed the role of a layer (index in the document).
     void role_chosen(std::size_t layer, modeler::LayerRole role);
-    /// `chosen_map` tells which.
+    /// The user chose a map; see `chosen_map`.
     void map_chosen();
-    /// A surface was chosen with Enter or a double click.
+    /// A surface was activated with Enter or a double click.
     void surface_activated();
 
 private:

@@ -10,15 +10,15 @@ class QVBoxLayout;
 
 namespace desktop {
 
-/// What stands in the view while the scene is empty: a place to drop files on, files that were used
-/// lately, and the example scene. Covers the widget that it is made over.
+/// Shown over the viewport while the scene is empty: drop area for files, recent files, and the
+/// example scene. Resizes with the widget `over`.
 class StartPage : public QFrame {
     Q_OBJECT
 
 public:
     explicit StartPage(QWidget* over);
 
-    /// Looks at what there is to be opened, and comes into sight.
+    /// Updates the list of recent files and shows the page.
     void appear();
 
 signals:
@@ -36,7 +36,7 @@ private:
 
     QToolButton* examples_;
     QWidget* recent_;
-    QVBoxLayout* files_; ///< in `recent_`, a button for each
+    QVBoxLayout* files_; ///< in `recent_`, one button per file
 };
 
 /// The folder of the example objects that come with the program; empty: not found.

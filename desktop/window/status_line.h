@@ -5,8 +5,8 @@
 
 namespace desktop {
 
-/// A line of the status bar for what came of the last operation. It stays until something else is
-/// told; a text that is wider than the line is cut at its end, and the tool tip has all of it.
+/// Status bar label for the message of the last operation. The message stays until the next one. A
+/// text wider than the label is elided, with the full text in the tool tip.
 class StatusLine : public QLabel {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ public:
     explicit StatusLine(QWidget* parent);
 
     void tell(const QString& text);
-    /// All of what was told last.
+    /// The full last message.
     [[nodiscard]] const QString& told() const noexcept { return told_; }
 
     [[nodiscard]] QSize minimumSizeHint() const override;

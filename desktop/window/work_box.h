@@ -10,16 +10,15 @@ class QWidget;
 
 namespace desktop {
 
-/// What a piece of work and the box that shows it tell each other.
+/// State shared by a background task and its progress dialog.
 struct WorkState {
-    std::atomic<bool> cancelled{false}; ///< the user wants it to end
-    std::atomic<float> share{0.0F};     ///< of the work that is done, 0 to 1
+    std::atomic<bool> cancelled{false}; ///< set by the dialog: the task should end
+    std::atomic<float> share{0.0F};     ///< set by the task: completed part, 0 to 1
 };
 
-/// Does work on another thread, under a box over the window that shows how far it is, and that can
-/// cancel it. The window goes on being drawn, and takes no other input. Comes back when the work
-/// has ended; what it throws comes out here.
-/// @throws std::system_error when there is no thread to be had
+/// Runs `work` on another thread with a modal progress dialog that can cancel it; processes events
+/// meanwhile. Returns when the work has ended. Rethrows exceptions of the work.
+/// @throws std::system_error if no thread can be started
 void run_in_work_box(QWidget& parent, const QString& title, const QString& caption,
                      const std::function<void(WorkState&)>& work);
 

@@ -6,7 +6,7 @@
 
 namespace formats::lwo2 {
 
-// Compilers make a load or a store and one swap of each of these.
+// Compilers turn each of these into one load or store and a byte swap.
 
 [[nodiscard]] inline std::uint16_t read_u2(const std::byte* from) noexcept
 {
@@ -21,7 +21,7 @@ namespace formats::lwo2 {
            std::to_integer<std::uint32_t>(from[2]) << 8u | std::to_integer<std::uint32_t>(from[3]);
 }
 
-/// Reads an index of two or four bytes, of which the long form begins with 0xFF, and moves on.
+/// Reads an index of two bytes, or of four if the first byte is 0xFF, and advances `at` past it.
 [[nodiscard]] inline std::uint32_t read_index(const std::byte*& at) noexcept
 {
     if (std::to_integer<std::uint32_t>(*at) == 0xFF) {
@@ -32,7 +32,7 @@ namespace formats::lwo2 {
     return read_u2(at - 2);
 }
 
-/// Writes two bytes and returns the place behind them.
+/// Writes two bytes and returns a pointer past them.
 inline std::byte* put_u2(std::byte* to, std::uint32_t value) noexcept
 {
     to[0] = static_cast<std::byte>(value >> 8u);
@@ -40,7 +40,7 @@ inline std::byte* put_u2(std::byte* to, std::uint32_t value) noexcept
     return to + 2;
 }
 
-/// Writes four bytes and returns the place behind them.
+/// Writes four bytes and returns a pointer past them.
 inline std::byte* put_u4(std::byte* to, std::uint32_t value) noexcept
 {
     to[0] = static_cast<std::byte>(value >> 24u);

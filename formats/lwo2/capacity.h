@@ -6,25 +6,24 @@
 
 namespace formats::lwo2 {
 
-// How much a file may have of everything. The reader and the writer keep to the same numbers, so
-// that what is written can be read.
+// Limits shared by the reader and the writer, so that every written file can be read.
 
-/// How many points or polygons an index can tell apart.
+/// Number of points or polygons that an index of the format can address.
 constexpr std::uint32_t index_limit = 0x1000000;
 
-/// Most points of one polygon: ten bits hold the count, and a curve has four more.
+/// Maximum number of points of a polygon (10 bits) and of a curve (14 bits).
 constexpr std::uint32_t polygon_point_limit = 0x3FF;
 constexpr std::uint32_t curve_point_limit = 0x3FFF;
 
-/// How many tags a polygon's number of two bytes can tell apart.
+/// Number of tags that a two-byte tag index can address.
 constexpr std::size_t tag_limit = 65536;
 
-// The format knows a handful of these two and sets no limit. Each costs a step wherever they are
-// looked up, so this room does.
+// The format sets no limit for these two and defines fewer than ten of each. They are searched
+// linearly, so we set a limit.
 
-/// Types of polygons in one layer.
+/// Maximum number of polygon types in one layer.
 constexpr std::size_t polygon_type_limit = 256;
-/// Kinds of polygon tags in one layer, surfaces aside.
+/// Maximum number of polygon tag kinds in one layer, not counting surfaces.
 constexpr std::size_t tag_kind_limit = 256;
 
 } // namespace formats::lwo2

@@ -5,7 +5,7 @@
 
 namespace formats::lwo2 {
 
-/// Calls `visit(chunk)` for every chunk that a document keeps, in file order.
+/// Calls `visit(chunk)` for every FileChunk of a document, in file order.
 template <typename Visit> void for_each_chunk(const mesh::Document& document, Visit visit)
 {
     for (const mesh::FileChunk& chunk : document.head)

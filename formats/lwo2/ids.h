@@ -27,7 +27,7 @@ constexpr FourCC id_surf = fourcc("SURF");
 constexpr FourCC id_clip = fourcc("CLIP");
 constexpr FourCC id_envl = fourcc("ENVL");
 
-/// Whether a chunk speaks of the whole file, wherever it stands.
+/// Whether chunks of this id apply to the whole file, independent of their position.
 constexpr bool is_of_whole_file(FourCC id) noexcept
 {
     constexpr std::array ids{id_tags,        id_surf,        id_clip,        id_envl,
@@ -35,7 +35,7 @@ constexpr bool is_of_whole_file(FourCC id) noexcept
     return std::find(ids.begin(), ids.end(), id) != ids.end();
 }
 
-/// An index below this takes two bytes, any other four.
+/// Indices below this are encoded in two bytes, others in four.
 constexpr std::uint32_t first_long_index = 0xFF00;
 
 constexpr std::uint16_t no_parent = 0xFFFF;

@@ -7,8 +7,8 @@
 
 namespace formats::lwo2 {
 
-/// The double that equals a single-precision number, given by its bits. The payload of a
-/// not-a-number is kept: a plain conversion would turn a signalling one into a quiet one.
+/// Converts the bits of a single-precision number to double. Keeps NaN payloads: a plain conversion
+/// would turn a signalling NaN into a quiet one.
 [[nodiscard]] inline double widen(std::uint32_t bits) noexcept
 {
     constexpr std::uint32_t exponent = 0x7F800000u;
@@ -20,8 +20,8 @@ namespace formats::lwo2 {
                                  static_cast<std::uint64_t>(fraction) << 29u);
 }
 
-/// The bits of the nearest single-precision number; gives back what `widen` was given. A finite
-/// double past the range of single precision becomes an infinity.
+/// The bits of the nearest single-precision number; the inverse of `widen`. A finite double out of
+/// range becomes an infinity.
 [[nodiscard]] inline std::uint32_t narrow(double value) noexcept
 {
     if (!std::isnan(value))

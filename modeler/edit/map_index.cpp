@@ -37,7 +37,7 @@ MapIndex::MapIndex(mesh::Document& document, const Scope& scope, const StringPoo
         auto& maps = document.layers[layer].maps;
         for (std::uint32_t i = 0; i < maps.size(); ++i) {
             NamedMap& named = look_up(maps[i].type(), maps[i].name());
-            if (named.in_layer(layer) == nullptr) // of several maps of one name the first is meant
+            if (named.in_layer(layer) == nullptr) // the first of several maps of one name counts
                 named.add({layer, i, &maps[i]});
         }
     }

@@ -17,25 +17,26 @@
 
 namespace modeler {
 
-/// Finds the maps of a type and name in the layers that an edit sees.
+/// Finds vertex maps by type and name in the layers that an edit sees.
 ///
-/// The same name asked for again costs next to nothing: a caller gives a name by the address of its
-/// text, so the address leads to the answer. Of a lasting text the address says all. Of another it
-/// proves nothing, since there may be another text by now: these are compared.
+/// Repeated lookups are cached by the address of the name. For a stable string (StringPool) the
+/// address identifies the name. For any other string the cached name is compared as well, since the
+/// buffer may hold another string by now.
 class MapIndex {
 public:
-    /// Lists the maps of all layers that `scope` sees. `texts` must outlive the index.
+    /// Lists the maps of all layers that `scope` sees. Document and `strings` must outlive the
+    /// index.
     MapIndex(mesh::Document& document, const Scope& scope, const StringPool& strings);
 
-    /// The record of this type and name, made where there was none: it then has no places. Valid as
-    /// long as the index.
+    /// The record of this type and name; creates one without places if there is none. Valid as long
+    /// as the index.
     [[nodiscard]] NamedMap& find(mesh::FourCC type, const char* name)
     {
         NamedMap* const map = find_cached(type, name);
         return map != nullptr ? *map : find_slow(type, name);
     }
 
-    /// The same record, where a lasting text led to it before; otherwise null.
+    /// Fast lookup: the record if this stable string was looked up before, otherwise null.
     [[nodiscard]] NamedMap* find_cached(mesh::FourCC type, const char* name) const noexcept
     {
         for (std::size_t i = place(type, name) & mask_;; i = (i + 1) & mask_) {
@@ -47,7 +48,7 @@ public:
         }
     }
 
-    /// The record of this number, or null.
+    /// The record with this NamedMap::number, or null.
     [[nodiscard]] NamedMap* by_number(std::uint64_t number) noexcept;
 
 private:
@@ -58,7 +59,7 @@ private:
     };
     struct Key {
         mesh::FourCC type;
-        std::string_view name; ///< of the record
+        std::string_view name; ///< points into the record
 
         friend bool operator==(const Key&, const Key&) = default;
     };
@@ -71,13 +72,13 @@ private:
 
     [[nodiscard]] static std::size_t place(mesh::FourCC type, const char* name) noexcept
     {
-        // Names lie near each other, so the product's upper bits are those that tell them apart.
+        // Fibonacci hashing: addresses of names are close together, so use the upper bits.
         const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name));
         return static_cast<std::size_t>(((address ^ type) * 0x9E3779B97F4A7C15u) >> 32u);
     }
     [[nodiscard]] NamedMap& find_slow(mesh::FourCC type, const char* name);
     [[nodiscard]] NamedMap& look_up(mesh::FourCC type, std::string_view name);
-    /// Notes where a lasting text led to, one that is not noted so far.
+    /// Adds a stable string to the hash table, which does not contain it. May grow the table.
     void insert_stable(const Slot& slot);
     void insert(const Slot& slot) noexcept;
 
@@ -85,11 +86,11 @@ private:
     std::deque<NamedMap> maps_; // never moves its elements
     std::unordered_map<Key, NamedMap*, KeyHash> by_name_;
 
-    // By the address of the text: a table of the lasting ones, each at its place or at the next
-    // that was free, and the last answer for each of the others that may come again.
+    // Caches by address: an open-addressing hash table of stable strings, and a direct-mapped cache
+    // of recent lookups for the other strings.
     std::vector<Slot> stable_;
-    std::size_t mask_;             ///< the size of that table, a power of two, less one
-    std::size_t stable_count_ = 0; ///< slots that are taken, at most half of them
+    std::size_t mask_;             ///< size of `stable_` (a power of two) minus one
+    std::size_t stable_count_ = 0; ///< slots in use; at most half of them
     std::array<Slot, 64> recent_{};
 };
 

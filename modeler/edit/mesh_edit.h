@@ -25,26 +25,28 @@
 
 namespace modeler {
 
-/// One edit on a document: what it holds is read as it was when the edit began, and what is added
-/// goes behind that, into one foreground layer, until the edit is kept or dropped.
+/// One edit transaction on a document. Counting and scanning see the document as it was when the
+/// edit began; new points and polygons are appended to one foreground layer. Ends with `commit` or
+/// `rollback`.
 ///
-/// The operations are those of MeshEditOp, with its arguments and results; each checks what it is
-/// given. Memory that ends is not thrown on: the operation gives its null or code, the edit has
-/// failed from then on and adds nothing more, and `commit` refuses it.
+/// The operations implement MeshEditOp with its arguments and results; each validates its
+/// arguments. Out of memory is reported by the return value, never by an exception: the edit has
+/// failed from then on, adds nothing more, and `commit` refuses it.
 class MeshEdit {
 public:
     /// Where an edit adds points and polygons.
     struct Target {
-        std::uint32_t layer = 0; ///< position of a foreground layer
-        bool is_new = false;     ///< it is the last one, and goes when it is still empty in the end
-        /// Of a new layer: the foreground layer to add to in its place where it is not wanted, and
-        /// who says so when something is first added. None: it is wanted.
+        std::uint32_t layer = 0; ///< index of a foreground layer in the document
+        bool is_new = false;     ///< the last layer, new; removed if it is still empty at the end
+        /// Only for a new layer: the foreground layer to use instead if `is_wanted` returns false.
+        /// `is_wanted` is called once, when something is first added; null: the layer is wanted.
         std::uint32_t fallback = 0;
         const std::function<bool()>* is_wanted = nullptr;
     };
 
-    /// Roles: one for each layer. `texts`: those of the caller that last as long as the edit.
-    /// Document and texts must outlive it.
+    /// @param roles    one for each layer
+    /// @param strings  the stable strings of the caller
+    /// Document and strings must outlive the edit.
     MeshEdit(mesh::Document& document, const std::vector<LayerRole>& roles, Target target,
              const StringPool& strings);
     MeshEdit(const MeshEdit&) = delete;
@@ -53,7 +55,7 @@ public:
 
     [[nodiscard]] int point_count(int selector, int mode);
     [[nodiscard]] int polygon_count(int selector, int mode) const;
-    /// What the callback throws is thrown on. The callback may end the edit: the scan then stops.
+    /// Exceptions of the callback propagate. If the callback ends the edit, the scan stops.
     [[nodiscard]] int scan(EDPolyScanFunc* callback, void* data, int selector);
 
     [[nodiscard]] const EDPointInfo* point_info(LWPntID id)
@@ -66,7 +68,7 @@ public:
         point_info_.position[0] = position.x;
         point_info_.position[1] = position.y;
         point_info_.position[2] = position.z;
-        // A copy, because writing to maps moves the values.
+        // A copy, because writing to maps may reallocate the values.
         const bool valued = map_value(id, point_value_.data());
         point_info_.vmap_value = valued ? point_value_.data() : nullptr;
         return &point_info_;
@@ -83,7 +85,7 @@ public:
     {
         if (selected_ == nullptr || value == nullptr)
             return false;
-        // A point of the layer that was read last: this is how nearly all values are read.
+        // Fast path: a point of the layer that was read last, in a contiguous map.
         const float* const stored = selected_->read_map->find_in_run(selected_->read_ids.index(id));
         if (stored == nullptr)
             return map_value_slow(from_id(id), value);
@@ -93,8 +95,7 @@ public:
     [[nodiscard]] int set_map_value(LWPntID id, LWID type, const char* name, int dimension,
                                     const float* value)
     {
-        // A point behind the others that have a value, which are new ones: nothing is to be kept
-        // for undo. This is how the values of nearly all points come.
+        // Fast path: a new point behind all points with a value; nothing to save for undo.
         const NamedMap* const named = maps_.find_cached(type, name);
         mesh::VertexMap* const map = named != nullptr ? named->target : nullptr;
         const std::uint64_t index = target_ids_.index(id);
@@ -124,7 +125,7 @@ public:
         if (like_layer == nullptr || surface != nullptr || count <= 0 || points == nullptr ||
             failed_in_ != nullptr)
             return add_polygon_slow(type, pattern, surface, count, points);
-        // With the attributes of a pattern, in room that is there: this is how nearly all come.
+        // Fast path: attributes copied from a pattern polygon, within the spare capacity.
         mesh::Polygons& polygons = target_layer_->polygons;
         const std::size_t added = polygons.size();
         const auto corners = static_cast<std::size_t>(count);
@@ -139,51 +140,52 @@ public:
         return target_ids_.id<LWPolID>(added);
     }
 
-    /// Whether the edit was neither kept nor dropped so far.
+    /// Whether the edit was neither committed nor rolled back so far.
     [[nodiscard]] bool open() const noexcept { return open_; }
-    /// Name of the operation in which memory, or room in the layer, ended; null: none.
+    /// Name of the first operation that ran out of memory or exceeded a limit of the layer; null:
+    /// none.
     [[nodiscard]] const char* failed_in() const noexcept { return failed_in_; }
 
-    /// Type of polygons that `add_polygon` refused as one that no file can hold: not of four
-    /// printable characters, and not copied from a polygon that has it. The edit has failed then.
+    /// Polygon type that `add_polygon` refused because no file can store it: not four printable
+    /// characters, and not copied from an existing polygon. The edit has then failed.
     [[nodiscard]] std::optional<LWID> refused_type() const noexcept { return refused_type_; }
 
-    /// What was there when the edit began.
+    /// The state of the document when the edit began.
     [[nodiscard]] const UndoStep& mark() const noexcept { return mark_; }
-    /// Position of the layer to which points and polygons are added.
+    /// Index of the layer to which points and polygons are added.
     [[nodiscard]] std::uint32_t target() const noexcept { return target_; }
-    /// Maps that were written to, as positions of a layer and of a map in its list, one for each
-    /// type and name, in order of first writing.
+    /// Maps that were written to, as pairs of layer index and map index; one pair for each type and
+    /// name, in order of the first write.
     [[nodiscard]] std::span<const std::pair<std::uint32_t, std::uint32_t>> written() const noexcept
     {
         return written_;
     }
 
-    /// Ends the edit and keeps what was added: gives what takes it back again. An edit that has
-    /// failed, or changed nothing, gives none, and what it may have added is dropped.
+    /// Ends the edit, keeps its changes, and returns the step that undoes them. An edit that has
+    /// failed or changed nothing is rolled back instead, and the result is empty.
     [[nodiscard]] std::optional<UndoStep> commit();
-    /// Ends the edit, if it is open, and takes everything back.
+    /// Ends the edit, if it is open, and reverts its changes.
     void rollback() noexcept;
 
 private:
-    /// Points, or polygons, that a layer can hold.
+    /// Maximum number of points, and of polygons, of a layer.
     static constexpr std::size_t most_elements = std::numeric_limits<std::uint32_t>::max();
 
-    /// The layer that the point is in, if the edit sees it and the point is there.
+    /// The point's layer if the edit sees it and the point exists, otherwise null.
     [[nodiscard]] const mesh::Layer* layer_of_point(Element point) const noexcept
     {
         const mesh::Layer* const layer = point.layer < seen_.size() ? seen_[point.layer] : nullptr;
         return layer != nullptr && point.index < layer->points.size() ? layer : nullptr;
     }
-    /// The same of a polygon.
+    /// The polygon's layer if the edit sees it and the polygon exists, otherwise null.
     [[nodiscard]] const mesh::Layer* layer_of_polygon(Element polygon) const noexcept
     {
         const mesh::Layer* const layer =
             polygon.layer < seen_.size() ? seen_[polygon.layer] : nullptr;
         return layer != nullptr && polygon.index < layer->polygons.size() ? layer : nullptr;
     }
-    /// Finds out, before the first is added, which layer is to be added to. Nothing is added in any
-    /// other than the ways that fit every case before that: a new layer has neither room nor maps.
+    /// Decides which layer is added to, before the first element is added. Only the slow paths call
+    /// it: a new layer has neither spare capacity nor maps, so the fast paths cannot come first.
     void resolve_target()
     {
         if (is_wanted_ == nullptr)
@@ -195,14 +197,14 @@ private:
         target_ids_ = LayerIds(target_);
         target_layer_ = &document_.layers[target_];
     }
-    // The ways that fit every case.
+    // Slow paths: handle all cases.
     const EDPointInfo* point_info_slow(LWPntID id);
     LWPntID add_point_slow(const double* position);
     LWPolID add_polygon_slow(LWID type, LWPolID pattern, const char* surface, int count,
                              const LWPntID* points);
     bool map_value_slow(Element point, float* value);
     void* select_map_slow(void* handle, LWID type, const char* name);
-    /// Makes this the map that values are read from, if some layer has it. Gives its handle.
+    /// Selects the map that values are read from; none if no layer has it. Returns its handle.
     void* select(NamedMap* named) noexcept
     {
         selected_ = named != nullptr && !named->places.empty() ? named : nullptr;
@@ -211,12 +213,12 @@ private:
             selected_ != nullptr ? static_cast<std::uintptr_t>(selected_->number) + 1 : 0);
     }
     [[nodiscard]] std::size_t selected_points(std::uint32_t layer) const;
-    /// Makes the room behind `point_info` long enough for values of so many floats.
+    /// Grows `point_value_` to at least `dimension` floats.
     void reserve_value(std::size_t dimension);
     int set_map_value_slow(LWPntID id, LWID type, const char* name, int dimension,
                            const float* value);
     int write_value(Element point, LWID type, const char* name, std::span<const float> value);
-    /// Sets corners to the points that ids spell. False where one is no point of the layer.
+    /// Decodes point handles into corner indices. False if one is no point of the target layer.
     bool set_corners(std::span<std::uint32_t> corners, const LWPntID* points) const noexcept
     {
         const std::uint64_t there = target_layer_->points.size();
@@ -228,7 +230,7 @@ private:
         }
         return known == corners.size();
     }
-    /// Takes the last polygon away. Gives null, as the result of an operation that failed.
+    /// Removes the last polygon and returns null, the result of a failed operation.
     LWPolID drop_polygon(std::size_t polygon) noexcept;
     void fail(const char* operation) noexcept
     {
@@ -243,7 +245,7 @@ private:
     std::uint32_t target_;
     LayerIds target_ids_;
     mesh::Layer* target_layer_; ///< the same layer; an edit neither adds nor moves layers
-    std::vector<const mesh::Layer*> seen_;   ///< by position; null: hidden from the edit
+    std::vector<const mesh::Layer*> seen_;   ///< by layer index; null: not visible to the edit
     std::uint32_t fallback_;                 ///< the target where the new layer is not wanted
     const std::function<bool()>* is_wanted_; ///< null: it is settled
     bool open_ = true;
@@ -254,11 +256,11 @@ private:
     std::vector<std::pair<std::uint32_t, std::uint32_t>> written_;
 
     EDPointInfo point_info_{};
-    // The layer of the point that was asked for last.
+    // The layer of the last point passed to `point_info`.
     LayerIds info_ids_;
     const mesh::Layer* info_layer_;
-    /// What `point_info_` points to; room for the longest value. Never empty: its address tells
-    /// that there is a value.
+    /// Buffer for `point_info_.vmap_value`, as long as the longest value. Never empty, since a
+    /// non-null address means that there is a value.
     std::vector<float> point_value_;
     PolygonRecord polygon_info_;
 };

@@ -12,7 +12,7 @@
 
 namespace modeler {
 
-/// A type and name of vertex maps, and the maps of it.
+/// A type and name of vertex maps, with the maps of this type and name in all layers.
 struct alignas(64) NamedMap {
     /// A map of a layer.
     struct Place {
@@ -21,18 +21,18 @@ struct alignas(64) NamedMap {
         mesh::VertexMap* values;
     };
 
-    // What reading asks for comes first, in one line of the cache: with very many maps it is mostly
-    // to find that a point has no value.
-    std::uint32_t number;           ///< of this record, from 0
+    // The fields for reading come first, within one cache line: with very many maps most lookups
+    // only find that a point has no value.
+    std::uint32_t number;           ///< index of this record in the MapIndex
     std::uint32_t caller_dimension; ///< floats that a caller holds ready for a value; 0: not known
     std::uint32_t first_layer = Element::no_layer; ///< of `places`; no layer where there are none
     std::uint32_t last_layer = 0;                  ///< of `places`
-    /// The ids of the layer that values were read from last, and the map of it; an empty map where
-    /// that one's values are not of the usual length.
+    /// Cache for reading: the handles of the layer that was read last, and its map. An empty map if
+    /// the dimension of that map is not `caller_dimension`.
     LayerIds read_ids{Element::no_layer};
     const mesh::VertexMap* read_map = &empty_map();
-    /// The map of the layer that is added to, once a point that was added has a value in it;
-    /// otherwise null.
+    /// The map in the target layer of the edit once an added point has a value in it, otherwise
+    /// null.
     mesh::VertexMap* target = nullptr;
     std::vector<Place> places; ///< one for each layer that has such a map, in ascending order
 
@@ -46,7 +46,7 @@ struct alignas(64) NamedMap {
         return layer < first_layer || layer > last_layer ? nullptr : in_layer_between(layer);
     }
 
-    /// Adds the map of a layer that had none.
+    /// Adds the map of a layer that has no place yet.
     void add(const Place& place);
 
 private:

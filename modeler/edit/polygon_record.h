@@ -14,10 +14,11 @@
 
 namespace modeler {
 
-/// A polygon as a module is told of it: the record and the ids that it points to.
+/// Builds the EDPolygonInfo record of a polygon; owns the record and its array of point handles.
 class PolygonRecord {
 public:
-    /// Describes a polygon of a layer with these ids. The result is valid until the next call.
+    /// Describes a polygon of the layer with these handles. The result is valid until the next
+    /// call.
     /// @throws std::bad_alloc
     const EDPolygonInfo& describe(const mesh::Polygons& polygons, LayerIds ids,
                                   std::uint32_t polygon, bool all_selected)
@@ -41,7 +42,7 @@ private:
     void reserve(std::size_t count);
 
     EDPolygonInfo info_{};
-    std::vector<LWPntID> points_; ///< at least as many as the longest polygon so far has
+    std::vector<LWPntID> points_; ///< as long as the largest polygon so far
 };
 
 } // namespace modeler

@@ -12,21 +12,20 @@
 
 namespace modeler {
 
-/// What an undo takes away: everything behind the marks of one step, and the newer ones of the
-/// values that it puts back. Holds that part of the mesh, and nothing of the rest.
+/// The data to redo an undone step: copies of the elements behind the step's marks, and the newer
+/// version of each value that the undo restored. Holds only that part of the mesh.
 class RedoStep {
 public:
-    /// Remembers what `undo` is about to take back from the document.
+    /// Copies what `undo` is about to remove or overwrite. @throws std::bad_alloc
     RedoStep(const mesh::Document& document, UndoStep undo);
 
     [[nodiscard]] const UndoStep& undo() const noexcept { return undo_; }
 
-    /// Brings the document, which must be as it was right after the undo, to what it was before.
-    /// Memory that ends on the way leaves it as it was right after the undo.
-    /// @throws std::bad_alloc
+    /// Redoes the step. The document must be in the state right after the undo.
+    /// @throws std::bad_alloc; the document is then unchanged
     void apply(mesh::Document& document) const;
 
-    /// The step that takes it back again.
+    /// Moves out the step that undoes this one.
     [[nodiscard]] UndoStep take_undo() { return std::move(undo_); }
 
 private:
@@ -48,15 +47,15 @@ private:
         mesh::Buffer<std::uint8_t> flags;
         mesh::Buffer<std::uint8_t> selected;
         std::vector<TagTail> tags;
-        std::vector<MapTail> old_maps; ///< for each map that was there: values of new points
+        std::vector<MapTail> old_maps; ///< for each map older than the step: values of new points
         std::vector<mesh::VertexMap> new_maps;
     };
-    /// A layer that came with the step, without what is in it.
+    /// A layer that the step added, without its contents.
     struct NewLayer {
         std::string name;
         std::uint16_t number = 0;
     };
-    /// The newer value of an old point.
+    /// The newer value of a point that is older than the step.
     struct NewValue {
         std::size_t layer = 0;
         std::size_t map = 0;

@@ -10,29 +10,29 @@
 
 namespace modeler {
 
-/// Which layers an edit works on, and what counts as selected in them.
+/// The layers that an edit works on, and their selection state.
 class Scope {
 public:
     Scope(const mesh::Document& document, const std::vector<LayerRole>& roles);
 
-    /// Positions of the layers that a selector (bits OPLYR_*) names, in document order. Empty for
-    /// anything that is no selector.
+    /// Indices of the layers that a selector (bits OPLYR_*) denotes, in document order. Empty for
+    /// an invalid selector.
     [[nodiscard]] std::span<const std::uint32_t> layers(int selector) const noexcept;
 
-    /// Whether a selector names layers at all.
+    /// Whether this is a valid selector.
     [[nodiscard]] static bool valid(int selector) noexcept
     {
         return selector >= 1 && selector <= 3;
     }
 
-    /// Whether an edit sees the layer: it is there and takes part.
+    /// Whether the layer exists and its role makes it visible to commands.
     [[nodiscard]] bool sees(std::uint32_t layer) const noexcept
     {
         return layer < roles_.size() && takes_part(roles_[layer]);
     }
 
-    /// Whether the layer counts as selected as a whole, because nothing is selected in all the
-    /// layers of its role.
+    /// Whether all polygons of the layer count as selected: true if no layer of its role has a
+    /// selected polygon.
     [[nodiscard]] bool all_selected(std::uint32_t layer) const noexcept
     {
         return roles_[layer] == LayerRole::foreground ? !foreground_selected_
@@ -42,7 +42,7 @@ public:
 private:
     std::vector<LayerRole> roles_;
     std::vector<std::uint32_t> layers_[3]; ///< foreground, background, both
-    bool foreground_selected_ = false;     ///< some polygon of these layers is selected
+    bool foreground_selected_ = false;     ///< some foreground polygon is selected
     bool background_selected_ = false;
 };
 

@@ -11,11 +11,12 @@
 
 namespace modeler {
 
-/// Texts that neither move nor change while a command runs, so that an address that comes back says
-/// all: those that the host lends, each held once, and those in memory that nobody can write to.
+/// Strings that stay at their address and do not change while a command runs: equal pointers mean
+/// equal strings. Consists of interned strings, owned by the pool, and of read-only memory of the
+/// module, such as its string literals.
 class StringPool {
 public:
-    /// The address of this text, the same for the same text, valid as long as this object.
+    /// Interns a string: equal strings give the same pointer, which is valid as long as the pool.
     [[nodiscard]] const char* intern(std::string_view text)
     {
         const char* const address = strings_.emplace(text).first->c_str();
@@ -23,10 +24,10 @@ public:
         return address;
     }
 
-    /// Counts what stands in this memory among the lasting texts.
+    /// Adds a range of read-only memory; every address in it counts as a stable string.
     void add_read_only(std::span<const char> memory) { read_only_.push_back(memory); }
 
-    /// Whether the text at this address is one of them.
+    /// Whether this is the address of an interned string or lies in read-only memory.
     [[nodiscard]] bool contains(const char* address) const
     {
         const auto lies_in = [address](std::span<const char> memory) {
@@ -39,7 +40,7 @@ public:
     }
 
 private:
-    std::unordered_set<std::string> strings_; // its elements do not move
+    std::unordered_set<std::string> strings_; // node-based: elements do not move
     std::unordered_set<const char*> addresses_;
     std::vector<std::span<const char>> read_only_;
 };

@@ -9,15 +9,15 @@
 
 namespace modeler {
 
-/// How much of a document was there at one moment, and the old values of what was written over
-/// since. What was added lies behind the marks, so that taking it back is cutting it off.
+/// The data to undo an edit: the sizes of all arrays of the document before the edit, and the old
+/// values of what the edit overwrote. Edits only append, so undo truncates to these sizes.
 class UndoStep {
 public:
-    /// Marks the document as it is now, but for its last `new_layers` layers, which are empty and
-    /// were added for what is to come: taking it back takes them away, too.
+    /// Records the current sizes. The last `new_layers` layers, which must be empty, belong to the
+    /// edit: reverting removes them, too.
     explicit UndoStep(const mesh::Document& document, std::size_t new_layers = 0);
 
-    /// Number of points, polygons and maps of a layer when the mark was set.
+    /// Number of points, polygons and maps of a layer before the edit.
     [[nodiscard]] std::size_t points(std::size_t layer) const { return layers_[layer].points; }
     [[nodiscard]] std::size_t polygons(std::size_t layer) const
     {
@@ -26,30 +26,30 @@ public:
     [[nodiscard]] std::size_t maps(std::size_t layer) const { return layers_[layer].maps; }
 
     [[nodiscard]] std::size_t layers() const noexcept { return layers_.size(); }
-    /// How many of them, the first ones, stay when the step is taken back.
+    /// Number of layers, the first ones, that remain after reverting.
     [[nodiscard]] std::size_t old_layers() const noexcept { return old_layers_; }
     [[nodiscard]] std::size_t tags() const noexcept { return tags_; }
 
-    /// For new layers that went empty before the step came to its end.
+    /// To be called if the new layers were removed, being empty, at the end of the edit.
     void forget_new_layers() { layers_.resize(old_layers_); }
 
-    /// Calls `visit(layer, map, point)` for each value that was kept, in the order of keeping.
+    /// Calls `visit(layer, map, point)` for each saved value, in the order of saving.
     template <typename Visit> void for_each_saved(Visit visit) const
     {
         for (const OldValue& old : old_)
             visit(old.layer, old.map, old.point);
     }
 
-    /// Keeps the value that a map has at a point, or that it has none, before it is changed. Only
-    /// what lies before the mark is kept; the rest is cut off anyway.
+    /// Saves the value of a point in a map, or its absence, before a change. Ignores points and
+    /// maps that the edit added, since reverting removes them. @throws std::bad_alloc
     void save_value(const mesh::Document& document, std::size_t layer, std::size_t map,
                     std::uint32_t point);
 
-    /// Whether the document holds anything that was not there when the mark was set.
+    /// Whether the edit added or saved anything.
     [[nodiscard]] bool changed(const mesh::Document& document) const;
 
-    /// Brings the document back to what it was when the mark was set. Later steps must have been
-    /// taken back before. Does the same where new layers are not all there.
+    /// Restores the document to its state before the edit. Later steps must have been reverted
+    /// first. New layers of the step may be missing.
     void revert(mesh::Document& document) const;
 
 private:
@@ -58,7 +58,7 @@ private:
         mesh::Polygons::Mark polygons;
         std::size_t maps = 0;
     };
-    /// One value before it was changed. Its floats, if it had any, lie in `old_values_`.
+    /// One value before a change. Its floats, if it had a value, are in `old_values_` from `first`.
     struct OldValue {
         std::size_t layer;
         std::size_t map;

@@ -48,7 +48,7 @@ Activation::Activation(mesh::Document& document, const std::vector<LayerRole>& r
 Activation::~Activation()
 {
     running = nullptr;
-    edits_.clear(); // an edit that is still open is dropped: it came after those kept
+    edits_.clear(); // rolls back an open edit first: it is newer than the committed ones
     for (auto step = committed_.rbegin(); step != committed_.rend(); ++step)
         step->revert(document_);
 }
@@ -59,8 +59,8 @@ void Activation::call(ActivateFunc* activate) noexcept
 {
     try {
         for (const auto memory : read_only_data(reinterpret_cast<const void*>(activate)))
-            strings_.add_read_only(memory); // the names that stand in the module's source
-        // The descriptor of a class hands its functions over as a plain pointer.
+            strings_.add_read_only(memory); // the module's string literals
+        // The interface of a server class is passed as a void pointer.
         void* const local = reinterpret_cast<void*>(&begin_edit_now);
         const ModuleCall call(module_file_, "run");
         result_.code = activate(mesh_edit_version, &look_up_service, local, nullptr);
@@ -99,9 +99,9 @@ MeshEdit::Target Activation::edit_target()
     const auto ground = static_cast<std::uint32_t>(first - roles_.begin());
     if (options_.own_layer.empty())
         return {ground, false};
-    if (document_.layers.size() > given_layers_) // of an edit that is kept
+    if (document_.layers.size() > given_layers_) // created by an earlier, committed edit
         return {static_cast<std::uint32_t>(given_layers_), false};
-    roles_.resize(given_layers_); // the last edit may have been dropped, and its layer with it
+    roles_.resize(given_layers_); // a rollback of the last edit may have removed its layer
     roles_.reserve(given_layers_ + 1);
     const std::optional<std::uint16_t> number = mesh::free_layer_number(document_);
     if (!number)

@@ -24,15 +24,15 @@
 
 namespace modeler {
 
-/// One running command and everything that the host keeps for it.
+/// One running command and the host's state for it.
 ///
-/// The host's functions carry no state pointer for the most part, so the running activation is
-/// known by thread: it is current from its construction to its destruction. What the command
-/// changed is taken back at the end unless `accept` was called.
+/// Most host functions have no state argument, so the activation of the calling thread is found
+/// through a thread-local pointer, set from construction to destruction. The destructor reverts the
+/// command's changes unless `accept` was called.
 class Activation {
 public:
-    /// @param options  must live as long
-    /// @throws ModuleError when a command is running on this thread already.
+    /// All reference arguments must outlive the activation.
+    /// @throws ModuleError if a command is already running on this thread.
     Activation(mesh::Document& document, const std::vector<LayerRole>& roles, FrontEnd& front_end,
                const std::filesystem::path& module_file, const RunOptions& options);
     Activation(const Activation&) = delete;
@@ -42,17 +42,17 @@ public:
     /// The activation that is running on this thread, or null.
     [[nodiscard]] static Activation* current() noexcept;
 
-    /// Runs the command to its end; an edit that it leaves open is dropped. Never throws: whatever
-    /// goes wrong is held.
+    /// Runs the command; rolls back an edit that it leaves open. Exceptions are captured (see
+    /// `rethrow`).
     void call(ActivateFunc* activate) noexcept;
 
-    /// Throws what was held, if anything was.
+    /// Throws the captured exception, if any.
     void rethrow() const;
 
-    /// Tells what came of the run.
+    /// Moves the result of the run out.
     [[nodiscard]] RunResult take_result() { return std::move(result_); }
     [[nodiscard]] std::size_t finished_edits() const noexcept { return committed_.size(); }
-    /// What takes the finished edits back, in their order; they stay in the document from now on.
+    /// Makes the finished edits permanent and returns their undo steps, in order.
     [[nodiscard]] std::vector<UndoStep> accept() noexcept;
 
     [[nodiscard]] mesh::Document& document() noexcept { return document_; }
@@ -65,21 +65,21 @@ public:
     [[nodiscard]] Monitors& monitors() noexcept { return monitors_; }
     [[nodiscard]] const std::filesystem::path& module_file() const noexcept { return module_file_; }
 
-    /// Begins an edit; null while one is open, or when there is no foreground layer.
+    /// Begins an edit; null if one is open or there is no foreground layer.
     [[nodiscard]] MeshEditOp* begin_edit();
     /// The edit that is open, or null.
     [[nodiscard]] const MeshEdit* open_edit() const noexcept;
-    /// Ends the open edit: keeps it where the error code is EDERR_NONE, otherwise drops it.
+    /// Ends the open edit: commits it if the error code is EDERR_NONE, otherwise rolls it back.
     void end_edit(int error);
 
-    /// Keeps the first thing that went wrong; it is thrown when the command has ended.
+    /// Captures an exception, to be rethrown after the command has ended. Only the first one
+    /// counts.
     void capture(std::exception_ptr problem) noexcept;
-    /// Holds a ModuleError.
+    /// Captures a ModuleError with this step and message.
     void capture_error(std::string_view step, std::string_view problem) noexcept;
 
-    /// Calls `call`; an exception out of it is held, and `otherwise` is the result. For calls of
-    /// the front end and for work of the host's own: no exception of theirs may cross into the
-    /// module.
+    /// Calls `call`. On an exception, captures it and returns `otherwise`. For host code called
+    /// from the module: no exception may propagate into the module.
     template <typename Result, typename Call>
     [[nodiscard]] Result guarded(Result otherwise, Call call) noexcept
     {
@@ -92,7 +92,7 @@ public:
     }
 
 private:
-    /// The layer that the next edit adds to; makes it, where it is one of the command's own.
+    /// The target layer of the next edit; creates it if RunOptions::own_layer requires a new one.
     [[nodiscard]] MeshEdit::Target edit_target();
     void capture_edit_error(const MeshEdit& edit) noexcept;
     void record_commit(const MeshEdit& edit, const UndoStep& step);
@@ -102,7 +102,7 @@ private:
     FrontEnd& front_end_;
     std::filesystem::path module_file_;
     const RunOptions& options_;
-    std::size_t given_layers_; ///< layers that were there before the command
+    std::size_t given_layers_; ///< number of layers before the command
 
     RunResult result_;
     std::set<std::pair<mesh::FourCC, std::string>> written_; ///< maps that the result lists
@@ -111,7 +111,7 @@ private:
     MapCatalog catalog_;
     Monitors monitors_;
     Panels panels_;
-    std::vector<std::unique_ptr<EditTable>> edits_; ///< only the last one can be open
+    std::vector<std::unique_ptr<EditTable>> edits_; ///< at most the last one is open
     std::vector<UndoStep> committed_;
 };
 

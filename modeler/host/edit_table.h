@@ -9,8 +9,8 @@
 
 namespace modeler {
 
-/// An edit with the table of functions through which a module works on it. The table stays there
-/// until the activation ends; its functions do nothing once the edit is finished.
+/// An edit and its function table for the module. The table stays valid until the activation ends;
+/// its functions do nothing after the edit has ended.
 class EditTable {
 public:
     EditTable(mesh::Document& document, const std::vector<LayerRole>& roles,
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] const MeshEdit& edit() const noexcept { return edit_; }
     [[nodiscard]] MeshEditOp* operations() noexcept { return &operations_; }
 
-    /// Ends the edit: keeps what it added, and gives what takes that back again, or drops it.
+    /// Commits the edit and returns its undo step, or, if `keep` is false, rolls it back.
     std::optional<UndoStep> end(bool keep);
 
 private:

@@ -11,15 +11,15 @@ namespace modeler {
 
 class Activation;
 
-/// The names of the vertex maps that a command is told of, by type: in order of first appearance,
-/// foreground layers before background layers, each name once. Maps that an open edit has added are
-/// not among them. The texts stay valid as long as the activation.
+/// The names of the vertex maps that a command can list, by type: each name once, in order of first
+/// appearance, foreground layers before background layers. Excludes maps that an open edit has
+/// added. The strings stay valid as long as the activation.
 class MapCatalog {
 public:
-    /// Valid until the next call of `forget`.
+    /// The names of one type, cached. Valid until the next call of `forget`.
     [[nodiscard]] std::span<const char* const> names(Activation& activation, mesh::FourCC type);
 
-    /// Makes the next call look at the document again.
+    /// Clears the cache, so that the next call reads the document again.
     void forget() noexcept { lists_.clear(); }
 
 private:

@@ -14,24 +14,24 @@ namespace modeler {
 struct Monitor {
     enum class State { made, running, finished };
 
-    std::unique_ptr<Progress> progress; ///< null once it was released
+    std::unique_ptr<Progress> progress; ///< null after release
     State state = State::made;
-    LWMonitor table{}; ///< `data` is the monitor's number, from 1, in pointer clothing
+    LWMonitor table{}; ///< `data` is the monitor's number, from 1, cast to a pointer
 };
 
-/// The progress displays that a command made. Their records stay until the activation ends, so that
-/// a handle of a released one is recognised.
+/// The progress displays that a command created. Records of released ones stay until the activation
+/// ends, so that stale handles are detected.
 class Monitors {
 public:
-    /// Takes a display and gives the module's handle to it.
+    /// Adds a display and returns the module's handle to it.
     [[nodiscard]] LWMonitor* add(std::unique_ptr<Progress> progress);
-    /// The display that `data` stands for, if it is there and not released; else null.
+    /// The display of a handle's `data`; null if it does not exist or was released.
     [[nodiscard]] Monitor* find(void* data) noexcept;
     /// Releases a display.
     void release(const LWMonitor* handle) noexcept;
 
 private:
-    std::deque<Monitor> monitors_; // its elements do not move
+    std::deque<Monitor> monitors_; // a deque does not move its elements
 };
 
 } // namespace modeler

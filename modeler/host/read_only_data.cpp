@@ -17,7 +17,7 @@ struct Search {
     bool out_of_memory = false;
 };
 
-/// Looks at a loaded file. True: it is the one that was looked for.
+/// Collects the read-only segments of a loaded file. Returns whether it contains the address.
 bool look_at(const dl_phdr_info& file, Search& search)
 {
     bool is_this_file = false;
@@ -29,7 +29,7 @@ bool look_at(const dl_phdr_info& file, Search& search)
         const std::uintptr_t begin = file.dlpi_addr + part.p_vaddr;
         is_this_file = is_this_file || search.address - begin < part.p_memsz;
         if ((part.p_flags & PF_W) == 0)
-            // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader tells addresses as numbers
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader gives addresses as integers
             parts.emplace_back(reinterpret_cast<const char*>(begin), part.p_memsz);
     }
     if (is_this_file)
@@ -37,8 +37,8 @@ bool look_at(const dl_phdr_info& file, Search& search)
     return is_this_file;
 }
 
-/// Called for each loaded file. Not 0: the search is over. No exception passes through the loader,
-/// whose frames cannot be unwound without memory.
+/// Callback of dl_iterate_phdr; a non-zero result ends the iteration. Catches exceptions, since
+/// unwinding through the loader's frames would need memory.
 int visit(dl_phdr_info* file, std::size_t /*size*/, void* data) noexcept
 {
     auto& search = *static_cast<Search*>(data);

@@ -6,8 +6,8 @@
 
 namespace modeler {
 
-/// The parts of a program or loaded file that were mapped without leave to write to them, such as
-/// that of the texts in its source. `address` lies anywhere in it; empty where it lies in none.
+/// The read-only segments of the executable or shared library that contains `address`; its string
+/// literals are in there. Empty if no loaded file contains the address. @throws std::bad_alloc
 [[nodiscard]] std::vector<std::span<const char>> read_only_data(const void* address);
 
 } // namespace modeler

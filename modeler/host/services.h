@@ -8,8 +8,8 @@
 
 namespace modeler {
 
-/// The host's services by their names; null for any other name or use. Outside an activation the
-/// functions of all tables answer with null, 0 or nothing.
+/// The function table of a host service by name; null for an unknown name or use mode. Outside an
+/// activation the functions of all tables do nothing and return null or 0.
 [[nodiscard]] void* look_up_service(const char* service, int use_mode) noexcept;
 
 [[nodiscard]] LWMessageFuncs* message_functions() noexcept;

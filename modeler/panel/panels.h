@@ -11,23 +11,23 @@ namespace modeler {
 
 /// One panel of a command.
 struct Panel {
-    std::optional<Form> form; ///< none once it was released
-    bool faulty = false;      ///< it was described wrongly and will not be shown
-    bool shown = false;       ///< it is on the screen now
-    bool release = false;     ///< to be released when it leaves the screen
+    std::optional<Form> form; ///< empty after release
+    bool faulty = false;      ///< its description is invalid; it is never shown
+    bool shown = false;       ///< currently on the screen
+    bool release = false;     ///< release it when it is closed
 };
 
-/// The panels that a command made. Their records stay until the activation ends, so that a handle
-/// of a released one is recognised.
+/// The panels that a command created. Records of released ones stay until the activation ends, so
+/// that stale handles are detected.
 class Panels {
 public:
-    /// Takes a form and gives the module's handle to it: a number in pointer clothing.
+    /// Adds a form and returns the module's handle to it: an index cast to a pointer.
     [[nodiscard]] LWXPanelID add(Form form);
-    /// The panel of a handle, if it is there and not released; else null.
+    /// The panel of a handle; null if it does not exist or was released.
     [[nodiscard]] Panel* find(LWXPanelID handle) noexcept;
 
 private:
-    std::deque<Panel> panels_; // its elements do not move
+    std::deque<Panel> panels_; // a deque does not move its elements
 };
 
 } // namespace modeler

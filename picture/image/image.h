@@ -7,9 +7,8 @@
 
 namespace picture {
 
-/// A picture of 8 bits for each of red, green, blue and cover, encoded for a screen (sRGB); the
-/// cover is 255 everywhere but in a picture on a transparent backdrop. Rows from top to bottom, no
-/// filling between them.
+/// An RGBA image with 8 bits per channel, sRGB, not premultiplied. Alpha is 255 everywhere unless
+/// the background is transparent. Rows from top to bottom without padding.
 struct Image {
     int width = 0;
     int height = 0;
@@ -21,7 +20,7 @@ struct Image {
           rgba(static_cast<std::size_t>(pixels_wide) * static_cast<std::size_t>(pixels_high) * 4)
     {}
 
-    /// The four bytes of a pixel. Not checked.
+    /// The four bytes of a pixel. Coordinates are not checked.
     [[nodiscard]] std::uint8_t* at(int x, int y) noexcept { return rgba.data() + offset(x, y); }
     [[nodiscard]] const std::uint8_t* at(int x, int y) const noexcept
     {

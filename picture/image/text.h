@@ -8,20 +8,21 @@
 
 namespace picture {
 
-/// Writes into pictures, in a font that is part of the program: the same letters everywhere.
+/// Draws text into images with a built-in font, so the result is the same on every system.
 class TextWriter {
 public:
-    /// `size` is the height of a line in pixels, about. @throws std::bad_alloc
+    /// @param size  approximate line height in pixels
+    /// @throws std::bad_alloc
     explicit TextWriter(double size);
     TextWriter(const TextWriter&) = delete;
     TextWriter& operator=(const TextWriter&) = delete;
     ~TextWriter();
 
-    /// How many pixels the text is wide.
+    /// Width of the text in pixels.
     [[nodiscard]] int width(std::string_view text) const;
 
-    /// Writes in black, from `x` on, the letters standing on row `baseline`. What lies outside the
-    /// picture is cut off. The text is UTF-8; bytes that are not are taken for Latin-1.
+    /// Draws black text with its left edge at `x` and its baseline at row `baseline`, clipped to
+    /// the image. The text is UTF-8; invalid bytes are interpreted as Latin-1.
     void write(Image& image, int x, int baseline, std::string_view text) const;
 
 private:

@@ -8,12 +8,12 @@
 
 namespace picture {
 
-/// The colour that stands for a value of a map, linear light: from dark blue for the lowest value
-/// to light yellow for the highest, of evenly growing lightness; or, for a map of steps, that of
-/// the nearest step. Not-a-number: grey.
+/// The linear colour for a value of a map: from dark blue (lowest value) to light yellow (highest),
+/// with uniformly increasing lightness; or, for a map of steps, the colour of the nearest step.
+/// Grey for NaN.
 [[nodiscard]] Float3 scale_colour(const MapValues& map, float value) noexcept;
 
-/// The colour of a step: neighbours differ much.
+/// The linear colour of a step; consecutive steps have distinct colours.
 [[nodiscard]] Float3 step_colour(std::size_t step) noexcept;
 
 } // namespace picture

@@ -6,9 +6,9 @@
 
 namespace picture {
 
-/// Draws the map's name and its colour scale with numbers into the lower left corner of a picture;
-/// into a picture too small for it nothing is drawn. `scale` is how many of the picture's pixels
-/// one pixel of the legend takes (1, or more on a screen of high density).
+/// Draws the map's name and colour scale into the lower left corner of an image. Draws nothing if
+/// the image is too small.
+/// @param scale  image pixels per legend pixel (1, or more for high-density screens)
 void draw_legend(Image& image, const MapValues& map, double scale = 1.0);
 
 } // namespace picture

@@ -9,19 +9,19 @@
 
 namespace picture {
 
-/// Grid and axes, as a look wants them.
+/// The grid and the coordinate axes of a picture.
 class Guides {
 public:
     Guides(const View& view, const Look& look) noexcept;
 
-    /// A line of a guide that covers what lies behind it.
+    /// A grid or axis line at one sample.
     struct Line {
         double distance = 0.0; ///< metres along the ray
         Float3 colour;
-        float cover = 0.0F; ///< 0 to 1
+        float cover = 0.0F; ///< opacity, 0 to 1
     };
 
-    /// The nearest guide that is seen along a line of sight before `depth`; none where none is.
+    /// The nearest line that the ray hits before `depth` (metres along the ray), if any.
     [[nodiscard]] std::optional<Line> along(const Ray& ray, double depth) const noexcept;
 
 private:
@@ -32,8 +32,8 @@ private:
     Float3 grid_colour_;
     bool grid_;
     bool axes_;
-    int plane_;   ///< the axis that the grid's plane is at right angles to: 0 x, 1 y, 2 z
-    double step_; ///< between two lines, metres
+    int plane_;   ///< normal axis of the grid's plane: 0 x, 1 y, 2 z
+    double step_; ///< grid spacing in metres
 };
 
 } // namespace picture

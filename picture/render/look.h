@@ -11,20 +11,20 @@
 
 namespace picture {
 
-/// For each layer of a scene and each polygon of that layer (from its very first one) whether it is
-/// marked. Layers and polygons that are left out at the end are not.
+/// Flags by scene layer and polygon (index in the mesh layer). Missing elements at the end of
+/// either vector count as 0.
 using PolygonMarks = std::vector<std::vector<std::uint8_t>>;
 
-/// How a scene is shown.
+/// Display options of a scene.
 struct Look {
     Backdrop backdrop = {};
-    bool wireframe = false; ///< edges of the polygons, as thin dark lines
-    bool grid = false;      ///< on the level plane through the origin, or on the plane that a view
-                            ///< from the side faces; its squares are powers of ten of a metre
-    bool axes = false;      ///< lines through the origin: x red, y green, z blue
-    std::shared_ptr<const MapValues> map = {};         ///< colours by it in place of surfaces
-    std::shared_ptr<const PolygonMarks> selected = {}; ///< these polygons are tinted
-    std::shared_ptr<const Scene> ghost = {};           ///< shown tinted and half seen through
+    bool wireframe = false; ///< draw polygon edges as thin dark lines
+    bool grid = false;      ///< draw a grid in the horizontal plane through the origin or, in side
+                            ///< views, in the plane that faces the viewer; spacing: powers of ten
+    bool axes = false;      ///< draw the coordinate axes: x red, y green, z blue
+    std::shared_ptr<const MapValues> map = {};         ///< colour by this map; null: by surface
+    std::shared_ptr<const PolygonMarks> selected = {}; ///< polygons to tint; may be null
+    std::shared_ptr<const Scene> ghost = {};           ///< drawn tinted and semi-transparent
 };
 
 } // namespace picture

@@ -18,50 +18,49 @@ namespace picture {
 class Shader;
 struct ShadedSample;
 
-/// How a piece of work on a picture is done. None of it changes the result.
+/// Execution options of a rendering call. They do not affect the result.
 struct Work {
-    unsigned threads = 0;                      ///< 0: one for each core
-    const std::atomic<bool>* cancel = nullptr; ///< once true, no further tile is begun
-    std::function<void(std::size_t done, std::size_t tiles)> progress =
-        {}; ///< told after tiles; on
-            ///< the calling thread
+    unsigned threads = 0;                      ///< 0: one per core
+    const std::atomic<bool>* cancel = nullptr; ///< set to true to cancel after the current tiles
+    std::function<void(std::size_t done, std::size_t tiles)> progress = {}; ///< called after
+                                                                            ///< tiles, on the
+                                                                            ///< calling thread
 };
 
-/// A picture that gets better with every pass. Each pass adds one sample to each pixel; after a
-/// number of passes the picture is the same to the last bit, however many threads made it and
-/// however often it was cancelled and gone on with.
+/// Progressive rendering of a picture. Each pass adds one sample per pixel. The picture after a
+/// number of passes is bit-identical for any number of threads and any cancellations in between.
 ///
-/// One thread at a time may use it; within a call it uses several.
+/// Not thread-safe; each call uses several threads internally.
 class Progressive {
 public:
-    /// The scene is shared: it may be let go elsewhere while this lives.
+    /// Shares ownership of the scene.
     Progressive(std::shared_ptr<const Scene> scene, const View& view, Look look);
     Progressive(const Progressive&) = delete;
     Progressive& operator=(const Progressive&) = delete;
     ~Progressive();
 
-    /// A first impression: one sample for each square of `step` by `step` pixels. Pixels that have
-    /// a sample of a pass do not show it. Returns false when it was cancelled.
+    /// Renders a coarse preview: one sample per square of `step` by `step` pixels. Pixels that
+    /// already have samples of a pass keep them. Returns false if it was cancelled.
     bool coarse(int step, const Work& work = {});
 
-    /// Adds one sample to each pixel, or goes on with the pass that was cancelled. Returns false
-    /// when it was cancelled; the tiles that were finished stay.
+    /// Adds one sample to each pixel, or continues a cancelled pass. Returns false if it was
+    /// cancelled; finished tiles are kept.
     bool add_pass(const Work& work = {});
 
-    /// Finished passes.
+    /// Number of finished passes.
     [[nodiscard]] unsigned passes() const noexcept { return passes_; }
 
     [[nodiscard]] const View& view() const noexcept { return view_; }
 
-    /// The picture as far as it is: tone mapped, encoded for a screen. A pixel without any sample
-    /// shows the backdrop; what that lets through is transparent.
+    /// The current picture, tone-mapped, in sRGB. Pixels without samples show the background, which
+    /// may be transparent.
     [[nodiscard]] Image image() const;
 
 private:
     using TileWork = std::function<void(std::size_t tile)>;
     using TileTest = std::function<bool(std::size_t tile)>;
 
-    /// The pixels of a tile, the right and lower border excluded.
+    /// The pixels of a tile; `right` and `bottom` are exclusive.
     struct Area {
         int left;
         int top;
@@ -79,9 +78,9 @@ private:
     std::unique_ptr<const Shader> shader_;
     int tiles_across_;
     unsigned passes_ = 0;
-    std::vector<ShadedSample> sums_;         ///< of the samples of each pixel
-    std::vector<ShadedSample> coarse_;       ///< first impression of each pixel, or empty
-    std::vector<std::uint32_t> tile_passes_; ///< how many samples the tile's pixels have
+    std::vector<ShadedSample> sums_;         ///< sum of the samples of each pixel
+    std::vector<ShadedSample> coarse_;       ///< coarse sample of each pixel, or empty
+    std::vector<std::uint32_t> tile_passes_; ///< samples per pixel, by tile
 };
 
 } // namespace picture

@@ -5,19 +5,18 @@
 
 namespace picture {
 
-/// Two numbers from 0 up to below 1.
+/// A random point in the unit square [0, 1)^2.
 struct Sample2 {
     float x = 0.0F;
     float y = 0.0F;
 };
 
-/// What a sample is drawn for. Draws for different uses are not related to each other.
+/// The purpose of a sample. Sequences for different purposes are uncorrelated.
 enum class SampleUse : std::uint32_t { pixel, sun, sky };
 
-/// The draws of one sample of one pixel. They depend on nothing but the pixel and the sample's
-/// number: whoever makes a pixel, and whenever, draws the same. Over the samples of a pixel the
-/// draws of one use cover the unit square evenly: of any 2^n from a multiple of it on, one lies in
-/// each of 2^n equal boxes, however these divide the square along its two sides.
+/// The random points of one sample of one pixel. Deterministic: they depend only on pixel and
+/// sample number. Over the samples of a pixel they form a (0,2)-sequence in base 2: any aligned 2^n
+/// consecutive points have exactly one in each of 2^n equal boxes of any aspect.
 class Samples {
 public:
     Samples(int x, int y, std::uint32_t number) noexcept;

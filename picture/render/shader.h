@@ -13,22 +13,23 @@
 
 namespace picture {
 
-/// What is seen along a line of sight.
+/// The colour of one sample, premultiplied by its opacity.
 struct ShadedSample {
-    Float3 light;       ///< linear, and as much of it as `cover` lets be seen
-    float cover = 1.0F; ///< 0: nothing is there, 1: nothing behind it is seen
+    Float3 light;       ///< linear colour, premultiplied
+    float cover = 1.0F; ///< opacity: 0 transparent, 1 opaque
 };
 
-/// What is seen along one line of sight: the scene in its light, the guides, and the ghost.
+/// Computes the colour along viewing rays: the lit scene, grid and axes, and the ghost.
+/// Thread-safe.
 class Shader {
 public:
     Shader(std::shared_ptr<const Scene> scene, const View& view, Look look);
 
-    /// One sample through a place of the picture. On a backdrop that is not transparent it covers
-    /// all.
+    /// One sample at a position of the picture in pixels. Opaque unless the background is
+    /// transparent.
     [[nodiscard]] ShadedSample sample(double x, double y, const Samples& samples) const noexcept;
 
-    /// What is seen where nothing is, at a height of the picture in pixels from its upper edge.
+    /// The background at a height in pixels from the top of the picture.
     [[nodiscard]] ShadedSample background_at(double y) const noexcept;
 
 private:

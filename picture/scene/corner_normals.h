@@ -11,17 +11,18 @@
 
 namespace picture {
 
-/// The normals at the corners of a layer's polygons, where their surface asks for smooth shading:
-/// the mean over the polygons of the same surface that share the point and meet at less than the
-/// surface's smoothing angle, large polygons counting more than small ones.
+/// Corner normals of a layer's polygons for smooth shading: the area-weighted mean of the normals
+/// of those polygons of the same surface that share the point and meet at less than the surface's
+/// smoothing angle.
 class CornerNormals {
 public:
-    /// Uses the layer and the index, which is that of its document, as long as it lives. `scale` is
-    /// about how large the mesh is: areas are taken relative to it, so that they fit single
-    /// precision. @throws std::bad_alloc
+    /// Layer and index must outlive this object; the index is that of the layer's document.
+    /// @param scale  approximate size of the mesh in metres; areas are scaled by it to fit into
+    ///               single precision
+    /// @throws std::bad_alloc
     CornerNormals(const SceneLayer& layer, const SurfaceIndex& surfaces, double scale);
 
-    /// Whether any polygon is smooth at all.
+    /// Whether any polygon has smooth shading.
     [[nodiscard]] bool any() const noexcept { return any_; }
 
     /// Unit normal of the polygon at one of its points.
@@ -36,9 +37,9 @@ private:
     std::size_t end_;
     const SurfaceIndex& surfaces_;
     bool any_ = false;
-    std::vector<Float3> areas_;         ///< of each polygon: its normal, as long as its area
-    std::vector<std::uint32_t> starts_; ///< of each point: where its polygons begin
-    std::vector<std::uint32_t> around_; ///< the polygons of all points
+    std::vector<Float3> areas_;         ///< per polygon: normal with the area as its length
+    std::vector<std::uint32_t> starts_; ///< per point: index of its first polygon in `around_`
+    std::vector<std::uint32_t> around_; ///< the polygons at each point, concatenated
 };
 
 } // namespace picture

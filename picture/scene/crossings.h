@@ -9,13 +9,12 @@
 
 namespace picture {
 
-/// Counts how often the edges of a polygon cross each other. Holds memory from one polygon to the
-/// next.
+/// Counts self-intersections of polygons with a sweep line. Reuses its memory between polygons.
 class Crossings {
 public:
-    /// Whether the polygon, seen along its normal, crosses itself more than `limit` times. Edges
-    /// that only touch do not cross. Takes time for the crossings up to the limit, and for pairs of
-    /// edges that lie side by side.
+    /// Whether the polygon, projected along its normal, has more than `limit` self-intersections.
+    /// Edges that only touch do not count. The time grows with the intersections up to the limit
+    /// and with the pairs of edges that overlap in x.
     [[nodiscard]] bool more_than(std::size_t limit, std::span<const mesh::Vec3> corners,
                                  const mesh::Vec3& normal);
 
@@ -24,7 +23,7 @@ private:
         double x;
         double y;
     };
-    /// From the end of lesser x to the other.
+    /// An edge; `from` is the end with the smaller x.
     struct Edge {
         Place from;
         Place to;
@@ -32,8 +31,8 @@ private:
 
     [[nodiscard]] static bool cross(const Edge& a, const Edge& b) noexcept;
 
-    std::vector<Edge> edges_;  ///< by the x that they begin at
-    std::vector<Edge> active_; ///< those that reach the x looked at
+    std::vector<Edge> edges_;  ///< sorted by x of `from`
+    std::vector<Edge> active_; ///< edges that intersect the sweep line
 };
 
 } // namespace picture

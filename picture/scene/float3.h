@@ -7,7 +7,7 @@
 
 namespace picture {
 
-/// A position, direction or colour in single precision, as the tracer works.
+/// A position, direction or linear colour in single precision, as the ray tracer uses.
 struct Float3 {
     float x = 0.0F;
     float y = 0.0F;
@@ -36,7 +36,7 @@ struct Float3 {
 
 [[nodiscard]] inline Float3 operator-(const Float3& a) noexcept { return {-a.x, -a.y, -a.z}; }
 
-/// By components, as colours are filtered.
+/// Component-wise product, for colours.
 [[nodiscard]] inline Float3 operator*(const Float3& a, const Float3& b) noexcept
 {
     return {a.x * b.x, a.y * b.y, a.z * b.z};
@@ -59,14 +59,14 @@ struct Float3 {
 
 [[nodiscard]] inline float length(const Float3& a) noexcept { return std::sqrt(dot(a, a)); }
 
-/// Of length 1; a vector without length stays as it is.
+/// The unit vector; a zero vector stays unchanged.
 [[nodiscard]] inline Float3 normalized(const Float3& a) noexcept
 {
     const float size = length(a);
     return size > 0.0F ? a * (1.0F / size) : a;
 }
 
-/// From `a` (share 0) to `b` (share 1).
+/// Linear interpolation from `a` (share 0) to `b` (share 1).
 [[nodiscard]] inline Float3 mix(const Float3& a, const Float3& b, float share) noexcept
 {
     return a * (1.0F - share) + b * share;

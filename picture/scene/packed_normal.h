@@ -9,8 +9,7 @@
 
 namespace picture {
 
-/// A direction in 32 bits: the unit sphere laid onto an octahedron, and that unfolded into a
-/// square. Good to less than a hundredth of a degree.
+/// Encodes a direction in 32 bits (octahedral encoding). The error is below 0.01 degrees.
 [[nodiscard]] inline std::uint32_t pack_normal(const Float3& normal) noexcept
 {
     const float sum = std::fabs(normal.x) + std::fabs(normal.y) + std::fabs(normal.z);
@@ -18,7 +17,7 @@ namespace picture {
         return 0x80008000U;
     float u = normal.x / sum;
     float v = normal.y / sum;
-    if (normal.z < 0.0F) { // the lower half folds outwards
+    if (normal.z < 0.0F) { // the lower hemisphere maps to the outer triangles
         const float folded = (1.0F - std::fabs(v)) * (u < 0.0F ? -1.0F : 1.0F);
         v = (1.0F - std::fabs(u)) * (v < 0.0F ? -1.0F : 1.0F);
         u = folded;

@@ -9,17 +9,17 @@
 
 namespace picture {
 
-/// What a line of sight meets first.
+/// The first hit of a viewing ray.
 struct Pick {
     PolygonId polygon;
     Vec3 position;
 };
 
-/// The polygon at a place of the picture; none where there is none, or a point that
-/// belongs to no polygon.
+/// The polygon at a position of the picture, in pixels. Empty for the background and for points
+/// without a polygon.
 [[nodiscard]] std::optional<Pick> pick(const Scene& scene, const View& view, double x, double y);
 
-/// A part of a picture: pixels from `left` up to before `right`, from `top` up to before `bottom`.
+/// A rectangle of pixels; `right` and `bottom` are exclusive.
 struct PixelRectangle {
     int left = 0;
     int top = 0;
@@ -27,9 +27,9 @@ struct PixelRectangle {
     int bottom = 0;
 };
 
-/// All polygons that are seen in the middle of some pixel of the rectangle, in ascending order.
-/// What reaches out of the picture is cut off. One line of sight for each pixel: about a million in
-/// a second on one core.
+/// All polygons visible at the centre of any pixel of the rectangle, in ascending order. The
+/// rectangle is clipped to the picture. Traces one ray per pixel: about a million per second on one
+/// core.
 [[nodiscard]] std::vector<PolygonId> visible_polygons(const Scene& scene, const View& view,
                                                       PixelRectangle rectangle);
 

@@ -13,27 +13,27 @@
 
 namespace picture {
 
-/// A piece of a polygon.
+/// A triangle of a split polygon.
 struct Piece {
-    /// The polygon's corners, numbered from 0; numbers from the corner count on are new points.
+    /// Corners of the polygon, from 0; numbers from the corner count on denote added points.
     std::array<std::uint32_t, 3> corners{};
-    /// Bit i: the side from corner i to the next one is an edge of the polygon.
+    /// Bit i is set if the side from corner i to the next one is an edge of the polygon.
     std::uint8_t edges = 0;
 };
 
-/// A point that splitting had to add, where edges of a polygon cross each other.
+/// A point added by splitting where edges of a polygon intersect.
 struct AddedPoint {
     mesh::Vec3 place;
-    /// Corners between which it lies, for what else corners have. Where many edges cross in one
-    /// place, the four nearest count.
+    /// The corners between which it lies, for interpolating attributes. The four nearest ones if
+    /// many edges intersect in one point.
     std::array<std::uint32_t, 4> corners{};
-    std::array<float, 4> shares{}; ///< sum 1; 0 for a corner that has no part in it
+    std::array<float, 4> shares{}; ///< interpolation weights; sum 1, 0 for unused corners
 };
 
-/// Splits polygons into triangles, whatever their shape: concave, with a hole that a double edge
-/// leads to, bent, or crossing themselves. One that crosses itself more than four times for each of
-/// its corners, which is a scribble, is split as if it were seen whole from its first corner: its
-/// crossings may be half as many as the square of its corners, and each would take its time.
+/// Splits polygons of any shape into triangles: concave, non-planar, self-intersecting, or with a
+/// hole connected by a double edge. A polygon with more than four self-intersections per corner is
+/// split as a fan from its first corner instead, since the number of intersections can grow with
+/// the square of the number of corners.
 class PolygonSplitter {
 public:
     PolygonSplitter();
@@ -41,11 +41,11 @@ public:
     PolygonSplitter& operator=(const PolygonSplitter&) = delete;
     ~PolygonSplitter();
 
-    /// Splits the polygon with these corners, three or more, finite and not larger than 1e100.
-    /// Triangles that have no area may be left out: a polygon without area may give none.
+    /// Splits a polygon. It has three or more corners, all finite and at most 1e100 in magnitude.
+    /// Triangles without area may be omitted, so a degenerate polygon may give none.
     void split(std::span<const mesh::Vec3> corners);
 
-    /// What the last polygon was split into. Valid until the next one.
+    /// The triangles of the last polygon. Valid until the next call of `split`.
     [[nodiscard]] std::span<const Piece> pieces() const noexcept { return pieces_; }
     [[nodiscard]] std::span<const AddedPoint> added_points() const noexcept { return added_; }
 
@@ -62,7 +62,7 @@ private:
     std::unique_ptr<Tessellator> tessellator_;
 };
 
-/// Twice the polygon's area as a vector along its normal.
+/// Twice the area vector of the polygon: along its normal, with twice the area as its length.
 [[nodiscard]] mesh::Vec3 area_vector(std::span<const mesh::Vec3> corners) noexcept;
 
 } // namespace picture

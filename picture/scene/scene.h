@@ -21,31 +21,31 @@ namespace picture {
 
 class TracedScene;
 
-/// The ray tracer could not do its work, mostly for want of threads. The message says why.
+/// The ray tracer failed, usually because it could not start threads. The message gives the reason.
 class TracerError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// One layer to be shown, or a run of its polygons. What it points to is used only while a scene is
-/// being made of it.
+/// A layer to be shown, or a range of its polygons. The pointers must be valid while a scene is
+/// built from it, and not longer.
 struct SceneLayer {
     const mesh::Layer* layer = nullptr;
-    const mesh::TagList* tags = nullptr;      ///< of the layer's document
-    std::span<const mesh::SurfaceLook> looks; ///< of the document's surfaces
+    const mesh::TagList* tags = nullptr;      ///< tags of the layer's document
+    std::span<const mesh::SurfaceLook> looks; ///< surfaces of the document
     std::size_t first_polygon = 0;
-    std::size_t end_polygon = std::numeric_limits<std::size_t>::max(); ///< or the layer's last
-    bool loose_points = true; ///< points of no polygon are shown as dots
+    std::size_t end_polygon = std::numeric_limits<std::size_t>::max(); ///< exclusive; clamped
+    bool loose_points = true; ///< show points without a polygon as dots
 };
 
-/// All layers of a document, in order. Points into both arguments.
+/// All layers of a document, in order. The result points into both arguments.
 [[nodiscard]] std::vector<SceneLayer> all_layers(const mesh::Document& document,
                                                  std::span<const mesh::SurfaceLook> looks);
 
 /// A polygon of a scene.
 struct PolygonId {
-    std::uint32_t layer = 0;   ///< position among the layers that the scene was made of
-    std::uint32_t polygon = 0; ///< index in that layer, from its very first polygon
+    std::uint32_t layer = 0;   ///< index among the layers from which the scene was built
+    std::uint32_t polygon = 0; ///< index in the mesh layer (not relative to `first_polygon`)
 
     friend bool operator==(const PolygonId&, const PolygonId&) = default;
     friend bool operator<(const PolygonId& a, const PolygonId& b) noexcept
@@ -54,36 +54,36 @@ struct PolygonId {
     }
 };
 
-/// The making of a scene was given up, as its caller asked.
+/// Building a scene was cancelled by its caller.
 class SceneCancelled : public std::exception {};
 
-/// Some layers, made ready to be looked at: triangles in single precision around the scene's own
-/// middle and size, sorted in space for tracing. Holds copies of all it needs, and never changes:
-/// any number of threads may use it at a time.
+/// Layers prepared for ray tracing: triangles in single precision, relative to the centre and size
+/// of the scene, in a bounding volume hierarchy. Copies all data; immutable and thread-safe.
 ///
-/// Polygons of three or more points are faces, patches by their control polygons; polygons of two
-/// points and bones are thin lines, curves as well; polygons of one point are dots, and so are
-/// points of no polygon. What has a coordinate that is no finite number is left out.
+/// Polygons of three or more points are drawn as faces (patches by their control polygons);
+/// polygons of two points, bones and curves as thin lines; polygons of one point, and points
+/// without a polygon, as dots. Elements with a non-finite coordinate are omitted.
 class Scene {
 public:
-    /// Uses all cores.
-    /// @param cancel  once true, the making is given up soon; may be null
+    /// Builds the scene on all cores.
+    /// @param cancel  set to true to cancel; may be null
     /// @throws std::bad_alloc, TracerError, SceneCancelled
     explicit Scene(std::span<const SceneLayer> layers, const std::atomic<bool>* cancel = nullptr);
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
     ~Scene();
 
-    /// Box around everything there is to see; none when there is nothing.
+    /// Bounding box of everything visible; empty for an empty scene.
     [[nodiscard]] const std::optional<mesh::Bounds>& bounds() const noexcept;
 
-    /// The camera, moved so that it just sees everything. Unchanged when there is nothing.
+    /// The camera, moved to frame the whole scene. Unchanged for an empty scene.
+    /// @param aspect  width of the picture divided by its height
     [[nodiscard]] Camera framed(Camera camera, double aspect) const noexcept;
 
-    /// Triangles that the faces were split into.
+    /// Number of triangles.
     [[nodiscard]] std::size_t triangle_count() const noexcept;
 
-    /// For the room's own use.
+    /// Internal representation, for use within picture/ only.
     [[nodiscard]] const TracedScene& traced() const noexcept { return *traced_; }
 
 private:

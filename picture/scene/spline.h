@@ -9,9 +9,9 @@
 
 namespace picture {
 
-/// A smooth line through the points of a curve polygon, three or more, as a chain of short straight
-/// ones. Bit 0 and bit 1 of the polygon's flags say that its first and last point only give the
-/// direction there and are not reached.
+/// Samples the spline through the points (three or more) of a curve polygon as a polyline. If bit 0
+/// (bit 1) of the polygon's flags is set, the first (last) point is only a control point for the
+/// direction, and the curve does not reach it.
 [[nodiscard]] std::vector<mesh::Vec3> spline(std::span<const mesh::Vec3> points,
                                              std::uint8_t flags);
 

@@ -7,27 +7,27 @@
 
 namespace picture {
 
-/// What the surfaces of a document look like, by the tags that name them. Its layers share it:
-/// there may be tens of thousands of surfaces and as many layers.
+/// Maps surface tags of a document to their appearance. Shared by all layers of the document, since
+/// there may be tens of thousands of surfaces and layers.
 class SurfaceIndex {
 public:
-    /// Makes it that of the layer's document, unless it is that already. Points into what the layer
-    /// points to. @throws std::bad_alloc
+    /// Builds the index for the layer's document, unless it is already that of this document. Keeps
+    /// pointers to the document's tags and looks. @throws std::bad_alloc
     void set_document(const SceneLayer& layer);
 
-    /// The look of the surface; null: it has none.
+    /// The appearance of the surface, or null.
     [[nodiscard]] const mesh::SurfaceLook* look(mesh::TagIndex tag) const noexcept
     {
         return tag < looks_.size() ? looks_[tag] : nullptr;
     }
 
-    /// The cosine of the surface's smoothing angle; `flat` where it has none.
+    /// The cosine of the surface's smoothing angle; `flat` if it is shaded flat.
     [[nodiscard]] float cosine(mesh::TagIndex tag) const noexcept
     {
         return tag < cosines_.size() ? cosines_[tag] : flat;
     }
 
-    static constexpr float flat = 2.0F; ///< no cosine reaches it
+    static constexpr float flat = 2.0F; ///< larger than every cosine
 
 private:
     const mesh::TagList* tags_ = nullptr;

@@ -13,26 +13,26 @@ struct RTCSceneTy;
 
 namespace picture {
 
-/// What kind of thing a line of sight met.
+/// The kind of primitive that a ray hit.
 enum class Shape : std::uint8_t { triangle, line, dot };
 
-/// Where a line of sight meets the scene first.
+/// The first intersection of a ray with the scene.
 struct Hit {
-    std::uint32_t part = 0; ///< number of the layer
+    std::uint32_t part = 0; ///< index of the part (layer)
     Shape shape = Shape::triangle;
-    std::uint32_t number = 0; ///< of the triangle, line or dot in its part
-    float u = 0.0F;           ///< share of the triangle's second corner
-    float v = 0.0F;           ///< share of its third
+    std::uint32_t number = 0; ///< index of the triangle, line or dot in its part
+    float u = 0.0F;           ///< barycentric coordinate of the triangle's second corner
+    float v = 0.0F;           ///< barycentric coordinate of the third corner
     double distance = 0.0;    ///< metres from the ray's origin
-    Float3 place;             ///< in the scene's coordinates
-    Float3 normal;            ///< of length 1, towards where the ray came from
+    Float3 place;             ///< position in scene coordinates
+    Float3 normal;            ///< unit geometric normal, facing the ray's origin
 };
 
-/// The insides of a scene: its parts, and the tracer's tree over them. Rays within the scene are in
-/// its own coordinates.
+/// Implementation of Scene: the parts, and the ray tracer's acceleration structure. Thread-safe
+/// after construction.
 class TracedScene {
 public:
-    /// As a scene is made.
+    /// See Scene::Scene.
     explicit TracedScene(std::span<const SceneLayer> layers,
                          const std::atomic<bool>* cancel = nullptr);
     TracedScene(const TracedScene&) = delete;
@@ -43,18 +43,18 @@ public:
     [[nodiscard]] const Placement& placement() const noexcept { return placement_; }
     [[nodiscard]] const std::optional<mesh::Bounds>& bounds() const noexcept { return bounds_; }
 
-    /// Follows a line of sight.
+    /// Traces a ray given in world coordinates.
     [[nodiscard]] std::optional<Hit> trace(const Ray& ray) const noexcept;
 
-    /// Whether anything lies in a direction from a place on the scene. `normal` is the side of the
-    /// surface to start from.
+    /// Traces a shadow ray from a point on a surface; all arguments are in scene coordinates.
+    /// @param normal  side of the surface at which the ray starts
     [[nodiscard]] bool is_blocked(const Float3& place, const Float3& normal,
                                   const Float3& direction) const noexcept;
 
-    /// The polygon of a hit, or `no_polygon`.
+    /// The polygon of a hit (index in its layer), or `no_polygon`.
     [[nodiscard]] std::uint32_t polygon_of(const Hit& hit) const noexcept;
 
-    /// The place in the mesh's own axes.
+    /// Converts a position from scene to world coordinates.
     [[nodiscard]] mesh::Vec3 world_place(const Float3& place) const noexcept;
 
 private:
@@ -69,7 +69,7 @@ private:
     Placement placement_;
     std::optional<mesh::Bounds> bounds_;
     std::vector<ScenePart> parts_;
-    std::vector<Geometry> geometries_; ///< by the tracer's number
+    std::vector<Geometry> geometries_; ///< by geometry id of the ray tracer
     RTCSceneTy* scene_ = nullptr;
 };
 

@@ -10,62 +10,58 @@ namespace picture {
 
 using mesh::Vec3;
 
-/// How things far away appear.
-enum class Projection {
-    perspective,  ///< smaller
-    orthographic, ///< as large as near ones
-};
+/// The projection of a camera.
+enum class Projection { perspective, orthographic };
 
-/// The sides from which a mesh is looked at. A model faces forward (z up to infinity): `front`
-/// stands before it and has x to the left, `back` stands behind it and has x to the right. `top`
-/// has z up.
+/// Standard views. Models face +z: `front` looks at them along -z with x to the left, `back` along
+/// +z with x to the right. `top` has z up in the picture.
 enum class StandardView { perspective, front, back, left, right, top, bottom };
 
-/// Three directions of length 1 at right angles to each other; forward is what is looked along.
+/// An orthonormal basis; forward is the viewing direction.
 struct Basis {
     Vec3 right;
     Vec3 up;
     Vec3 forward;
 };
 
-/// From where and how a mesh is looked at, in its own axes: x right, y up, z forward (left-handed).
+/// A camera that orbits a target, in mesh axes: x right, y up, z forward (left-handed).
 struct Camera {
     Projection projection = Projection::perspective;
-    Vec3 target;                 ///< what stands in the middle of the picture
-    double azimuth_deg = 30.0;   ///< where the viewer stands around the up axis: 0 behind (at -z),
-                                 ///< 90 at the right (x), 180 in front, 270 at the left
-    double elevation_deg = 25.0; ///< how high: 90 straight above, -90 straight below
-    double height = 2.0;         ///< how much of the world the picture shows from its lower to its
-                                 ///< upper edge at the target's distance, metres; zooms
-    double field_of_view_deg = 30.0; ///< angle between lower and upper edge; perspective only
+    Vec3 target;                 ///< centre of the picture
+    double azimuth_deg = 30.0;   ///< position of the viewer around the y axis: 0 at -z, 90 at x,
+                                 ///< 180 at z, 270 at -x
+    double elevation_deg = 25.0; ///< 90 straight above the target, -90 straight below
+    double height = 2.0;         ///< visible height at the target's distance, metres; changed by
+                                 ///< zooming
+    double field_of_view_deg = 30.0; ///< vertical field of view; perspective only
 
-    /// Looks from this side; target and height stay.
+    /// Sets a standard view; target and height stay.
     void look_from(StandardView view) noexcept;
 
-    /// Moves target and height so that all the points are just seen. `aspect` is the picture's
-    /// width over its height. Without points nothing changes; one point alone is shown in a picture
-    /// a metre high.
+    /// Changes target and height to frame the points. Does nothing without points; a single point
+    /// gives a height of one metre.
+    /// @param aspect  width of the picture divided by its height
     void frame(std::span<const Vec3> points, double aspect) noexcept;
 
-    /// The same for the corners of a box.
+    /// Changes target and height to frame the corners of a box.
     void frame(const mesh::Bounds& bounds, double aspect) noexcept;
 
-    /// The directions in which the camera looks and in which its picture lies.
+    /// The orientation of the camera.
     [[nodiscard]] Basis basis() const noexcept;
 
-    /// How far the viewer stands from the target, metres.
+    /// Distance of the viewer from the target, metres.
     [[nodiscard]] double distance() const noexcept;
 
     friend bool operator==(const Camera&, const Camera&) = default;
 };
 
-/// Gathers points, and then moves a camera so that it just sees all of them.
+/// Accumulates points and then moves a camera to frame all of them.
 class Framing {
 public:
     /// Uses the camera's directions, projection and field of view.
     Framing(const Camera& camera, double aspect) noexcept;
 
-    /// A point with a coordinate that is no finite number is passed over.
+    /// Adds a point; ignores one with a non-finite coordinate.
     void add(const Vec3& point) noexcept;
 
     /// See Camera::frame.
@@ -80,11 +76,11 @@ private:
     Basis basis_;
     bool perspective_;
     double aspect_;
-    double slope_; ///< of the upper edge of sight; 0 without perspective
+    double slope_; ///< tangent of half the vertical field of view; 0 if orthographic
     bool any_ = false;
-    Vec3 origin_;   ///< the first point: the others are taken relative to it
-    Extent across_; ///< the lines of sight along the left and right edge that touch the points
-    Extent along_;  ///< the same for lower and upper edge
+    Vec3 origin_;   ///< the first point; the others are stored relative to it
+    Extent across_; ///< offsets of the left and right view planes that touch the points
+    Extent along_;  ///< offsets of the lower and upper view planes that touch the points
     Extent depth_;
 };
 

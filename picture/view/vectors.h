@@ -29,7 +29,7 @@ using mesh::Vec3;
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-/// By components: in left-handed axes x cross y is z, too.
+/// The cross product; x cross y is z in left-handed axes, too.
 [[nodiscard]] inline Vec3 cross(const Vec3& a, const Vec3& b) noexcept
 {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
@@ -37,7 +37,7 @@ using mesh::Vec3;
 
 [[nodiscard]] inline double length(const Vec3& a) noexcept { return std::sqrt(dot(a, a)); }
 
-/// Of length 1; a vector without length stays as it is.
+/// The unit vector; a zero vector stays unchanged.
 [[nodiscard]] inline Vec3 normalized(const Vec3& a) noexcept
 {
     const double size = length(a);

@@ -7,42 +7,42 @@
 
 namespace picture {
 
-/// A line of sight in the mesh's axes.
+/// A viewing ray in world coordinates.
 struct Ray {
     Vec3 origin;
-    Vec3 direction;       ///< of length 1
-    bool endless = false; ///< reaches behind its origin, too, without end
+    Vec3 direction;       ///< unit vector
+    bool endless = false; ///< a line: also extends behind its origin
 };
 
-/// Where a point of the mesh is in a picture.
+/// The projection of a point onto a picture.
 struct Projected {
     double x = 0.0;     ///< pixels from the left edge
     double y = 0.0;     ///< pixels from the upper edge
-    double depth = 0.0; ///< metres before the viewer, or before the target without perspective
+    double depth = 0.0; ///< metres in front of the viewer or, if orthographic, of the target
 };
 
-/// A camera with a picture of a certain size: leads from pixels to lines of sight and back. The
-/// upper left corner of the picture is (0, 0), the middle of its first pixel (0.5, 0.5).
+/// A camera with a picture size: converts between pixels and viewing rays. The upper left corner of
+/// the picture is (0, 0), the centre of its first pixel (0.5, 0.5).
 class View {
 public:
-    /// Width and height are pixels, at least 1.
+    /// Width and height are in pixels, at least 1.
     View(const Camera& camera, int width, int height) noexcept;
 
     [[nodiscard]] const Camera& camera() const noexcept { return camera_; }
     [[nodiscard]] int width() const noexcept { return width_; }
     [[nodiscard]] int height() const noexcept { return height_; }
 
-    /// The line of sight through a place of the picture. With perspective it starts at the viewer;
-    /// else at the target's depth, and is endless.
+    /// The viewing ray through a position of the picture. It starts at the viewer or, if
+    /// orthographic, at the target's depth and is endless.
     [[nodiscard]] Ray ray(double x, double y) const noexcept;
 
-    /// Where a point appears; none when it is not before the viewer.
+    /// Projects a point; empty if it is not in front of the viewer.
     [[nodiscard]] std::optional<Projected> project(const Vec3& point) const noexcept;
 
-    /// How many metres one pixel covers at a distance along a line of sight.
+    /// Size of a pixel in metres at a distance along a viewing ray.
     [[nodiscard]] double pixel_size(double distance) const noexcept;
 
-    /// The viewer's place; without perspective the target.
+    /// Position of the viewer; if orthographic, the target.
     [[nodiscard]] const Vec3& eye() const noexcept { return eye_; }
     [[nodiscard]] const Basis& basis() const noexcept { return basis_; }
 
@@ -53,7 +53,7 @@ private:
     Basis basis_;
     bool perspective_;
     Vec3 eye_;
-    double step_; ///< metres between two pixels, at distance 1 with perspective
+    double step_; ///< pixel spacing in metres; for perspective, at distance 1
 };
 
 } // namespace picture

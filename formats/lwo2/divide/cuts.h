@@ -10,21 +10,20 @@
 
 namespace formats::lwo2 {
 
-/// The places between the points of a layer at which it can be divided: place p lies before point
-/// number p.
+/// The positions in the point order of a layer at which it can be divided. Position p lies before
+/// point p; it is free if no polygon has points on both sides.
 class Cuts {
 public:
-    /// @param points  how many points there are; all places between them are free at first
+    /// @param points  number of points; all positions are initially free
     explicit Cuts(std::uint32_t points);
 
-    /// Closes the places between two points and those between them, in any order of calls, in time
-    /// that does not grow with their distance.
+    /// Blocks all positions between two points. In constant time, independent of their distance.
     void join(std::uint32_t first, std::uint32_t last);
 
-    /// Takes all joins into account. Once, after the last of them.
+    /// Evaluates all joins. Call once, after the last `join` and before `last_in`.
     void finish();
 
-    /// The last free place in a range, if there is one.
+    /// The last free position in a range, if any.
     [[nodiscard]] std::optional<std::uint32_t> last_in(Range places) const;
 
 private:
@@ -34,9 +33,9 @@ private:
     }
     void close(std::uint32_t begin, std::uint32_t end);
 
-    std::vector<std::uint64_t> closed_;    ///< one bit for each place
-    std::vector<std::int32_t> long_joins_; ///< for each stretch of places: joins of all of it
-                                           ///< that begin with it, less those that ended before
+    std::vector<std::uint64_t> closed_;    ///< one bit per position
+    std::vector<std::int32_t> long_joins_; ///< difference array over fixed-size ranges: joins that
+                                           ///< start at a range minus joins that end before it
 };
 
 } // namespace formats::lwo2

@@ -10,36 +10,33 @@
 
 namespace formats::lwo2 {
 
-/// Divides a layer that has more points or polygons than one layer of the file can number.
+/// Divides a layer that has more points or polygons than a file can index in one layer.
 ///
-/// The points stay in their order and are divided between two of them, where no polygon has points
-/// on both sides: clones, whose points stand side by side, stay whole, and so does everything that
-/// polygons connect. Each polygon goes where its points go, in its order. What came from a file
-/// stays together in the first part. Memory is a bit for each point, and a number for each point of
-/// one part where there are too many polygons.
+/// The point order is kept and cut at positions where no polygon has points on both sides, so
+/// connected polygons, such as those of a clone, stay together. Each polygon goes with its points,
+/// in order. Elements read from a file stay in the first part. Memory: one bit per point, plus one
+/// number per point of a part if it has too many polygons.
 ///
 /// @param whole  the layout of the undivided layer
-/// @param limit  most points or polygons of one part
-/// @param title  the layer in messages
-/// @return the parts with their points and polygons, in order; their names and numbers are the
-///         layer's own still
-/// @throws LimitError where there is no place to divide.
+/// @param limit  maximum number of points and of polygons of a part
+/// @param title  display name of the layer, for messages
+/// @return the parts in order; name and number of each are still those of the layer
+/// @throws LimitError if the layer cannot be divided
 [[nodiscard]] std::vector<LayerPart> divide(const Layout& whole, std::uint32_t limit,
                                             const std::string& title);
 
-/// Gives further parts of layers their names and numbers: the first part keeps the layer's own, a
-/// further one gets its name with " (2)" and so on behind it, and a number that no layer of the
-/// document has.
+/// Assigns names and numbers to the parts of divided layers. The first part keeps those of the
+/// layer; further parts get the name with " (2)" and so on appended, and a free layer number.
 class PartNames {
 public:
     explicit PartNames(const mesh::Document& document);
 
-    /// @throws LimitError when there are no numbers left.
+    /// Names the parts of one layer. @throws LimitError if there are no free layer numbers
     void name(std::vector<LayerPart>& parts, const std::string& title);
 
 private:
     std::vector<bool> taken_;
-    std::size_t next_ = 0; ///< where the search for a free number begins
+    std::size_t next_ = 0; ///< start of the search for a free number
 };
 
 } // namespace formats::lwo2

@@ -15,32 +15,32 @@
 
 namespace formats::lwo2 {
 
-/// The numbers of one kind of chunk, images or envelopes, while one document is joined to another:
-/// which number each of the incoming gets, and which of them have to come.
+/// Renumbers one kind of numbered chunks, images or envelopes, while a document is appended to
+/// another: decides the new number of each incoming chunk, and which chunks have to be copied.
 class IndexSpace {
 public:
-    /// Gives the content by which an incoming chunk is compared with those present; none for one
+    /// Returns the content of an incoming chunk for comparison with present ones; empty for a chunk
     /// that must not be shared.
     using Content = std::function<std::optional<Bytes>(std::span<const std::byte> rest)>;
 
     explicit IndexSpace(mesh::FourCC id) : id_(id) {}
 
-    /// Takes note of a chunk that is there already.
+    /// Registers a chunk of the target document.
     void add_present(const mesh::FileChunk& chunk);
 
-    /// Takes note of a chunk of the incoming document, which must outlive this.
+    /// Registers a chunk of the incoming document, which must outlive this object.
     void add_incoming(const mesh::FileChunk& chunk);
 
-    /// The number that an incoming number becomes: that of a present chunk of the same content, or
-    /// its own where it is free, or a free one. Always below `index_limit`, so that a surface can
-    /// name it.
-    /// @throws LimitError when no number is free.
+    /// Maps an incoming number to its new one: that of a present chunk with the same content, or
+    /// else the same number if it is free, or else a free number. Always below `index_limit`, so
+    /// that a surface can refer to it.
+    /// @throws LimitError if no number is free
     std::uint32_t map(std::uint32_t number, const Content& content);
 
-    /// Whether a number that was mapped is one of a chunk that has to come.
+    /// Whether a mapped number denotes a chunk that has to be copied.
     [[nodiscard]] bool is_new(std::uint32_t number) const { return new_.contains(number); }
 
-    /// The incoming chunk of a number, or null.
+    /// The incoming chunk with this number, or null.
     [[nodiscard]] const mesh::FileChunk* incoming(std::uint32_t number) const;
 
     /// The numbers of all incoming chunks, in order.

@@ -15,50 +15,52 @@ namespace formats::lwo2 {
 
 using Bytes = std::vector<std::byte>;
 
-/// What to put in place of each image and envelope that a description names by number. Numbers
-/// given are never 0, which means none.
+/// Functions that map the numbers of images and envelopes to new ones. They are not called for 0,
+/// which means none.
 struct Renumber {
     std::function<std::uint32_t(std::uint32_t)> image;
     std::function<std::uint32_t(std::uint32_t)> envelope;
 };
 
-/// The two texts at the start of a surface's description, and what follows them.
+/// The two strings at the start of a surface description, and the bytes after them.
 struct SurfaceHead {
     std::string name;
-    std::string source; ///< another surface, on which this one is based; mostly empty
+    std::string source; ///< name of the surface that this one is based on; usually empty
     std::span<const std::byte> rest;
 };
 
-/// Takes a surface's description apart; none when its texts have no end. `rest` looks into `body`.
+/// Parses the head of a surface description; empty if a string is not terminated. `rest` points
+/// into `body`.
 [[nodiscard]] std::optional<SurfaceHead> surface_head(std::span<const std::byte> body);
 
-/// Whether a surface holds data of nodes, which may name images and envelopes in ways of its own.
+/// Whether a surface has shader node data, which may refer to images and envelopes in an unknown
+/// encoding.
 [[nodiscard]] bool has_node_data(std::span<const std::byte> rest);
 
-/// What follows a surface's texts, with the numbers of images and envelopes replaced. What is
-/// damaged or not understood stays as it is; with nothing to replace the result is what was put in.
-/// @throws LimitError when a part grows past what its size field can hold.
+/// Replaces the numbers of images and envelopes in the bytes after the strings of a surface
+/// description. Damaged or unknown parts stay unchanged.
+/// @throws LimitError if a part exceeds the range of its size field
 [[nodiscard]] Bytes renumber_surface(std::span<const std::byte> rest, const Renumber& renumber);
 
-/// The chunk of a surface's description.
+/// Builds the chunk of a surface description.
 [[nodiscard]] mesh::FileChunk make_surface(const SurfaceHead& head);
 
-/// A chunk that is known by a number: an image (CLIP) or an envelope (ENVL).
+/// A chunk identified by a number: an image (CLIP) or an envelope (ENVL).
 struct Numbered {
     std::uint32_t number = 0;
-    std::span<const std::byte> rest; ///< what follows the number
+    std::span<const std::byte> rest; ///< bytes after the number
 };
 
-/// Takes such a chunk apart; none when it is too short. `rest` looks into the chunk.
+/// Parses a numbered chunk; empty if it is too short. `rest` points into the chunk.
 [[nodiscard]] std::optional<Numbered> numbered(const mesh::FileChunk& chunk);
 
-/// What follows the number of an image, with the numbers in it replaced. @throws LimitError
+/// Replaces the numbers in the bytes after the number of an image. @throws LimitError
 [[nodiscard]] Bytes renumber_image(std::span<const std::byte> rest, const Renumber& renumber);
 
-/// Whether an image is another one, seen differently.
+/// Whether an image refers to another image.
 [[nodiscard]] bool names_image(std::span<const std::byte> rest);
 
-/// The chunk with this number and content.
+/// Builds a numbered chunk.
 [[nodiscard]] mesh::FileChunk make_numbered(mesh::FourCC id, std::uint32_t number,
                                             std::span<const std::byte> rest);
 

@@ -15,19 +15,19 @@
 
 namespace formats::lwo2 {
 
-/// Decides what becomes of the surfaces of one document when its layers join another's: which are
-/// shared, which come along, and under which name.
+/// Merges the surfaces of a document that is appended to another: decides which surfaces are
+/// shared, which are copied, and under which name.
 class SurfaceMerge {
 public:
-    /// Both documents must outlive this and stay as they are until `finish`.
+    /// Both documents must outlive this object and must not change before `finish`.
     SurfaceMerge(const mesh::Document& into, const mesh::Document& from, std::string_view from_name,
                  const WarningSink& warnings);
 
-    /// The name that a surface of the incoming document has in the other one. Decided at the first
-    /// call for each. @throws LimitError
+    /// The name of an incoming surface in the target document; decided at the first call for each
+    /// surface. @throws LimitError
     const std::string& name(const std::string& incoming);
 
-    /// The chunks that have to come along: envelopes, images and surfaces.
+    /// The chunks that have to be copied: envelopes and images, and surfaces.
     struct Chunks {
         std::vector<mesh::FileChunk> numbered;
         std::vector<mesh::FileChunk> surfaces;
@@ -35,15 +35,15 @@ public:
     [[nodiscard]] Chunks finish();
 
 private:
-    /// A surface as it would be in the other document, but for its name.
+    /// An incoming surface as it will be in the target document, except for its name.
     struct MappedSurface {
         SurfaceHead head;
-        bool needs_new = false; ///< names images or envelopes that are not there yet
+        bool needs_new = false; ///< refers to images or envelopes that have to be copied
         bool has_nodes = false;
-        /// What it names, by incoming numbers.
+        /// Incoming numbers of the images and envelopes that it refers to.
         std::vector<std::uint32_t> images = {};
         std::vector<std::uint32_t> envelopes = {};
-        Bytes rest = {}; ///< what follows the texts, renumbered
+        Bytes rest = {}; ///< bytes after the strings, renumbered
     };
 
     [[nodiscard]] MappedSurface map_surface(const SurfaceHead& head);
@@ -66,12 +66,12 @@ private:
     IndexSpace envelopes_;
     std::unordered_map<std::string, SurfaceHead> present_;
     std::unordered_map<std::string, SurfaceHead> incoming_;
-    std::unordered_map<std::string, std::string> names_; ///< decided ones, by incoming name
+    std::unordered_map<std::string, std::string> names_; ///< decided names by incoming name
     std::unordered_set<std::string> new_names_;
     std::vector<MappedSurface> added_;
-    bool all_mapped_ = false; ///< for the data of nodes, which may name anything
-    bool all_moved_ = false;  ///< some number became another
-    bool all_new_ = false;    ///< something is not there yet
+    bool all_mapped_ = false; ///< all images and envelopes are mapped, as node data requires
+    bool all_moved_ = false;  ///< with all_mapped_: some number has changed
+    bool all_new_ = false;    ///< with all_mapped_: some chunk has to be copied
 };
 
 } // namespace formats::lwo2

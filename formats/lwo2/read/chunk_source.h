@@ -10,10 +10,10 @@
 
 namespace formats::lwo2 {
 
-/// Where the reader takes its bytes from, a piece at a time.
+/// Random access to the bytes of a file, a piece at a time.
 class ChunkSource {
 public:
-    /// Most bytes that can be asked for at once: more than the longest value of any chunk.
+    /// Maximum for `least` in `read`; larger than the longest value of any chunk.
     static constexpr std::size_t longest_run = std::size_t{512} * 1024;
 
     ChunkSource() = default;
@@ -24,17 +24,17 @@ public:
     /// Size of the whole file in bytes.
     [[nodiscard]] virtual std::uint64_t size() const noexcept = 0;
 
-    /// The bytes from `offset` on that are at hand, at least `least` of them, all of which lie
-    /// within the size; valid until the next call.
+    /// Reads from `offset` and returns at least `least` bytes, more if they are buffered. The bytes
+    /// must lie within the file. Valid until the next call.
     [[nodiscard]] virtual std::span<const std::byte> read(std::uint64_t offset,
                                                           std::size_t least) = 0;
 };
 
-/// Bytes in memory, which must outlive the source.
+/// A source over bytes in memory, which must outlive it.
 [[nodiscard]] std::unique_ptr<ChunkSource> memory_source(std::span<const std::byte> bytes);
 
-/// A file, of which only the piece being read is in memory; of a pipe as much is read first as the
-/// object in it says to have. @throws FileError here and in `read`.
+/// A source over a file, with only the current piece in memory. A pipe is read completely first, up
+/// to the size in the object's header. @throws FileError here and in `read`
 [[nodiscard]] std::unique_ptr<ChunkSource> file_source(InputFile file);
 
 } // namespace formats::lwo2

@@ -15,15 +15,15 @@
 
 namespace formats::lwo2 {
 
-/// Reads the big-endian values of one chunk's body in order; throws FormatError, naming the chunk
-/// and the byte of the file, where the body ends too early.
+/// Reads the big-endian values of one chunk's body sequentially. Throws FormatError with the chunk
+/// and the byte offset if the body ends too early.
 ///
-/// It holds a piece of the body at a time, so that a chunk's size costs no memory. The source must
-/// not be asked for anything else while a cursor is in use.
+/// Buffers a piece of the body at a time, so memory does not depend on the size of the chunk. The
+/// source must not be used otherwise while a cursor is in use.
 class Cursor {
 public:
-    /// @param offset  where the body's first byte stands in the file
-    /// @param size    of the body, all of which lies within the source
+    /// @param offset  offset of the body in the file
+    /// @param size    size of the body, which must lie within the source
     Cursor(mesh::FourCC chunk, ChunkSource& source, std::uint64_t offset,
            std::uint64_t size) noexcept
         : chunk_(chunk), source_(source), start_(offset), end_offset_(offset + size)
@@ -34,7 +34,7 @@ public:
 
     [[nodiscard]] mesh::FourCC chunk() const noexcept { return chunk_; }
     [[nodiscard]] std::uint64_t remaining() const noexcept { return end_offset_ - offset(); }
-    /// Where the next value stands in the file.
+    /// Offset of the next value in the file.
     [[nodiscard]] std::uint64_t offset() const noexcept
     {
         return start_ + static_cast<std::uint64_t>(at_ - begin_);
@@ -56,7 +56,7 @@ public:
         return value;
     }
 
-    /// An index of two or four bytes; the long form begins with 0xFF.
+    /// An index of two bytes, or of four if the first byte is 0xFF.
     [[nodiscard]] std::uint32_t index()
     {
         need(2);
@@ -65,15 +65,15 @@ public:
         return u4() & 0x00FFFFFFu;
     }
 
-    /// A text up to its zero byte, and the filler that makes its length even. The last filler of a
-    /// body may be missing.
+    /// A zero-terminated string with padding to even length. The padding may be missing at the end
+    /// of the body.
     [[nodiscard]] std::string text();
 
-    /// All bytes that are left.
+    /// All remaining bytes.
     [[nodiscard]] std::vector<std::byte> rest();
 
-    /// The next bytes as far as they are at hand: at least `least` of them, or all that are left
-    /// where these are fewer. They stay where they are until `skip`.
+    /// The next bytes without consuming them: at least `least`, or all remaining if fewer, and more
+    /// if they are buffered. Valid until the next read. Consume with `skip`.
     /// @param least  at most ChunkSource::longest_run
     [[nodiscard]] std::span<const std::byte> peek(std::size_t least)
     {
@@ -83,10 +83,10 @@ public:
         return {at_, end_};
     }
 
-    /// Passes over bytes that are at hand.
+    /// Consumes bytes returned by `peek`.
     void skip(std::size_t count) noexcept { at_ += count; }
 
-    /// Throws for a fault at the next value.
+    /// Throws FormatError for the position of the next value.
     [[noreturn]] void fail(const std::string& reason) const { fail_at(offset(), reason); }
 
     [[noreturn]] void fail_at(std::uint64_t offset, const std::string& reason) const
@@ -104,15 +104,15 @@ private:
         fill(count);
     }
 
-    /// Gets the next piece of the body, from the next value on.
+    /// Buffers at least `least` bytes from the next value on.
     void fill(std::size_t least);
 
     mesh::FourCC chunk_;
     ChunkSource& source_;
-    const std::byte* begin_ = nullptr; ///< the piece at hand
+    const std::byte* begin_ = nullptr; ///< the buffered piece
     const std::byte* at_ = nullptr;
     const std::byte* end_ = nullptr;
-    std::uint64_t start_; ///< where the piece stands in the file
+    std::uint64_t start_; ///< offset of the piece in the file
     std::uint64_t end_offset_;
 };
 

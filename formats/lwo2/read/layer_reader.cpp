@@ -153,7 +153,7 @@ std::uint32_t LayerReader::polygon_index(Cursor& body) const
     return polygons_.first + index;
 }
 
-/// Refuses another kind of polygons or tags where there are as many as a layer may have.
+/// Checks that a further polygon type or tag kind is within the limit of a layer.
 void LayerReader::check_kind(bool is_known, std::size_t known, std::size_t most, const Cursor& body,
                              const char* what) const
 {
@@ -163,7 +163,7 @@ void LayerReader::check_kind(bool is_known, std::size_t known, std::size_t most,
                               most, what));
 }
 
-/// Takes the polygons that are at hand whole and sound, up to the first that is not.
+/// Fast path: reads the buffered polygons up to the first invalid or incomplete one.
 void LayerReader::read_polygons_fast(Cursor& body, mesh::FourCC type)
 {
     constexpr std::size_t longest = 2 + 4 * curve_point_limit;
@@ -279,7 +279,7 @@ void LayerReader::drop_map_parameters()
         layer_.chunks.pop_back();
 }
 
-/// Takes rows of a map that are at hand whole and sound, as many as there is room for.
+/// Fast path: reads buffered rows of a map into `rows_`, up to the first invalid or incomplete one.
 void LayerReader::read_rows_fast(Cursor& body)
 {
     Rows& rows = rows_;

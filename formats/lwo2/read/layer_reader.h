@@ -15,29 +15,30 @@
 
 namespace formats::lwo2 {
 
-/// Builds one layer from its chunks, in file order. All members that take a Cursor throw
-/// FormatError for damage.
+/// Builds one layer from its chunks, passed in file order. Members with a Cursor argument throw
+/// FormatError for invalid data.
 class LayerReader {
 public:
     explicit LayerReader(Reading& reading) : reading_(reading), maps_(layer_.maps, reading) {}
-    LayerReader(const LayerReader&) = delete; // the maps look into the layer
+    LayerReader(const LayerReader&) = delete; // maps_ refers to layer_
     LayerReader& operator=(const LayerReader&) = delete;
     ~LayerReader() = default;
 
-    /// Takes the chunk that opens the layer; without it the layer is the unnamed one of data that
-    /// stands before any.
+    /// Reads the chunk that starts the layer. Not called for data before the first such chunk,
+    /// which goes into an unnamed layer.
     void open(Cursor& body);
 
-    /// Takes a chunk of the layer's data; false for a chunk that is not such, which is left alone.
+    /// Reads a chunk of layer data. Returns false, without reading, for any other chunk.
     [[nodiscard]] bool take(Cursor& body);
 
-    /// Keeps a chunk as it is, in its place.
+    /// Keeps a chunk unread, in file order.
     void keep(mesh::FileChunk chunk) { layer_.chunks.push_back(std::move(chunk)); }
 
-    /// The layer, whole. The reader is spent afterwards.
+    /// Returns the finished layer. The reader must not be used afterwards.
     [[nodiscard]] mesh::Layer finish();
 
-    /// The highest number of a tag that a polygon was given, and where; none while `any` is false.
+    /// The highest tag index of a polygon, and its offset in the file; invalid while `any` is
+    /// false.
     struct HighestTag {
         bool any = false;
         std::uint16_t tag = 0;
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] const HighestTag& highest_tag() const noexcept { return highest_tag_; }
 
 private:
-    /// The points or polygons that indices in the following chunks count from.
+    /// The current block of points or polygons, which indices in the following chunks refer to.
     struct Block {
         std::uint32_t first = 0;
         std::uint32_t count = 0;
@@ -59,7 +60,7 @@ private:
     void map(Cursor& body);
     void corner_values(Cursor& body);
 
-    /// Room for some rows of a map, some thousand numbers in all.
+    /// A buffer for rows of a map, about 4096 numbers.
     struct Rows {
         void fit(std::size_t dimension_of_map)
         {
@@ -70,7 +71,7 @@ private:
         }
         std::size_t dimension = 0;
         std::size_t most = 0;
-        std::size_t count = 0; ///< how many there are
+        std::size_t count = 0; ///< rows in use
         mesh::Buffer<std::uint32_t> points;
         mesh::Buffer<float> values;
     };
@@ -90,9 +91,9 @@ private:
     Block points_;
     Block polygons_;
     std::uint32_t point_blocks_ = 0;
-    std::vector<std::uint32_t> map_block_; ///< for each map: block whose chunk for it was kept, + 1
-    Rows rows_;                            ///< of all maps, one after another
-    std::unordered_set<mesh::FourCC> block_tag_kinds_; ///< kept for the latest polygons
+    std::vector<std::uint32_t> map_block_; ///< per map: block of its last chunk record, plus 1
+    Rows rows_;                            ///< reused for all maps
+    std::unordered_set<mesh::FourCC> block_tag_kinds_; ///< kinds recorded for the latest polygons
     HighestTag highest_tag_;
 };
 

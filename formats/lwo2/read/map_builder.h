@@ -14,51 +14,50 @@
 
 namespace formats::lwo2 {
 
-/// Gathers the vertex maps of one layer from rows that may come in any order, in time that does not
-/// grow with their disorder.
+/// Builds the vertex maps of one layer from rows in any order. The time does not depend on the
+/// order of the rows.
 class MapBuilder {
 public:
-    /// @param maps  takes the maps; nobody else adds to it
+    /// @param maps  receives the maps; must not be modified otherwise
     MapBuilder(mesh::StableList<mesh::VertexMap>& maps, Reading& reading)
         : maps_(maps), reading_(reading)
     {}
 
-    /// The number of the map of this type, name and dimension, in order of first appearance.
+    /// Index of the map of this type, name and dimension; appends it if it does not exist.
     [[nodiscard]] std::uint32_t number(mesh::FourCC type, std::string_view name,
                                        std::uint16_t dimension);
 
-    /// Gives points their values, one after another in `values`; where a point comes again, the
-    /// last value counts.
+    /// Adds rows: points and their packed values. For duplicate points the last value counts.
     void add(std::uint32_t map, std::span<const std::uint32_t> points,
              std::span<const float> values);
 
-    /// Ends the rows of the chunk at `offset`, which were of this map.
+    /// Marks the end of a chunk of this map, which is at `offset` in the file.
     void end_chunk(std::uint32_t map, std::uint64_t offset);
 
-    /// Makes the maps whole. The builder is spent afterwards.
+    /// Completes the maps. The builder must not be used afterwards.
     void finish();
 
 private:
-    /// Rows that came after a row of the same or a later point, in order of the file.
+    /// Rows that follow a row of the same or a higher point, in file order; merged at the end.
     struct OutOfOrder {
         mesh::Buffer<std::uint32_t> points = {};
         mesh::Buffer<float> values = {};
-        std::uint64_t offset = 0; ///< the chunk that added to the map last
+        std::uint64_t offset = 0; ///< offset of the last chunk of the map
     };
 
     void grow_table();
-    /// The place of a map in the table, or the free one where it would go.
+    /// The slot of a map in the table, or the free slot for it.
     [[nodiscard]] std::size_t place_of(mesh::FourCC type, std::string_view name,
                                        std::size_t dimension) const;
     void merge_out_of_order(std::uint32_t map, OutOfOrder& late);
 
     mesh::StableList<mesh::VertexMap>& maps_;
     Reading& reading_;
-    /// Numbers of maps plus one, each at the first free place from its hash on; 0 is free. A power
-    /// of two long, and never full. Millions of maps of a few bytes each would cost several times
-    /// as much in a standard container.
+    /// Open-addressing hash table of map indices plus one; 0: free. Its size is a power of two, and
+    /// it is never full. For millions of tiny maps a standard container needs several times the
+    /// memory.
     std::vector<std::uint32_t> table_;
-    std::unordered_map<std::uint32_t, OutOfOrder> out_of_order_; ///< by number of the map
+    std::unordered_map<std::uint32_t, OutOfOrder> out_of_order_; ///< by index of the map
 };
 
 } // namespace formats::lwo2

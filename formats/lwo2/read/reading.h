@@ -11,12 +11,12 @@
 
 namespace formats::lwo2 {
 
-/// What one reading of a file shares: its warnings.
+/// State shared by all parts of the reader for one file: the warnings.
 class Reading {
 public:
     explicit Reading(const WarningSink& sink) : sink_(sink) {}
 
-    /// Passes a warning on, up to a number that a person may still want to read.
+    /// Forwards a warning to the sink; at most 100 per file.
     void warn(mesh::FourCC chunk, std::uint64_t offset, const std::string& text)
     {
         constexpr int most = 100;

@@ -14,7 +14,7 @@
 
 namespace formats::lwo2 {
 
-/// Where an Encoder's bytes go, in large runs.
+/// Receives the output of an Encoder in large blocks.
 class ByteSink {
 public:
     ByteSink() = default;
@@ -24,27 +24,27 @@ public:
     virtual void write(std::span<const std::byte> bytes) = 0;
 };
 
-/// Bytes that an index takes.
+/// Encoded size of an index in bytes.
 constexpr unsigned index_size(std::uint32_t index) noexcept
 {
     return index < first_long_index ? 2 : 4;
 }
 
-/// Writes an index of two or four bytes and returns the place behind it.
+/// Writes an index of two or four bytes and returns a pointer past it.
 inline std::byte* put_index(std::byte* to, std::uint32_t value) noexcept
 {
     return value < first_long_index ? put_u2(to, value) : put_u4(to, 0xFF000000u | value);
 }
 
-/// Writes big-endian values.
+/// Writes big-endian values through a buffer to a ByteSink.
 class Encoder {
 public:
     explicit Encoder(ByteSink& sink)
         : sink_(sink), buffer_(std::make_unique_for_overwrite<std::byte[]>(capacity_))
     {}
 
-    /// Room for `count` bytes at least, for values that are written many at a time. What was
-    /// written there is told to `written`.
+    /// Returns a pointer to at least `count` writable bytes in the buffer. Write there and then
+    /// call `advance`.
     [[nodiscard]] std::byte* reserve(std::size_t count)
     {
         if (capacity_ - size_ < count)
@@ -52,7 +52,7 @@ public:
         return buffer_.get() + size_;
     }
 
-    /// Takes what stands between the room last given and `end`.
+    /// Accepts the bytes from the pointer returned by `reserve` up to `end`.
     void advance(const std::byte* end) noexcept
     {
         size_ = static_cast<std::size_t>(end - buffer_.get());
@@ -81,7 +81,7 @@ public:
         }
     }
 
-    /// A text with its zero byte, and another where that makes the length even.
+    /// A zero-terminated string, padded with another zero byte to even length.
     void text(std::string_view text)
     {
         bytes(std::as_bytes(std::span(text)));
@@ -107,13 +107,13 @@ private:
     }
 
     ByteSink& sink_;
-    // large enough for few calls to the system, and small enough to stay in the processor's cache
+    // large enough for few system calls, small enough for the processor's cache
     std::size_t capacity_ = std::size_t{256} * 1024;
     std::unique_ptr<std::byte[]> buffer_;
     std::size_t size_ = 0;
 };
 
-/// Takes what an Encoder takes, and only counts the bytes.
+/// Has the interface of an Encoder and only counts the bytes.
 class ByteCounter {
 public:
     void u1(std::uint32_t) noexcept { size_ += 1; }

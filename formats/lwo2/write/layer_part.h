@@ -9,7 +9,7 @@
 
 namespace formats::lwo2 {
 
-/// Points, polygons or rows that stand side by side.
+/// A half-open range [begin, end) of points, polygons or rows.
 struct Range {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
@@ -18,7 +18,7 @@ struct Range {
     friend bool operator==(const Range&, const Range&) = default;
 };
 
-/// Appends a number to ascending ranges: to the last one where it follows.
+/// Appends a number to ascending ranges; extends the last range if the number follows it.
 inline void append(std::vector<Range>& ranges, std::uint32_t number)
 {
     if (!ranges.empty() && ranges.back().end == number)
@@ -27,17 +27,17 @@ inline void append(std::vector<Range>& ranges, std::uint32_t number)
         ranges.push_back({number, number + 1});
 }
 
-/// What one layer of the file holds of a layer of the document: mostly all of it.
+/// The part of a document's layer that one layer of the file holds; usually the whole layer.
 struct LayerPart {
     const mesh::Layer* layer = nullptr;
-    bool is_first = true; ///< it has the layout of the file that the layer came from
+    bool is_first = true; ///< the part that keeps the layout of the layer's file
     std::string name = {};
     std::uint16_t number = 0;
     Range points = {};
-    std::vector<Range> polygons = {}; ///< ascending; they name points of this part only
+    std::vector<Range> polygons = {}; ///< ascending; they use points of this part only
 };
 
-/// The whole of a layer.
+/// The part that holds a whole layer.
 [[nodiscard]] inline LayerPart whole(const mesh::Layer& layer)
 {
     LayerPart part{.layer = &layer,

@@ -14,52 +14,53 @@
 
 namespace formats::lwo2 {
 
-/// Marks a step that stands before any points or polygons.
+/// Block number of a step before any points or polygons.
 constexpr std::uint32_t no_block = 0xFFFFFFFFu;
 
-/// Points of a layer that one chunk holds: indices in the chunks behind it count from `begin`.
+/// The points of a layer that one chunk holds. Point indices in the following chunks are relative
+/// to `begin`.
 using PointBlock = Range;
 
-/// Polygons that stand side by side in the layer and in one block of the file.
+/// Polygons that are consecutive both in the layer and in one block of the file.
 struct PolygonRun {
-    std::uint32_t begin = 0; ///< in the layer
-    std::uint32_t end = 0;
-    std::uint32_t block = 0;
-    std::uint32_t first = 0; ///< number of `begin` within the block
+    std::uint32_t begin = 0; ///< first polygon, index in the layer
+    std::uint32_t end = 0;   ///< one past the last
+    std::uint32_t block = 0; ///< number of the block
+    std::uint32_t first = 0; ///< index of `begin` within the block
 };
 
-/// Polygons of a layer that one chunk holds.
+/// The polygons of a layer that one chunk holds.
 struct PolygonBlock {
     mesh::FourCC type = 0;
-    std::uint32_t points = no_block; ///< the block of points that it counts in
+    std::uint32_t points = no_block; ///< the block of points that its indices refer to
     std::uint32_t size = 0;
-    std::vector<std::uint32_t> runs = {}; ///< numbers of its runs, in order
+    std::vector<std::uint32_t> runs = {}; ///< indices of its runs, in order
 };
 
 /// One chunk of a layer to be written.
 struct Step {
     mesh::ChunkRole role = mesh::ChunkRole::opaque;
-    mesh::FourCC kind = 0;             ///< of polygon tags
-    std::uint32_t points = no_block;   ///< the latest block of points
-    std::uint32_t polygons = no_block; ///< the latest block of polygons
-    std::uint32_t map = 0;             ///< number of the map
-    std::uint32_t begin = 0;           ///< rows of corner values
-    std::uint32_t end = 0;
-    std::vector<Range> rows = {};           ///< further rows of corner values
-    const mesh::FileChunk* chunk = nullptr; ///< what the file had here, if it had anything
+    mesh::FourCC kind = 0;                  ///< for polygon tags: their kind
+    std::uint32_t points = no_block;        ///< preceding block of points
+    std::uint32_t polygons = no_block;      ///< preceding block of polygons
+    std::uint32_t map = 0;                  ///< for maps: index of the map
+    std::uint32_t begin = 0;                ///< for corner values: first row
+    std::uint32_t end = 0;                  ///< for corner values: one past the last row
+    std::vector<Range> rows = {};           ///< for corner values: further rows
+    const mesh::FileChunk* chunk = nullptr; ///< the file's chunk at this place, or null
 };
 
-/// How a layer, or a part of one, is laid out in a file: its chunks in order, and which points and
-/// polygons stand in which of them.
+/// The layout of a layer, or of a part of one, in a file: its chunks in order, and the points and
+/// polygons of each.
 ///
-/// A layer that came from a file keeps that file's chunks. Added points join the last block of
-/// points, added polygons the last block of their type (one is made when there is none), and tags
-/// and map values for them join the chunks of those blocks. Where the file has several blocks of
-/// points and an addition joins points of different ones, which no chunk can say, all points are
-/// put into the first.
+/// A layer that was read from a file keeps the chunks of that file. Added points go into the last
+/// block of points, added polygons into the last block of their type (created if there is none),
+/// and their tags and map values into the chunks of these blocks. If the file has several blocks of
+/// points and an added polygon uses points of more than one, which cannot be encoded, all points
+/// are moved into the first block.
 class Layout {
 public:
-    /// @param map_parameters  whether a new map is preceded by its parameters
+    /// @param map_parameters  whether new maps get a chunk of map parameters
     Layout(LayerPart part, bool map_parameters);
 
     [[nodiscard]] const LayerPart& part() const noexcept { return part_; }
@@ -75,18 +76,18 @@ public:
     }
     [[nodiscard]] const PolygonRun& run(std::uint32_t number) const { return runs_[number]; }
 
-    /// The run that holds a polygon of the layer; null for one that is not of this part.
+    /// The run that contains a polygon of the layer; null if this part does not contain it.
     [[nodiscard]] const PolygonRun* run_of(std::uint32_t polygon) const;
 
-    /// Most points or polygons that one chunk has.
+    /// The largest number of points or polygons in one chunk.
     [[nodiscard]] std::uint32_t largest_block() const noexcept;
 
-    /// Whether the layer has points or polygons that its file did not have.
+    /// Whether the layer has more points or polygons than its file.
     [[nodiscard]] bool grown() const noexcept { return grown_; }
 
 private:
-    /// A step that the file did not have, and its place: behind step number `after` of the file's
-    /// (-1: before all), among others of the same place by `order`.
+    /// A new step and its position: after step `after` of the file (-1: before all); several at the
+    /// same position are sorted by `order`.
     struct Addition {
         std::ptrdiff_t after = -1;
         std::uint32_t order = 0;
@@ -122,11 +123,11 @@ private:
     std::vector<PolygonRun> runs_;
     std::vector<std::uint32_t>
         file_ends_; ///< for each of the file's blocks, the end of its polygons
-    std::unordered_set<std::uint64_t> joined_; ///< roles and maps that stand for several blocks
+    std::unordered_set<std::uint64_t> joined_; ///< roles and maps whose chunk covers several blocks
     std::unordered_map<mesh::FourCC, std::uint32_t> last_blocks_;          ///< by type
     std::unordered_map<std::uint64_t, const mesh::FileChunk*> parameters_; ///< by role and map
     bool parameters_known_ = false;
-    std::ptrdiff_t end_of_data_ = -1; ///< number of the last step with data of the layer
+    std::ptrdiff_t end_of_data_ = -1; ///< index of the last step with data of the layer
     bool grown_ = false;
 };
 

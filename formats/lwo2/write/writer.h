@@ -11,11 +11,11 @@
 
 namespace formats::lwo2 {
 
-/// `formats::write_lwo2` for a format with other limits, so that tests reach them.
+/// `formats::write_lwo2` with other limits, for tests.
 [[nodiscard]] std::vector<std::byte> write_bytes(const mesh::Document& document,
                                                  const WarningSink& warnings, const Limits& limits);
 
-/// `formats::write_lwo2_file` for a format with other limits.
+/// `formats::write_lwo2_file` with other limits, for tests.
 void write_file(const mesh::Document& document, const std::filesystem::path& path,
                 const WarningSink& warnings, const Limits& limits);
 
