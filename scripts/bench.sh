@@ -11,9 +11,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh --bench
-cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DDASTREL_TESTS=OFF -DDASTREL_BENCH=ON >/dev/null
-cmake --build build-bench
+cmake --preset bench >/dev/null
+cmake --build --preset bench
 if [ $# -gt 0 ]; then
     exec build-bench/bin/dastrel_bench --benchmark_filter="$1"
 fi

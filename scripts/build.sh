@@ -5,5 +5,5 @@
 #   scripts/build.sh [cmake options]     such as -DDASTREL_TESTS=ON
 set -euo pipefail
 cd "$(dirname "$0")/.."
-cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release "$@" >/dev/null
+cmake --preset release "$@" >/dev/null
 cmake --build build

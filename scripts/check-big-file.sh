@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 trees=${1-234300}
-cmake -S . -B build-big-file -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --preset release -B build-big-file -DDASTREL_TESTS=ON >/dev/null
 cmake --build build-big-file --target lwo2_big_file
 
 folder=$(mktemp -d)

@@ -24,8 +24,7 @@ if [ -n "$missing" ]; then
 fi
 
 echo "style: clang-tidy"
-cmake -S . -B build-tidy -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++-14 \
-    -DCMAKE_C_COMPILER=clang-14 -DDASTREL_DESKTOP=ON >/dev/null
+cmake --preset tidy >/dev/null
 git ls-files 'mesh/*.cpp' 'modeler/*.cpp' 'plugin/*.cpp' 'formats/*.cpp' 'settings/*.cpp' 'picture/*.cpp' 'cli/*.cpp' 'desktop/*.cpp' |
     xargs -P "$(nproc)" -n 1 clang-tidy-14 --quiet -p build-tidy 2>&1 |
     { grep -v ' warnings generated\.$' || true; } | tee build-tidy/findings.txt

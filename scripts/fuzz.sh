@@ -9,13 +9,9 @@ seconds=${1:-60}
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=$root/build-fuzz
 
-launcher=
-if command -v ccache >/dev/null; then
-    launcher=-DCMAKE_CXX_COMPILER_LAUNCHER=ccache
-fi
-cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-    -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_C_COMPILER=clang-14 -DDASTREL_FUZZ=ON $launcher
-cmake --build "$build" --target lwo2_reader_fuzz
+cd "$root"
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz
 
 # New inputs go to a folder of the build; the corpus of the repository is only read.
 mkdir -p "$build/corpus/lwo2" "$build/finds"

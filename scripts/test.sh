@@ -10,7 +10,7 @@ echo "test: 1/3 set up"
 scripts/setup.sh --tests --desktop
 echo "test: 2/3 build"
 # In CI a warning is an error; at home the build is the demo's, and goes on from there.
-scripts/build.sh -DDASTREL_TESTS=ON -DDASTREL_DESKTOP=ON \
-    -DDASTREL_WERROR="$([ -n "${CI-}" ] && echo ON || echo OFF)"
+cmake --preset test -DDASTREL_WERROR="$([ -n "${CI-}" ] && echo ON || echo OFF)" >/dev/null
+cmake --build --preset test
 echo "test: 3/3 run"
-ctest --test-dir build --output-on-failure --no-tests=error -j "$(nproc)" "$@"
+ctest --preset test -j "$(nproc)" "$@"
