@@ -16,9 +16,25 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+// AddressSanitizer's allocator may be locked by another thread when a process forks; the child then
+// waits for ever. Builds with it encode in their own process.
+#if defined(__SANITIZE_ADDRESS__)
+#define ENCODE_IN_OWN_PROCESS 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ENCODE_IN_OWN_PROCESS 1
+#endif
+#endif
+
 namespace picture {
 
 namespace {
+
+#ifdef ENCODE_IN_OWN_PROCESS
+constexpr bool may_fork = false;
+#else
+constexpr bool may_fork = true;
+#endif
 
 constexpr unsigned out_of_memory = 83; ///< the library's number for it
 
@@ -70,6 +86,14 @@ std::vector<unsigned char> encode_and_try(const Image& image)
     std::vector<unsigned char> encoded = encode(image);
     (void)decode_png(std::as_bytes(std::span(encoded)));
     return encoded;
+}
+
+/// Encodes in this process. @throws std::bad_alloc, PngError
+std::vector<std::byte> encode_here(const Image& image)
+{
+    const std::vector<unsigned char> encoded = encode_and_try(image);
+    const auto bytes = std::as_bytes(std::span(encoded));
+    return {bytes.begin(), bytes.end()};
 }
 
 /// Encodes, and writes the file to a pipe, with the end mark when it came out whole.
@@ -155,15 +179,13 @@ private:
 
 std::vector<std::byte> encode_png(const Image& image)
 {
-    // The library is not made for memory that ends: it leaves out bytes without a word, or crashes.
-    // So it works in a process of its own, and what comes out is tried.
+    // The library does not handle failed allocations: it leaves out bytes without an error, or
+    // crashes. So it runs in a child process, and its output is decoded again.
+    if (!may_fork)
+        return encode_here(image);
     const Encoder encoder(image);
-    if (!encoder.started()) {
-        // As many processes as the system allows: that says nothing about memory.
-        const std::vector<unsigned char> encoded = encode_and_try(image);
-        const auto bytes = std::as_bytes(std::span(encoded));
-        return {bytes.begin(), bytes.end()};
-    }
+    if (!encoder.started()) // the limit of processes is reached, which says nothing about memory
+        return encode_here(image);
     std::vector<std::byte> bytes = read_all(encoder.pipe());
     if (bytes.empty() || bytes.back() != std::byte{end_mark})
         throw std::bad_alloc();
