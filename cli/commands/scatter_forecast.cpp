@@ -11,6 +11,7 @@
 #include "formats/clone_kinds.h"
 #include "formats/clone_size.h"
 #include "formats/errors.h"
+#include "modeler/background_layers.h"
 #include "modeler/position_memory.h"
 
 namespace cli {
@@ -18,14 +19,10 @@ namespace cli {
 void validate_result_size(const mesh::Document& document, std::span<const modeler::LayerRole> roles,
                           std::int64_t clones, bool own_layer, const std::string& output)
 {
+    const std::vector<const mesh::Layer*> models = modeler::background_layers(document, roles);
     formats::CopiedMesh clone;
-    std::vector<const mesh::Layer*> models;
-    for (std::size_t i = 0; i < document.layers.size(); ++i) {
-        if (roles[i] != modeler::LayerRole::background)
-            continue;
-        formats::add_clone_of(document.layers[i], clone);
-        models.push_back(&document.layers[i]);
-    }
+    for (const mesh::Layer* const layer : models)
+        formats::add_clone_of(*layer, clone);
     // Clones without a layer of their own are added to the first layer of the ground.
     const mesh::Layer empty;
     const mesh::Layer* target = &empty;

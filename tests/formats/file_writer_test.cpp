@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <fstream>
-#include <iterator>
 #include <string_view>
 #include <thread>
 
@@ -19,10 +17,14 @@
 #include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
 #include "tests/formats/support/samples.h"
+#include "tests/formats/support/text_files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using test::get;
+using test::put;
+using test::write_whole;
 using testing::HasSubstr;
 
 /// A folder of its own for each test, with letters that are not ASCII in its name.
@@ -49,25 +51,7 @@ protected:
     fs::path folder;
 };
 
-void put(const fs::path& path, std::string_view text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string get(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::span<const std::byte> bytes(std::string_view text) { return std::as_bytes(std::span(text)); }
-
-void write_whole(const fs::path& path, std::string_view text)
-{
-    formats::FileWriter file(path);
-    file.write(bytes(text));
-    file.commit();
-}
 
 std::string refusal_of(const fs::path& path)
 {

@@ -5,8 +5,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,10 +14,14 @@
 #include <unistd.h>
 
 #include "formats/file_writer.h"
+#include "tests/formats/support/text_files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using test::get;
+using test::put;
+using test::write_whole;
 
 constexpr uid_t nobody = 65534;
 
@@ -45,24 +47,6 @@ protected:
 
     fs::path folder;
 };
-
-void put(const fs::path& path, std::string_view text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string get(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void write_whole(const fs::path& path, std::string_view text)
-{
-    formats::FileWriter file(path);
-    file.write(std::as_bytes(std::span(text)));
-    file.commit();
-}
 
 struct stat status_of(const fs::path& path)
 {
