@@ -3,6 +3,7 @@
 
 import json
 import math
+import os
 
 import pytest
 
@@ -62,3 +63,38 @@ def test_the_file_is_named_where_there_are_several(dastrel):
     done = dastrel("scatter", "ground.lwo", "first.lwo", "second.lwo", "-o", "out.lwo")
     assert done.status == 0, done
     assert "(point 1, at nan 0 0) in layer 2 of second.lwo; " in done.err, done
+
+
+def ground_of_squares(bad):
+    """20 x 20 squares; `bad` gives coordinates for some of the points."""
+    points = [(float(x), 0.0, float(z)) for x in range(21) for z in range(21)]
+    for number, coordinate in bad.items():
+        points[number] = (coordinate, *points[number][1:])
+    return Layer("", points, [
+        (b"FACE", (first, first + 1, first + 22, first + 21), "Ground")
+        for x in range(20) for first in range(21 * x, 21 * x + 20)])
+
+
+def user_time(dastrel, *call):
+    """Seconds that a call computes, without waiting for other processes."""
+    with dastrel.start(*call) as running:
+        _, status, usage = os.wait4(running.pid, 0)
+        running.returncode = os.waitstatus_to_exitcode(status)
+    assert running.returncode == 0
+    return usage.ru_utime
+
+
+def test_many_clones_take_no_longer(dastrel):
+    """Positions whose X is no number once led to a list that is searched from its beginning for
+    each clone."""
+    clones = 60000
+    write_object(dastrel.folder / "model.lwo",
+                 Layer("", [(0.0, 0.0, 0.0)], [(b"FACE", (0,), "Leaf")]))
+    times = []
+    for name, bad in (("sound", {}), ("bad", {100: math.nan, 300: math.inf})):
+        write_object(dastrel.folder / f"{name}.lwo", ground_of_squares(bad))
+        times.append(user_time(dastrel, "scatter", f"{name}.lwo", "model.lwo", "-o", "out.lwo",
+                               "--clone-num", str(clones), "--clock", "1", "--quiet"))
+    summary = json.loads(dastrel("info", "--json", "out.lwo").out)
+    assert summary["files"][0]["layers"][0]["points"] == 21 * 21 + clones
+    assert times[1] <= 10 * max(times[0], 0.1), times
