@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "modeler/module.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <new>
+#include <span>
 #include <utility>
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <fmt/format.h>
 
@@ -138,6 +142,31 @@ void* open_file(const std::filesystem::path& file)
     return open_with_constructors(with_folder.c_str());
 }
 
+/// The addresses at which a library is loaded; empty if the dynamic loader does not tell.
+std::span<const std::byte> memory_of(void* handle) noexcept
+{
+    struct Search {
+        ElfW(Addr) base;
+        std::size_t size;
+    };
+    link_map* library = nullptr;
+    if (dlinfo(handle, RTLD_DI_LINKMAP, &library) != 0)
+        return {};
+    Search search{library->l_addr, 0};
+    dl_iterate_phdr(
+        [](dl_phdr_info* info, std::size_t, void* data) {
+            auto* const wanted = static_cast<Search*>(data);
+            if (info->dlpi_addr != wanted->base)
+                return 0;
+            for (const ElfW(Phdr) & part : std::span(info->dlpi_phdr, info->dlpi_phnum))
+                if (part.p_type == PT_LOAD)
+                    wanted->size = std::max(wanted->size, part.p_vaddr + part.p_memsz);
+            return 1;
+        },
+        &search);
+    return {reinterpret_cast<const std::byte*>(search.base), search.size};
+}
+
 } // namespace
 
 Module::Loaded::~Loaded()
@@ -152,6 +181,7 @@ Module::Loaded::~Loaded()
     }
     if (handle != nullptr) {
         const ModuleCall call(file, "unloading"); // runs the module's destructors
+        ModuleCall::watch_unloaded(memory_of(handle));
         dlclose(handle);
     }
 }

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -22,11 +24,23 @@ constexpr std::array crash_signals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIG
 ModuleEndHandler end_handler = nullptr;
 
 // What a signal handler reads: plain memory, written before `calling` is set.
-std::array<char, 4096> file_name{};
-std::size_t file_length = 0;
+struct FileName {
+    std::array<char, 4096> text{};
+    std::size_t length = 0;
+
+    [[nodiscard]] std::string_view view() const noexcept { return {text.data(), length}; }
+};
+FileName file_name;
 const char* call_step = "";
 pid_t caller = 0; ///< a child process of the module's is not meant
 volatile std::sig_atomic_t calling = 0;
+
+// Of the module that was unloaded last.
+FileName unloaded_file;
+pid_t unloader = 0;
+std::atomic<std::uintptr_t> unloaded_begin = 0; ///< 0: none was
+std::atomic<std::uintptr_t> unloaded_end = 0;
+static_assert(std::atomic<std::uintptr_t>::is_always_lock_free, "a signal handler reads it");
 
 std::array<struct sigaction, crash_signals.size()> actions_before{};
 stack_t stack_before{};
@@ -53,8 +67,23 @@ std::string_view crash_text(int signal) noexcept
     }
 }
 
-extern "C" void report_crash(int signal)
+/// Reports a thread that an unloaded module left running.
+void report_access_to_unloaded(const void* address) noexcept
 {
+    const auto at = reinterpret_cast<std::uintptr_t>(address);
+    if (end_handler == nullptr || ::getpid() != unloader || at < unloaded_begin ||
+        at >= unloaded_end)
+        return;
+    calling = 0; // as in ModuleCall::report
+    end_handler(
+        {unloaded_file.view(), "unloading",
+         "a thread of the module still runs (SIGSEGV); its shut-down function must end it"});
+}
+
+extern "C" void report_crash(int signal, siginfo_t* info, void* /*context*/)
+{
+    if (signal == SIGSEGV)
+        report_access_to_unloaded(info->si_addr);
     ModuleCall::report(crash_text(signal));
     // Not the module's, or the handler came back: end as without it.
     struct sigaction plain = {};
@@ -77,8 +106,8 @@ void catch_crashes() noexcept
     stack.ss_size = handler_stack.size();
     ::sigaltstack(&stack, &stack_before);
     struct sigaction action = {};
-    action.sa_handler = report_crash;
-    action.sa_flags = SA_ONSTACK;
+    action.sa_sigaction = report_crash;
+    action.sa_flags = SA_ONSTACK | SA_SIGINFO;
     for (std::size_t i = 0; i < crash_signals.size(); ++i) {
         struct sigaction& before = actions_before[i];
         // Another handler (a sanitizer's, a debugger's) has the right of way.
@@ -90,8 +119,10 @@ void catch_crashes() noexcept
 void stop_catching_crashes() noexcept
 {
     for (std::size_t i = 0; i < crash_signals.size(); ++i) {
+        if (crash_signals[i] == SIGSEGV && unloaded_begin != 0)
+            continue;
         struct sigaction now = {};
-        if (::sigaction(crash_signals[i], nullptr, &now) == 0 && now.sa_handler == report_crash)
+        if (::sigaction(crash_signals[i], nullptr, &now) == 0 && now.sa_sigaction == report_crash)
             ::sigaction(crash_signals[i], &actions_before[i], nullptr);
     }
     ::sigaltstack(&stack_before, nullptr);
@@ -105,8 +136,8 @@ ModuleCall::ModuleCall(const std::filesystem::path& file, const char* step) noex
     if (!outermost_)
         return;
     const std::string& name = file.native();
-    file_length = std::min(name.size(), file_name.size());
-    std::memcpy(file_name.data(), name.data(), file_length);
+    file_name.length = std::min(name.size(), file_name.text.size());
+    std::memcpy(file_name.text.data(), name.data(), file_name.length);
     call_step = step;
     caller = ::getpid();
     catch_crashes();
@@ -126,7 +157,17 @@ void ModuleCall::report(std::string_view problem) noexcept
     if (calling == 0 || end_handler == nullptr || ::getpid() != caller)
         return;
     calling = 0; // what the handler itself calls is not the module's doing
-    end_handler({{file_name.data(), file_length}, call_step, problem});
+    end_handler({file_name.view(), call_step, problem});
+}
+
+void ModuleCall::watch_unloaded(std::span<const std::byte> memory) noexcept
+{
+    if (calling == 0 || memory.empty())
+        return;
+    unloaded_file = file_name;
+    unloader = caller;
+    unloaded_end = reinterpret_cast<std::uintptr_t>(memory.data() + memory.size());
+    unloaded_begin = reinterpret_cast<std::uintptr_t>(memory.data());
 }
 
 void ModuleCall::release() noexcept { calling = 0; }

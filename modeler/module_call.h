@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <span>
 #include <string_view>
 
 namespace modeler {
@@ -20,6 +22,12 @@ public:
 
     /// Reports that the module ended the program in another way. Returns if no module is running.
     static void report(std::string_view problem) noexcept;
+
+    /// Reports, until the program ends, invalid accesses to the memory of a module that is about to
+    /// be unloaded: a thread of the module still runs then. Only the latest such range is watched.
+    /// To be called inside a ModuleCall of that module.
+    /// @param memory  the addresses at which the module is loaded
+    static void watch_unloaded(std::span<const std::byte> memory) noexcept;
 
     /// Disables the reporting. For handlers that are about to end the program.
     static void release() noexcept;

@@ -53,11 +53,13 @@ std::function<void()> bind_button(LWXPanelID panel, LWXPanelButtonFunc* function
 }
 
 /// Takes a description into a panel; one that is wrong is reported, and the panel is not shown.
+/// Nothing more is read then: the first fault is the one that is reported, and a module that goes
+/// on after memory ended must not try to take it again and again.
 template <typename Read> void read_into(LWXPanelID handle, Read read) noexcept
 {
     Activation* const activation = Activation::current();
     Panel* const panel = activation != nullptr ? activation->panels().find(handle) : nullptr;
-    if (panel == nullptr)
+    if (panel == nullptr || panel->faulty)
         return;
     const bool good = activation->guarded(false, [&] {
         try {
@@ -70,7 +72,7 @@ template <typename Read> void read_into(LWXPanelID handle, Read read) noexcept
             return false;
         }
     });
-    panel->faulty = panel->faulty || !good;
+    panel->faulty = !good;
 }
 
 LWXPanelID create(int type, const LWXPanelControl* controls) noexcept

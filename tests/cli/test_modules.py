@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Modules that do not do what a module should: the program says so, and the old output stays."""
 
+import resource
 import signal
 import time
 
@@ -173,14 +174,10 @@ def test_a_control_of_the_settings_kind(dastrel, misbehaving):
     assert done.status == 0, done
 
 
-@pytest.mark.parametrize("verb", ["scatter", "modules"])
-@pytest.mark.parametrize("phase", ALL_PHASES + ["scan"])
-def test_130_an_endless_loop_in_a_module_can_be_interrupted(dastrel, misbehaving, verb, phase):
-    if verb == "modules" and phase in ("run", "scan"):
-        pytest.skip("this verb runs no command")
-    call = {"scatter": ["terrain.lwo", "tree.lwo", "-o", "out.lwo"], "modules": []}[verb]
-    with dastrel.start(verb, *call, "--module", misbehaving, stderr=-1, stdout=-3,
-                       environment={"MISBEHAVIOUR": f"{phase} loop"}) as running:
+def interrupt_when_looping(dastrel, misbehaving, behaviour, *call):
+    """Presses Ctrl-C once the module loops: the program ends with 130 and leaves no file."""
+    with dastrel.start(*call, "--module", misbehaving, stderr=-1, stdout=-3,
+                       environment={"MISBEHAVIOUR": behaviour}) as running:
         for line in running.stderr:
             if line == b"looping\n":
                 break
@@ -192,6 +189,47 @@ def test_130_an_endless_loop_in_a_module_can_be_interrupted(dastrel, misbehaving
         assert running.wait(timeout=60) == 130
         assert running.stderr.read() == b""
     assert dastrel.files() == before
+
+
+@pytest.mark.parametrize("verb", ["scatter", "modules"])
+@pytest.mark.parametrize("phase", ALL_PHASES + ["scan"])
+def test_130_an_endless_loop_in_a_module_can_be_interrupted(dastrel, misbehaving, verb, phase):
+    if verb == "modules" and phase in ("run", "scan"):
+        pytest.skip("this verb runs no command")
+    call = {"scatter": ["terrain.lwo", "tree.lwo", "-o", "out.lwo"], "modules": []}[verb]
+    interrupt_when_looping(dastrel, misbehaving, f"{phase} loop", verb, *call)
+
+
+def test_130_a_list_without_end_can_be_interrupted(dastrel, misbehaving):
+    interrupt_when_looping(dastrel, misbehaving, "run list without end",
+                           "scatter", "terrain.lwo", "tree.lwo", "-o", "out.lwo")
+
+
+def test_4_a_list_without_end_takes_all_memory(dastrel, misbehaving, sanitized):
+    if sanitized:
+        pytest.skip("a sanitizer needs all address space, so memory cannot be limited")
+    before = with_old_output(dastrel)
+    limit = 256 << 20
+    done = scatter(dastrel, misbehaving, "run list without end", "--quiet",
+                   preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
+    assert done.status == 4, done
+    told = [line for line in done.err.splitlines() if line != "looping"]
+    assert len(told) == 1 and "memory" in told[0], done
+    expect_old_output(dastrel, before)
+
+
+def test_a_thread_that_still_runs_when_the_module_is_unloaded(dastrel, misbehaving, sanitized):
+    """The thread crashes if it is scheduled before the program ends: reported, and never bare."""
+    if sanitized:
+        pytest.skip("a sanitizer reports crashes itself")
+    for _ in range(20):
+        done = scatter(dastrel, misbehaving, "shutdown leave a thread", "--quiet")
+        assert dastrel("info", "out.lwo").status == 0
+        if done.status != 0:
+            assert done.status == 4, done
+            assert done.err == (
+                f"dastrel: scatter: {misbehaving}: unloading: a thread of the module still runs "
+                "(SIGSEGV); its shut-down function must end it\n")
 
 
 @pytest.mark.parametrize("number, shown", [("0", r"\x00\x00\x00\x00"), ("3d1", r"\x00\x00\x03\xD1"),

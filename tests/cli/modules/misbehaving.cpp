@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -75,6 +77,12 @@ void act(const char* phase)
     if (what == "children") {
         end_child(std::exit);
         end_child(::_exit);
+    }
+    if (what == "leave a thread") {
+        std::thread([] {
+            for (volatile bool go_on = true; go_on;) {
+            }
+        }).detach();
     }
     if (what == "loop") {
         (void)!::write(STDERR_FILENO, "looping\n", 8);
@@ -144,12 +152,36 @@ bool show_panel(GlobalFunc* global, const char* control_class)
     return panels->post(panel) != 0;
 }
 
+/// Gives a list of the panel one more entry again and again, without end.
+[[noreturn]] void add_list_entries_for_ever(GlobalFunc* global)
+{
+    auto* const panels = static_cast<LWXPanelFuncs*>(global(LWXPANELFUNCS_GLOBAL, 0));
+    const LWXPanelControl controls[] = {{1, "List", "iPopChoice"}, {0, nullptr, nullptr}};
+    const LWXPanelID panel = panels->create(LWXP_FORM, controls);
+    const std::string entry(1 << 22, 'e');
+    std::vector<const char*> list;
+    for (bool told = false;;) {
+        list.insert(list.end(), {entry.c_str(), nullptr});
+        LWXPanelHint hints[2] = {};
+        hints[0].kind = XpSTRLIST;
+        hints[0].id = 1;
+        hints[0].list = list.data();
+        hints[1].kind = XpEND;
+        panels->hint(panel, 0, hints);
+        list.pop_back();
+        if (!std::exchange(told, true))
+            (void)!::write(STDERR_FILENO, "looping\n", 8);
+    }
+}
+
 int run(long, GlobalFunc* global, void* local, void*)
 {
     act("run");
     const std::string what = act_of("run");
     if (what == "do nothing" || !speak(global, what))
         return 0;
+    if (what == "list without end")
+        add_list_entries_for_ever(global);
     if (what.starts_with("panel ") && !show_panel(global, what.c_str() + 6))
         return 0;
     MeshEditOp* const edit = reinterpret_cast<MeshEditBegin*>(local)(0, 0, OPSEL_USER);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A module that is right but for the one thing named when it is built.
 #include <stdexcept>
+#include <thread>
 
 #include "hostapi/module.h"
 
@@ -31,6 +32,15 @@ namespace {
 [[maybe_unused]] void* start() { return reinterpret_cast<void*>(4); }
 [[maybe_unused]] void* refuse() { return nullptr; }
 [[maybe_unused]] void* fail() { throw std::runtime_error("no licence today"); }
+/// Leaves a thread running in this module's code.
+[[maybe_unused]] void* start_thread()
+{
+    std::thread([] {
+        for (volatile bool go_on = true; go_on;) {
+        }
+    }).detach();
+    return start();
+}
 [[maybe_unused]] void stop(void*) {}
 int activate(long, GlobalFunc*, void*, void*) { return AFUNC_OK; }
 
