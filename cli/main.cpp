@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/arguments/reference.h"
 #include "cli/clock.h"
 #include "cli/commands/dump.h"
 #include "cli/commands/info.h"
@@ -73,6 +74,26 @@ std::string main_help()
             "  dastrel render forest.lwo -o forest.png\n"
             "  dastrel help scatter\n";
     return text;
+}
+
+/// The page of this name that is made from the options of all verbs, for those who install the
+/// program; empty where it is none.
+std::string reference_page(const std::string& name)
+{
+    std::string (*write)(std::span<const VerbHelp>) = name == "--man"    ? man_page
+                                                      : name == "--bash" ? bash_completion
+                                                      : name == "--zsh"  ? zsh_completion
+                                                      : name == "--fish" ? fish_completion
+                                                                         : nullptr;
+    if (write == nullptr)
+        return {};
+    std::vector<std::unique_ptr<Verb>> made;
+    std::vector<VerbHelp> pages;
+    for (const VerbEntry& verb : verbs) {
+        made.push_back(verb.make());
+        pages.push_back({verb.name, verb.summary, &made.back()->command_line()});
+    }
+    return write(pages);
 }
 
 std::string version_text()
@@ -159,6 +180,8 @@ ExitStatus run(std::vector<std::string> arguments)
     } else if (first == "--version") {
         fix_clock();
         write_stdout(version_text());
+    } else if (const std::string page = help ? reference_page(arguments[0]) : ""; !page.empty()) {
+        write_stdout(page);
     } else if (help) {
         write_stdout(find_verb(arguments[0]).make()->command_line().help());
     } else {

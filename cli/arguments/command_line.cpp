@@ -23,18 +23,22 @@ constexpr std::size_t text_column = 32;
 /// The options in the order in which they were added.
 std::vector<const CLI::Option*> options(const CLI::App& app) { return app.get_options(); }
 
-std::string heading_of(const CLI::Option& option)
+OptionHelp help_of(const CLI::Option& option)
 {
-    std::string names;
+    OptionHelp help{{}, option.get_type_name(), option.get_description(), option.get_group()};
     for (const std::string& name : option.get_snames())
-        names += "-" + name + ", ";
+        help.names.push_back("-" + name);
     for (const std::string& name : option.get_lnames())
-        names += "--" + name + ", ";
-    names.resize(names.size() - 2);
-    if (option.get_snames().empty())
+        help.names.push_back("--" + name);
+    return help;
+}
+
+std::string heading_of(const OptionHelp& option)
+{
+    std::string names = fmt::format("{}", fmt::join(option.names, ", "));
+    if (names.starts_with("--"))
         names.insert(0, "    ");
-    const std::string shown = option.get_type_name();
-    return shown.empty() ? names : names + " " + shown;
+    return option.value.empty() ? names : names + " " + option.value;
 }
 
 /// The text in lines of at most `width` characters, all after the first indented by `indent`. Words
@@ -60,12 +64,12 @@ std::string wrapped(std::string_view text, std::size_t width, std::size_t indent
     return result;
 }
 
-std::string option_lines(const CLI::Option& option)
+std::string option_lines(const OptionHelp& option)
 {
     std::string line = "  " + heading_of(option);
     line += line.size() + 2 > text_column ? "\n" + std::string(text_column, ' ')
                                           : std::string(text_column - line.size(), ' ');
-    return line + wrapped(option.get_description(), page_width - text_column, text_column) + "\n";
+    return line + wrapped(option.description, page_width - text_column, text_column) + "\n";
 }
 
 } // namespace
@@ -206,9 +210,8 @@ std::string CommandLine::usage() const
     return text;
 }
 
-std::string CommandLine::help() const
+std::vector<OptionHelp> CommandLine::option_help() const
 {
-    std::string text = usage() + "\n" + intro_;
     std::vector<std::string> groups;
     for (const CLI::Option* option : options(*app_)) {
         const std::string& group = option->get_group();
@@ -218,12 +221,23 @@ std::string CommandLine::help() const
             groups.push_back(group);
     }
     groups.emplace_back("other");
-    for (const std::string& group : groups) {
-        text += "\n" + group + "\n";
-        for (const CLI::Option* option : options(*app_)) {
+    std::vector<OptionHelp> all;
+    for (const std::string& group : groups)
+        for (const CLI::Option* option : options(*app_))
             if (option->get_group() == group && !option->get_positional())
-                text += option_lines(*option);
-        }
+                all.push_back(help_of(*option));
+    return all;
+}
+
+std::string CommandLine::help() const
+{
+    std::string text = usage() + "\n" + intro_;
+    std::string group;
+    for (const OptionHelp& option : option_help()) {
+        if (option.group != group)
+            text += "\n" + option.group + "\n";
+        group = option.group;
+        text += option_lines(option);
     }
     return text + "\nexamples\n" + examples_;
 }

@@ -14,6 +14,14 @@ class App;
 
 namespace cli {
 
+/// What the help tells of one option.
+struct OptionHelp {
+    std::vector<std::string> names; ///< with their hyphens, the short one first
+    std::string value;              ///< what stands for its value, such as FILE; empty: it has none
+    std::string description;
+    std::string group; ///< its heading
+};
+
 /// The command line of one verb: defines options, parses arguments, and formats the help. Parsing
 /// writes to the variables passed to the `add_` functions, which must outlive this object. In the
 /// help, options are listed under the heading `group`, with `shown` as placeholder for the value.
@@ -65,6 +73,11 @@ public:
     [[nodiscard]] std::string help() const;
     /// The usage lines alone.
     [[nodiscard]] std::string usage() const;
+    /// The paragraphs of the help before and behind the options.
+    [[nodiscard]] const std::string& intro() const noexcept { return intro_; }
+    [[nodiscard]] const std::string& examples() const noexcept { return examples_; }
+    /// The options as the help tells of them, in its order.
+    [[nodiscard]] std::vector<OptionHelp> option_help() const;
 
 private:
     [[nodiscard]] std::vector<std::string> option_names() const;
