@@ -36,3 +36,14 @@ install(DIRECTORY
     ${PROJECT_SOURCE_DIR}/examples/smallest_module
     DESTINATION ${CMAKE_INSTALL_DATADIR}/dastrel/examples
     FILES_MATCHING PATTERN *.c PATTERN *.cpp PATTERN CMakeLists.txt)
+
+# The window in the menus of the desktop, and as what opens object files.
+if(DASTREL_DESKTOP)
+    set(entry_folder ${PROJECT_SOURCE_DIR}/cmake/desktop_entry)
+    install(FILES ${entry_folder}/dastrel-modeler.desktop
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+    install(FILES ${entry_folder}/dastrel-modeler.svg
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+    install(FILES ${entry_folder}/dastrel.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+endif()
