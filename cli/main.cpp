@@ -13,11 +13,11 @@
 
 #include "cli/arguments/reference.h"
 #include "cli/clock.h"
+#include "cli/commands/apply.h"
 #include "cli/commands/dump.h"
 #include "cli/commands/info.h"
 #include "cli/commands/modules.h"
 #include "cli/commands/render.h"
-#include "cli/commands/run.h"
 #include "cli/commands/scatter.h"
 #include "cli/commands/settings.h"
 #include "cli/console/error_object.h"
@@ -56,7 +56,7 @@ constexpr std::array<VerbEntry, 7> verbs{{
     {"info", "tell what is in object files", make<InfoVerb>, "use smaller files"},
     {"dump", "print a whole mesh as text", make<DumpVerb>, "use a smaller file"},
     {"modules", "list the servers of the module", make<ModulesVerb>, ""},
-    {"run", "run a command of another module", make<RunVerb>, "use smaller files"},
+    {"apply", "run a command of another module", make<ApplyVerb>, "use smaller files"},
 }};
 
 std::string main_help()

@@ -66,7 +66,7 @@ $quad
 polygon of 4 points from 0" "$host" "$our_module"
 expect "the smallest module in dastrel" 0 \
     "terrain.lwo + Smallest -> out.lwo (3 points and 1 polygon added)" \
-    "$dastrel" run "$examples/terrain.lwo" -o "$work/out.lwo" --module "$module"
+    "$dastrel" apply "$examples/terrain.lwo" -o "$work/out.lwo" --module "$module"
 "$dastrel" dump "$work/out.lwo" | grep -q Smallest || fail "the triangle's surface is not in out.lwo"
 expect "our module in dastrel" 0 "" \
     "$dastrel" scatter "$examples/terrain.lwo" "$examples/tree.lwo" -o "$work/forest.lwo" --quiet
@@ -84,6 +84,6 @@ flags=$(PKG_CONFIG_PATH=$prefix/share/pkgconfig pkg-config --cflags dastrel)
 cc -shared -fPIC -fvisibility=hidden $warnings $flags "$examples/smallest_module/smallest.c" -o "$work/plain.p"
 expect "a module built with pkg-config" 0 \
     "terrain.lwo + Smallest -> plain.lwo (3 points and 1 polygon added)" \
-    "$dastrel" run "$examples/terrain.lwo" -o "$work/plain.lwo" --module "$work/plain.p"
+    "$dastrel" apply "$examples/terrain.lwo" -o "$work/plain.lwo" --module "$work/plain.p"
 cmp "$work/out.lwo" "$work/plain.lwo"
 echo "package: good"

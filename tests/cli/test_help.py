@@ -3,7 +3,7 @@ import re
 
 import pytest
 
-VERBS = ["scatter", "render", "settings", "info", "dump", "modules", "run"]
+VERBS = ["scatter", "render", "settings", "info", "dump", "modules", "apply"]
 
 
 def test_a_bare_call_shows_the_verbs(dastrel):

@@ -9,7 +9,7 @@ from objects import Mesh
 
 
 def run(dastrel, module, *files, behaviour="", options=()):
-    return dastrel("run", *files, "-o", "out.lwo", "--module", module, *options,
+    return dastrel("apply", *files, "-o", "out.lwo", "--module", module, *options,
                    environment={"MISBEHAVIOUR": behaviour})
 
 
@@ -27,7 +27,7 @@ def test_what_the_command_adds_is_in_the_output(dastrel, misbehaving):
 def test_further_files_are_in_the_background_and_not_in_the_output(dastrel):
     # Our own command with the values that its panel has by itself: 30 clones of the tree.
     module = re.search(r"^module (.*) \(", dastrel("--version").out, re.M)[1]
-    done = dastrel("run", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--module", module,
+    done = dastrel("apply", "terrain.lwo", "tree.lwo", "-o", "out.lwo", "--module", module,
                    "--command", "Dastrel")
     assert done.status == 0, done
     assert point_count(dastrel, "out.lwo") == point_count(dastrel, "terrain.lwo") + 30 * 33
@@ -68,7 +68,7 @@ def test_a_run_that_fails_writes_nothing(dastrel, misbehaving, behaviour, told):
     (["terrain.lwo", "-o", "out.lwo"], "names no module; add --module MODULE"),
 ])
 def test_what_is_missing_is_named(dastrel, call, told):
-    done = dastrel("run", *call)
+    done = dastrel("apply", *call)
     assert done.status == 2
     assert done.err.splitlines()[0] == f"dastrel: run: {told}"
 
@@ -82,8 +82,8 @@ def test_a_command_that_is_not_there_is_told_with_those_that_are(dastrel, misbeh
 
 def test_an_input_is_not_replaced(dastrel, misbehaving):
     before = (dastrel.folder / "terrain.lwo").read_bytes()
-    done = dastrel("run", "terrain.lwo", "-o", "terrain.lwo", "--module", misbehaving)
+    done = dastrel("apply", "terrain.lwo", "-o", "terrain.lwo", "--module", misbehaving)
     assert done.status == 2
     assert (dastrel.folder / "terrain.lwo").read_bytes() == before
-    done = dastrel("run", "terrain.lwo", "-o", "terrain.lwo", "--module", misbehaving, "--force")
+    done = dastrel("apply", "terrain.lwo", "-o", "terrain.lwo", "--module", misbehaving, "--force")
     assert done.status == 0, done

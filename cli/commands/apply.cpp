@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/commands/run.h"
+#include "cli/commands/apply.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -35,8 +35,8 @@ use dastrel scatter.
 )";
 
 constexpr const char* examples =
-    R"(  dastrel run terrain.lwo -o out.lwo --module ./smallest.p
-  dastrel run terrain.lwo tree.lwo -o out.lwo --module ./tools.p \
+    R"(  dastrel apply terrain.lwo -o out.lwo --module ./smallest.p
+  dastrel apply terrain.lwo tree.lwo -o out.lwo --module ./tools.p \
       --command Plant
 )";
 
@@ -112,8 +112,8 @@ modeler::RunResult run_command(modeler::Modeler& session, modeler::Module& modul
 
 } // namespace
 
-RunVerb::RunVerb()
-    : line_({"dastrel run FILE [BACKGROUND...] -o OUT --module MODULE [--command NAME]"}, intro,
+ApplyVerb::ApplyVerb()
+    : line_({"dastrel apply FILE [BACKGROUND...] -o OUT --module MODULE [--command NAME]"}, intro,
             examples)
 {
     line_.add_positionals(files_);
@@ -127,7 +127,7 @@ RunVerb::RunVerb()
     line_.add_flag("-q,--quiet", quiet_, "say errors only", "running");
 }
 
-void RunVerb::check_arguments() const
+void ApplyVerb::check_arguments() const
 {
     if (files_.empty())
         throw UsageError("names no file");
@@ -139,7 +139,7 @@ void RunVerb::check_arguments() const
         throw UsageError("-: standard input can be read only once");
 }
 
-void RunVerb::check_output(const std::string& module_file) const
+void ApplyVerb::check_output(const std::string& module_file) const
 {
     std::vector<RunFile> inputs;
     for (const std::string& file : files_)
@@ -150,7 +150,7 @@ void RunVerb::check_output(const std::string& module_file) const
     validate_output(output_);
 }
 
-ExitStatus RunVerb::run(Console& console)
+ExitStatus ApplyVerb::run(Console& console)
 {
     check_arguments();
     if (quiet_)

@@ -8,10 +8,10 @@
 
 namespace cli {
 
-/// `dastrel run`: any command of any module on object files, without settings of ours.
-class RunVerb : public Verb {
+/// `dastrel apply`: any command of any module on object files, without settings of ours.
+class ApplyVerb : public Verb {
 public:
-    RunVerb();
+    ApplyVerb();
 
     [[nodiscard]] CommandLine& command_line() noexcept override { return line_; }
     ExitStatus run(Console& console) override;
