@@ -113,8 +113,9 @@ modeler::RunResult run_command(modeler::Modeler& session, modeler::Module& modul
 } // namespace
 
 ApplyVerb::ApplyVerb()
-    : line_({"dastrel apply FILE [BACKGROUND...] -o OUT --module MODULE [--command NAME]"}, intro,
-            examples)
+    : line_({"dastrel apply FILE [BACKGROUND...] -o OUT --module MODULE",
+             "             [--command NAME]"},
+            intro, examples)
 {
     line_.add_positionals(files_);
     line_.add_value("-o,--output", output_, "OUT", "file to write; - is standard output", "files");

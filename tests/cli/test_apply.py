@@ -36,7 +36,7 @@ def test_further_files_are_in_the_background_and_not_in_the_output(dastrel):
 def test_a_command_that_refuses_is_told_in_its_own_words(dastrel, misbehaving):
     done = run(dastrel, misbehaving, "terrain.lwo", behaviour="run complain")
     assert done.status == 1, done
-    assert done.err == "dastrel: run: error\ndastrel: run: second\n"
+    assert done.err == "dastrel: apply: error\ndastrel: run: second\n"
     assert "out.lwo" not in dastrel.files()
 
 
@@ -70,14 +70,14 @@ def test_a_run_that_fails_writes_nothing(dastrel, misbehaving, behaviour, told):
 def test_what_is_missing_is_named(dastrel, call, told):
     done = dastrel("apply", *call)
     assert done.status == 2
-    assert done.err.splitlines()[0] == f"dastrel: run: {told}"
+    assert done.err.splitlines()[0] == f"dastrel: apply: {told}"
 
 
 def test_a_command_that_is_not_there_is_told_with_those_that_are(dastrel, misbehaving):
     done = run(dastrel, misbehaving, "terrain.lwo", options=["--command", "Plant"])
     assert done.status == 2
     assert done.err.splitlines()[0] == (
-        f"dastrel: run: --command: {misbehaving} has no command 'Plant'; it has Dastrel")
+        f"dastrel: apply: --command: {misbehaving} has no command 'Plant'; it has Dastrel")
 
 
 def test_an_input_is_not_replaced(dastrel, misbehaving):
