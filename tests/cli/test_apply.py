@@ -36,7 +36,7 @@ def test_further_files_are_in_the_background_and_not_in_the_output(dastrel):
 def test_a_command_that_refuses_is_told_in_its_own_words(dastrel, misbehaving):
     done = run(dastrel, misbehaving, "terrain.lwo", behaviour="run complain")
     assert done.status == 1, done
-    assert done.err == "dastrel: apply: error\ndastrel: run: second\n"
+    assert done.err == "dastrel: apply: error\ndastrel: apply: second\n"
     assert "out.lwo" not in dastrel.files()
 
 
