@@ -34,7 +34,7 @@ std::string shown_input(const RunFile& input)
     return input.name == standard_stream ? "standard input" : input.source + " " + input.name;
 }
 
-/// The error is about the file of the output, which the other one names where it is a stream.
+/// The file for the error report: that of the output or, if it is a stream, of the other one.
 [[noreturn]] void refuse(const RunFile& output, const RunFile& other, const std::string& message)
 {
     const std::string& file = output.name == standard_stream ? other.name : output.name;
@@ -56,7 +56,7 @@ void check_against_inputs(const RunFile& output, std::span<const RunFile> inputs
     }
 }
 
-/// Whether what is written to both names would end up in one file or in one stream of bytes.
+/// Whether both names refer to the same file or byte stream.
 bool collide(const RunFile& one, const RunFile& other)
 {
     if (one.name == standard_stream && other.name == standard_stream)

@@ -25,7 +25,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Files without an ending (pipes, devices) are judged by what is in them.
+/// Files without an extension (pipes, devices) are checked by their content.
 bool has_foreign_ending(const std::string& name)
 {
     std::string ending = fs::path(name).extension().string();

@@ -22,7 +22,7 @@ std::string json_text(const nlohmann::ordered_json& json)
     for (auto at = text.begin(); at != text.end();) {
         const auto start = at;
         const char32_t character = utf8::unchecked::next(at);
-        // Below, JSON itself escapes within its texts, and what is between them stays.
+        // ASCII control characters are already escaped in JSON strings.
         if (character > 0x7E && mesh::is_control(character))
             fmt::format_to(std::back_inserter(shown), "\\u{:04x}",
                            static_cast<std::uint32_t>(character));

@@ -122,8 +122,8 @@ const VerbEntry& find_verb(const std::string& name)
                                  name, settings::did_you_mean(name, names)));
 }
 
-/// Tells it as JSON, but for an error that is about standard output as the place of JSON: there may
-/// be the very file that was to be kept from it.
+/// Reports the error as JSON, unless it is about standard output itself, which may be a file that
+/// must not be modified.
 void tell(const Failure& failure) noexcept
 {
     if (failure.place().place != json_option)

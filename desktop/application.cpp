@@ -19,7 +19,7 @@ namespace desktop {
 
 namespace {
 
-/// A tooltip is left alone: it breaks its lines only as HTML, and `tool_tip` has made it that.
+/// Does not affect tool tips: they need HTML for word wrap (see `tool_tip`).
 void read_as_plain_text(QObject* receiver)
 {
     auto* const label = qobject_cast<QLabel*>(receiver);

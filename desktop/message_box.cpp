@@ -10,8 +10,8 @@ namespace desktop {
 
 namespace {
 
-/// The text with long words, such as names of files, cut in their middle: a box breaks no words,
-/// and what does not fit on the screen would be lost.
+/// Elides long words, such as file names, in the middle: a message box does not break words and
+/// could become wider than the screen.
 QString with_short_words(const QString& text)
 {
     constexpr qsizetype longest = 64;
@@ -42,7 +42,7 @@ MessageBox::MessageBox(Icon icon, const QString& title, const QString& text,
         setDetailedText(more.isEmpty() ? full : full + "\n\n" + more);
     if (informative.isEmpty())
         return;
-    // The box sets the format of its main label alone, and makes the other one with its text.
+    // QMessageBox sets the format of its main label only; set the informative label's here.
     setInformativeText(" ");
     if (auto* const label = findChild<QLabel*>("qt_msgbox_informativelabel"))
         label->setTextFormat(Qt::PlainText);

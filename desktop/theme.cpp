@@ -24,7 +24,7 @@ QColor between(const QColor& a, const QColor& b, float share)
                             a.blueF() + (b.blueF() - a.blueF()) * share);
 }
 
-/// The least contrast of a colour to what text stands on.
+/// The minimum contrast of a colour to all text backgrounds.
 double contrast_on_all(const QColor& text, const QPalette& palette)
 {
     double least = 21.0;
@@ -46,7 +46,7 @@ QColor readable_grey(const QColor& text, const QPalette& palette)
     return text;
 }
 
-/// A background on which text can be read: this one, or one that is farther from the text.
+/// A readable background: this one, or one with more contrast to the text.
 QColor readable_background(const QColor& background, const QColor& text)
 {
     const QColor far = luminance(text) > 0.5 ? Qt::black : Qt::white;

@@ -17,7 +17,7 @@ namespace formats {
 
 namespace {
 
-/// Whether the values of a map go with the clones.
+/// Whether the values of a map are copied to the clones.
 bool is_copied(const mesh::VertexMap& map)
 {
     constexpr std::array<std::pair<mesh::FourCC, std::size_t>, 5> copied{{{mesh::map_txuv, 2},
@@ -51,7 +51,7 @@ void add_clone_of(const mesh::Layer& layer, CopiedMesh& clone)
     clone.map_numbers += points;
     std::set<std::pair<mesh::FourCC, std::string_view>> seen;
     for (const mesh::VertexMap& map : layer.maps) {
-        // Of several maps of one type and name the first is meant.
+        // The first of several maps of the same type and name counts.
         if (!seen.emplace(map.type(), map.name()).second || !is_copied(map))
             continue;
         map.for_each([&](std::uint32_t point, std::span<const float> value) {

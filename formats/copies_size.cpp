@@ -14,7 +14,7 @@ namespace formats {
 
 namespace {
 
-/// Bytes of one copy whose indices take `index` bytes each.
+/// Bytes of one copy, with `index` bytes per index.
 std::uint64_t size_of_one(const CopiedMesh& each, std::uint64_t index)
 {
     constexpr std::uint64_t point = 12;
@@ -35,8 +35,8 @@ std::uint64_t least_size_of_copies(const CopiedMesh& each, std::uint64_t copies)
     const std::uint64_t with_short = size_of_one(each, short_index);
     if (with_short > lwo2::Limits{}.file_size)
         return copies > 0 ? with_short : 0;
-    // Of each layer that the copies are divided into, the first ones have short indices. Two
-    // neighbouring layers hold more than one is allowed to, in points or in polygons.
+    // In each layer that the copies are divided into, the first copies have short indices. Two
+    // consecutive layers together exceed the limit of one, in points or in polygons.
     const std::uint64_t layers =
         1 + 2 * (each.points * copies / layer) + 2 * (each.polygons * copies / layer);
     const std::uint64_t fewest = std::max<std::uint64_t>(1, std::min(each.points, each.polygons));

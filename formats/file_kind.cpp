@@ -28,7 +28,7 @@ struct Signature {
     std::string_view kind;
 };
 
-/// The more telling come first where two begin alike.
+/// If one signature is a prefix of another, the longer one comes first.
 constexpr std::array signatures{
     Signature{0, "glTF"sv, "a binary glTF file (.glb)"sv},
     Signature{0, "ply\n"sv, "a PLY mesh"sv},
@@ -78,7 +78,7 @@ struct Form {
     std::string_view kind;
 };
 
-/// What a FORM file may be that is no LWO2 object.
+/// Types of FORM files other than LWO2 objects.
 constexpr std::array forms{
     Form{fourcc("LWOB"),
          "is an object of the older form LWOB, which is not read; save it as LWO2 first"sv},
@@ -122,7 +122,7 @@ bool has(std::string_view text, std::string_view part)
     return text.find(part) != std::string_view::npos;
 }
 
-/// The first line that is neither empty nor a comment, from its first character that is no blank.
+/// The first line that is neither empty nor a comment, without leading blanks.
 std::string_view first_line(std::string_view text)
 {
     while (!text.empty()) {
@@ -168,7 +168,7 @@ std::uint32_t little_endian(std::string_view text, std::size_t at)
     return value;
 }
 
-/// Kinds that are known by a size which stands in them.
+/// Formats recognised by a size field.
 std::string_view kind_by_size(std::string_view text, std::uint64_t size)
 {
     constexpr std::size_t stl_header = 84;

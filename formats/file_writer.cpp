@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* cannot_write = "cannot be written";
 
-/// The path of an unfinished file, where a signal handler can read it.
+/// The path of a temporary file in memory that a signal handler can read.
 struct Unfinished {
     enum State : int { unused, changing, listed };
     std::atomic<int> state{unused};
@@ -41,7 +41,7 @@ static_assert(std::atomic<int>::is_always_lock_free, "a signal handler reads it"
 constexpr int most_unfinished = 16;
 std::array<Unfinished, most_unfinished> unfinished_files;
 
-/// Lists a file to be removed; its place in the list, or -1 when there is no room.
+/// Registers a temporary file; returns its slot, or -1 if the table is full.
 int list_unfinished(const std::string& path) noexcept
 {
     if (path.size() >= PATH_MAX)
@@ -64,8 +64,8 @@ void forget_unfinished(int slot) noexcept
         unfinished_files[static_cast<std::size_t>(slot)].state.store(Unfinished::unused);
 }
 
-/// The descriptor that a path such as /dev/stdout or /dev/fd/3 stands for. It is written as it is:
-/// what it leads to may be a file that the caller's shell holds open.
+/// The descriptor that a path such as /dev/stdout or /dev/fd/3 denotes. It is written directly,
+/// since it may refer to a file that the caller's shell has open.
 std::optional<int> named_descriptor(const fs::path& path)
 {
     const std::string text = path.lexically_normal().string();
@@ -85,7 +85,7 @@ std::optional<int> named_descriptor(const fs::path& path)
     return std::nullopt;
 }
 
-/// What a target is now; none when there is nothing. @throws FileError
+/// The status of a target; empty if it does not exist. @throws FileError
 std::optional<struct stat> status_of(const fs::path& path, const fs::path& target)
 {
     struct stat status = {};
@@ -98,7 +98,7 @@ std::optional<struct stat> status_of(const fs::path& path, const fs::path& targe
 
 void sync(int descriptor, const fs::path& path)
 {
-    // some file systems have nothing to flush for a folder or a device, and say so
+    // some file systems do not support fsync for folders or devices
     if (::fsync(descriptor) != 0 && errno != EINVAL && errno != ENOTSUP)
         throw FileError(path, cannot_write, errno);
 }
@@ -107,7 +107,7 @@ void sync(int descriptor, const fs::path& path)
 
 fs::path resolve_links(const fs::path& path)
 {
-    constexpr int most = 40; // as many as the system itself would follow
+    constexpr int most = 40; // the limit of the system
     fs::path target = path;
     for (int i = 0; i < most; ++i) {
         std::error_code error;
@@ -151,13 +151,13 @@ void FileWriter::open_beside()
     const fs::path folder = fs::absolute(folder_of(target_));
     remove_abandoned_part_files(target_);
     const std::string prefix = part_file_prefix(target_);
-    // Over a target it opens to nobody else, until it has the target's permissions. A new file has
-    // those that the user's mask leaves from the start.
+    // If there is a target, nobody else can open the file until it gets the target's permissions. A
+    // new file has the permissions of the umask from the start.
     const mode_t mode = status_of(path_, target_) ? 0600 : 0666;
     for (;;) {
-        // a short name of its own: one made from a long target's name might be too long
+        // not derived from the target's name, which may already have the maximum length
         temporary_ = folder / fmt::format("{}{}-{}.part", prefix, ::getpid(), counter++);
-        // listed first: a signal between the two calls must not leave a file behind
+        // registered first: a signal between the two calls must not leave a file behind
         slot_ = list_unfinished(temporary_.string());
         descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         const int error = errno;
@@ -202,7 +202,7 @@ void FileWriter::commit()
         copy_access(descriptor_, target_);
         sync(descriptor_, path_);
     }
-    // A second descriptor keeps the part file locked until it has its name.
+    // A second descriptor keeps the part file locked until it is renamed.
     const Descriptor lock(::fcntl(descriptor_, F_DUPFD_CLOEXEC, 0));
     if (::close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR)
         throw FileError(path_, cannot_write, errno);
@@ -213,7 +213,7 @@ void FileWriter::commit()
     temporary_.clear();
     forget_unfinished(slot_);
     slot_ = -1;
-    // The file is there and whole; without this a power cut could still bring the old one back.
+    // Sync the folder: without it a power failure could undo the rename.
     const int folder = ::open(folder_of(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder >= 0) {
         static_cast<void>(::fsync(folder));

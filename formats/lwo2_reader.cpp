@@ -53,8 +53,8 @@ private:
     bool has_tags_ = false;
 };
 
-/// Checks the file's own header and returns where its content ends, which may be one byte past the
-/// end of the file: a filler that was left out.
+/// Checks the file header and returns the end offset of the content. It may be one past the end of
+/// the file if the last padding byte is missing.
 std::uint64_t Reader::read_form_header()
 {
     const std::uint64_t size = source_.size();
@@ -192,7 +192,8 @@ void Reader::close_layer()
     layer_.reset();
 }
 
-/// Chunks of the whole file behind the last layer are the document's, with what stands among them.
+/// Moves trailing chunks that apply to the whole file, and chunks between them, from the last layer
+/// to the document.
 void Reader::move_tail()
 {
     if (document_.layers.empty())

@@ -32,7 +32,7 @@ constexpr std::uint64_t header_size = 8;
 
 std::uint64_t padded(std::uint64_t size) { return size + size % 2; }
 
-/// The name at the start of a surface's description, up to its zero byte.
+/// The zero-terminated name at the start of a surface description.
 std::string_view surface_name(const FileChunk& chunk)
 {
     const std::string_view text(reinterpret_cast<const char*>(chunk.body.data()),
@@ -40,8 +40,8 @@ std::string_view surface_name(const FileChunk& chunk)
     return text.substr(0, text.find('\0'));
 }
 
-/// All that will be written, in order, with its size: what cannot be written is known before the
-/// first byte.
+/// The plan of a file: all chunks in order with their sizes. Limits are checked before the first
+/// byte is written.
 class Plan {
 public:
     Plan(const mesh::Document& document, const Limits& limits);
@@ -143,8 +143,7 @@ void Plan::measure(const Part& part, const std::string& title)
     }
 }
 
-/// Surfaces that polygons use, that no chunk describes, and that are not of the file, which may
-/// have had its reasons.
+/// Used surfaces without a description, except those that were already undescribed in the file.
 void Plan::find_plain_surfaces()
 {
     std::vector<std::uint8_t> used(document_.tags.size(), 0);

@@ -25,17 +25,17 @@ using mesh::ChunkRole;
 using mesh::FileChunk;
 using mesh::TagIndex;
 
-/// Hands out layer numbers that no layer has yet.
+/// Allocates unused layer numbers.
 class LayerNumbers {
 public:
-    /// The number itself where it is free, or the one after the highest, or any free one.
+    /// The number itself if it is free, else one above the highest, else any free one.
     [[nodiscard]] std::uint16_t take(std::uint16_t wanted)
     {
         std::size_t number = wanted;
         if (number >= no_parent || taken_[number])
             number = end_;
         if (number >= no_parent) {
-            // none is given back, so the search goes on where it ended
+            // numbers are never freed, so the search continues where it ended
             const auto from = taken_.begin() + static_cast<std::ptrdiff_t>(first_free_);
             number =
                 static_cast<std::size_t>(std::find(from, taken_.end(), false) - taken_.begin());
@@ -69,16 +69,16 @@ bool is_default_layer(const mesh::Layer& layer)
     return !layer.chunks.empty() && layer.chunks.front().role != ChunkRole::layer;
 }
 
-/// Gives a layer that its file never opened a chunk of its own: among several it needs one.
-/// Throws nothing where the layer's chunks have room for one more.
+/// Adds the layer chunk to a layer whose file has none; required if there are several layers. Does
+/// not throw if the layer's chunks have spare capacity.
 void open_layer(mesh::Layer& layer)
 {
     if (is_default_layer(layer))
         layer.chunks.insert(layer.chunks.begin(), {.id = id_layr, .role = ChunkRole::layer});
 }
 
-/// The numbers that the layers of both documents have when they are one: first that of `into`'s
-/// unopened layer, if there is one, then those of `from`.
+/// The new layer numbers: first that of the layer of `into` without a layer chunk, if any, then
+/// those of `from`.
 std::vector<std::uint16_t> number_layers(const mesh::Document& into, const mesh::Document& from)
 {
     LayerNumbers numbers;
@@ -117,7 +117,7 @@ void number_incoming(mesh::Document& from, std::span<const std::uint16_t> number
     }
 }
 
-/// What each tag of `from` is called in `into`: as a surface, and as anything else.
+/// Maps each tag of `from` to its index in `into`, as a surface and as any other tag.
 struct TagNames {
     std::vector<std::string> surfaces;
     std::vector<std::string> others;
@@ -143,7 +143,7 @@ TagNames name_tags(const mesh::Document& from, SurfaceMerge& surfaces)
         const std::string& text = from.tags[static_cast<TagIndex>(i)];
         if (names.is_surface[i])
             names.surfaces[i] = surfaces.name(text);
-        // many readers lose count at an empty tag: none is added
+        // many readers misread files with an empty tag, so none is added
         names.others[i] = text.empty() ? "unnamed" : text;
     }
     return names;
@@ -182,7 +182,7 @@ void warn_of_left_out(const std::vector<FileChunk>& chunks, std::string_view fro
                                  mesh::to_text(chunk.id), from_name));
 }
 
-/// Throws nothing where `tail` has room for them.
+/// Does not throw if `tail` has spare capacity for them.
 void insert_chunks(std::vector<FileChunk>& tail, SurfaceMerge::Chunks&& chunks)
 {
     const auto is_surface = [](const FileChunk& chunk) { return chunk.id == id_surf; };
@@ -190,13 +190,13 @@ void insert_chunks(std::vector<FileChunk>& tail, SurfaceMerge::Chunks&& chunks)
     tail.insert(last == tail.rend() ? tail.end() : last.base(),
                 std::make_move_iterator(chunks.surfaces.begin()),
                 std::make_move_iterator(chunks.surfaces.end()));
-    // what surfaces name stands before them
+    // images and envelopes come before the surfaces that refer to them
     tail.insert(std::find_if(tail.begin(), tail.end(), is_surface),
                 std::make_move_iterator(chunks.numbered.begin()),
                 std::make_move_iterator(chunks.numbered.end()));
 }
 
-/// Cuts off what was appended to a document's layers and tags, unless it is kept.
+/// Rolls back appended layers and tags of a document unless committed.
 class AppendRollback {
 public:
     explicit AppendRollback(mesh::Document& document)
@@ -226,7 +226,8 @@ void append_document(mesh::Document& into, mesh::Document&& from, std::string_vi
                      const WarningSink& warnings)
 {
     static_assert(std::is_nothrow_move_assignable_v<mesh::Layer>);
-    // First all that may fail. Of `into` it changes only what can be cut off again, and capacities.
+    // Everything that can throw comes first. It changes in `into` only what can be rolled back, and
+    // capacities.
     const auto numbers = number_layers(into, from);
     SurfaceMerge surfaces(into, from, from_name, warnings);
     const TagNames names = name_tags(from, surfaces);
@@ -246,7 +247,7 @@ void append_document(mesh::Document& into, mesh::Document&& from, std::string_vi
     const std::size_t old_layers = into.layers.size();
     into.layers.resize(old_layers + from.layers.size());
 
-    // From here on nothing fails.
+    // Nothing below throws.
     rollback.keep();
     auto number = numbers.begin();
     for (std::size_t i = 0; i < old_layers; ++i) {

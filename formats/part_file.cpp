@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view part_suffix = ".part";
 
-/// The FNV-1a hash: the same in every build, unlike the standard library's.
+/// The FNV-1a hash, which is the same in every build, unlike std::hash.
 std::uint64_t stable_hash(std::string_view text) noexcept
 {
     std::uint64_t hash = 0xCBF29CE484222325u;
@@ -33,16 +33,16 @@ std::uint64_t stable_hash(std::string_view text) noexcept
     return hash;
 }
 
-/// Removes a part file unless a living process writes it.
+/// Removes a part file unless it is locked.
 void remove_if_abandoned(const fs::path& path) noexcept
 {
-    // a pipe put there under this name must not block the open
+    // non-blocking, in case the name belongs to a pipe
     const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (file.number() < 0)
         return;
     struct stat opened = {};
     struct stat named = {};
-    // The lock comes first: the name is looked up again only once nobody else can rename the file.
+    // Lock first and check the name again afterwards: then nobody else can rename the file.
     if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0 && ::fstat(file.number(), &opened) == 0 &&
         ::lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
         opened.st_ino == named.st_ino && S_ISREG(opened.st_mode) && opened.st_uid == ::geteuid())
@@ -69,7 +69,7 @@ void remove_abandoned_part_files(const fs::path& target) noexcept
     try {
         const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
         const std::string prefix = part_file_prefix(target);
-        // GCC 12's std::filesystem::directory_iterator ends the program where memory ends.
+        // GCC 12's std::filesystem::directory_iterator terminates when out of memory.
         const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
         if (entries == nullptr)
             return;
@@ -97,8 +97,8 @@ void copy_access(int descriptor, const fs::path& target) noexcept
     }
     mode_t mode = old.st_mode & 0777u;
     if (!group_kept) {
-        // Members of the new group were others before, and members of the old one are others now:
-        // both get what both had.
+        // The group could not be kept: members of one group are now others and vice versa, so
+        // both get the intersection of the permissions.
         const mode_t shared = (mode >> 3u) & mode & 07u;
         mode = (mode & 0700u) | shared << 3u | shared;
     }

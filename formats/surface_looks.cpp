@@ -20,7 +20,7 @@ namespace {
 
 using Bytes = std::span<const std::byte>;
 
-/// A number of `size` bytes, the highest first.
+/// A big-endian number of `size` bytes.
 std::uint32_t number(Bytes bytes, std::size_t at, std::size_t size)
 {
     std::uint32_t value = 0;
@@ -53,8 +53,7 @@ void read_part(mesh::FourCC id, Bytes body, mesh::SurfaceLook& look)
     }
 }
 
-/// The parts stand one behind the other: four characters, two bytes of size, the body, and a
-/// filler byte behind a body of odd size.
+/// Iterates over the sub-chunks: id, two-byte size, body, padding byte after a body of odd size.
 void read_parts(Bytes rest, mesh::SurfaceLook& look)
 {
     constexpr std::size_t header = 6;

@@ -7,19 +7,19 @@ namespace mesh {
 
 namespace {
 
-/// The lowest and the highest of the numbers seen so far.
+/// Minimum and maximum of the numbers so far.
 struct Extent {
     double low = std::numeric_limits<double>::infinity();
     double high = -std::numeric_limits<double>::infinity();
 
     void widen(double value) noexcept
     {
-        // a comparison with what is not a number is false: it changes nothing
+        // comparisons with NaN are false, so NaN is ignored
         low = value < low ? value : low;
         high = value > high ? value : high;
     }
 
-    /// Where there was no number, there is none to tell either.
+    /// If all numbers were NaN, the result is NaN.
     void settle() noexcept
     {
         if (low > high)

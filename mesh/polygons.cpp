@@ -8,7 +8,7 @@ namespace mesh {
 
 std::uint16_t Polygons::type_number(FourCC type)
 {
-    // Polygons of one type mostly stand side by side.
+    // Consecutive polygons mostly have the same type.
     if (!records_.empty() && type_names_[records_.back().type] == type)
         return records_.back().type;
     if (!type_names_.empty() && type_names_.front() == type)
@@ -34,7 +34,7 @@ std::uint32_t* Polygons::extend_slow(FourCC type, std::size_t count)
 {
     if (count > most_corners - corners_.size())
         throw std::length_error("a layer holds more than 4,294,967,295 polygon corners");
-    // All that can fail comes first, so that a failure leaves the polygons as they were.
+    // Everything that can throw comes first, so that the polygons are unchanged on failure.
     const std::uint16_t number = type_number(type);
     records_.reserve_more(records_.size() + 1);
     const auto start = static_cast<std::uint32_t>(corners_.size());
@@ -80,7 +80,7 @@ std::vector<FourCC> Polygons::other_tag_kinds() const
 
 void Polygons::copy_other_tags(const Polygons& source, std::size_t from, std::size_t polygon)
 {
-    // With `source` being this object no kind is new: the list does not grow under the loop.
+    // If `source` is this object, no kind is new, so the vector does not grow during the loop.
     for (const TagColumn& tags : *source.others_)
         if (const TagIndex tag = tags[from]; tag != no_tag)
             set_tag(tags.kind(), polygon, tag);

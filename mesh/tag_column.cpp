@@ -7,7 +7,7 @@ namespace mesh {
 
 namespace {
 
-/// Polygons to one tag up to which an array is the smaller and quicker of the two.
+/// Up to this number of polygons per tag an array is smaller and faster than a map.
 constexpr std::size_t spread = 8;
 
 } // namespace
@@ -45,8 +45,8 @@ void TagColumn::set_sparse(std::size_t polygon, TagIndex tag)
         make_dense();
 }
 
-/// A tree that becomes an array again only when it is twice as long costs little for each tag,
-/// whatever the order in which they come.
+/// A map is converted back to an array only after doubling in size, so that the conversions cost
+/// amortised constant time per tag in any order.
 void TagColumn::make_sparse()
 {
     std::map<std::uint32_t, TagIndex> rows;

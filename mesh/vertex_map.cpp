@@ -8,8 +8,7 @@ namespace mesh {
 
 namespace {
 
-/// The 64 presence bits of the points from `first` on, when those from `begin` on that lie before
-/// `end` have a value.
+/// The 64 presence bits of the points from `first` on, if the points in [begin, end) have a value.
 std::uint64_t bits_between(std::uint64_t begin, std::uint64_t end, std::uint64_t first) noexcept
 {
     constexpr std::uint64_t all = ~std::uint64_t{0};
@@ -25,8 +24,8 @@ std::uint64_t bit_of(std::uint32_t point) noexcept { return std::uint64_t{1} << 
 
 } // namespace
 
-/// Words ascend, so a word stands at most as far behind the first as its number is greater, and at
-/// most as far before the last as its number is less. Without gaps this is the place itself.
+/// Word numbers are distinct and ascending, so the distance to the first and to the last word
+/// bounds the index. Without missing words the bounds coincide; otherwise a binary search follows.
 std::size_t VertexMap::Scattered::place_of(std::uint32_t word) const noexcept
 {
     const std::size_t count = words.size();
@@ -74,7 +73,7 @@ void VertexMap::scatter(std::size_t more)
     const std::uint64_t run_begin = run_size_ != 0 ? run_begin_ : 0;
     if (run_size_ != 0)
         more += (run_end - 1) / 64u - run_begin / 64u + 1;
-    // All that can fail comes first, so that a failure leaves the map as it was.
+    // Everything that can throw comes first, so that the map is unchanged on failure.
     Scattered& points = scattered_.get_or_create();
     points.words.reserve_more(points.words.size() + more);
     points.present.reserve_more(points.words.size() + more);
@@ -99,7 +98,7 @@ void VertexMap::set_slow(std::uint32_t point, std::span<const float> value)
         copy_floats(value.data(), values_.data() + rank(point) * dimension_, dimension_);
         return;
     }
-    // All that can fail comes first, so that a failure leaves the map as it was.
+    // Everything that can throw comes first, so that the map is unchanged on failure.
     if (size() == 0 || point - run_begin_ == run_size_) {
         values_.append(value);
         if (run_size_ == 0)
@@ -134,7 +133,7 @@ void VertexMap::append(std::span<const std::uint32_t> points, std::span<const fl
         return;
     values = values.first(points.size() * dimension_);
     const bool neighbours = points.back() - points.front() == points.size() - 1;
-    // All that can fail comes first, so that a failure leaves the map as it was.
+    // Everything that can throw comes first, so that the map is unchanged on failure.
     if (neighbours && (size() == 0 || points.front() - run_begin_ == run_size_)) {
         values_.append(values);
         if (run_size_ == 0)

@@ -26,7 +26,8 @@ bool any_selected(const mesh::Document& document, const std::vector<LayerRole>& 
     return false;
 }
 
-/// Whether a polygon of a clone is among those of the layer, or among those that are selected.
+/// Whether any polygon of the layer belongs to a clone.
+/// @param selected_alone  consider only selected polygons
 bool has_clone_polygon(const mesh::Layer& layer, bool selected_alone)
 {
     if (!mesh::holds_clones(layer))

@@ -30,7 +30,7 @@ PanelRefusal no_control(ControlId id)
     return PanelRefusal(fmt::format("the panel has no control {:#x}", id));
 }
 
-/// The value in the type that the control holds, or a refusal.
+/// Converts the value to the type of the control. @throws PanelRefusal if it does not fit
 ControlValue fitted(const Control& control, ControlValue value)
 {
     if (control.kind == ControlKind::button)

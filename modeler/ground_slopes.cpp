@@ -43,7 +43,7 @@ std::optional<GroundSlopes> ground_slopes(const mesh::Document& document,
 
 std::string to_sentence(const GroundSlopes& slopes)
 {
-    // Outwards, so that limits taken from the sentence hold all polygons.
+    // Rounded outwards, so that limits copied from the sentence include all polygons.
     const double least = std::floor(slopes.least_deg * 10.0) / 10.0;
     const double greatest = std::ceil(slopes.greatest_deg * 10.0) / 10.0;
     if (slopes.least_deg == slopes.greatest_deg)

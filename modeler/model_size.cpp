@@ -13,14 +13,14 @@ namespace modeler {
 
 namespace {
 
-/// Below this share of the ground a clone is less than a pixel where the ground fills the view.
+/// Below this ratio a clone is smaller than a pixel when the ground fills the view.
 constexpr double smallest_share = 0.001;
 constexpr double largest_share = 1.0;
-/// What a fitting model comes near to: a tree on a field.
+/// The typical ratio of a suitable model, such as a tree on a field.
 constexpr double usual_share = 0.03;
 
-/// Longest side of the box around all points of the layers in this role; 0 where there is none, or
-/// no number tells it.
+/// Longest side of the bounding box of all layers with this role; 0 if there is none or it is not
+/// finite.
 double extent(const mesh::Document& document, const std::vector<LayerRole>& roles, LayerRole role)
 {
     std::vector<mesh::Vec3> ends;

@@ -22,7 +22,7 @@ void check_roles(const mesh::Document& document, const std::vector<LayerRole>& r
             fmt::format("{} roles are given for {} layers", roles.size(), document.layers.size()));
 }
 
-/// A command works on the document by position: nobody else may change it meanwhile.
+/// Throws while a command runs, since the document must not change then.
 void check_idle(const mesh::Document& document)
 {
     Activation* const activation = Activation::current();

@@ -69,7 +69,7 @@ void read_tags(const ServerTagInfo* tags, Server& server)
             default:
                 break; // other kinds say nothing that this host makes use of
             }
-            // The first text of a kind stands; further ones are in other languages.
+            // The first string of a kind counts; further ones are in other languages.
             if (text != nullptr && text->empty())
                 *text = tags->text;
         }
@@ -121,23 +121,23 @@ void* started(const std::filesystem::path& file, const ModuleDescriptor& descrip
     return token;
 }
 
-/// dlopen without the promise that it throws nothing: constructors of the module may throw. Read
-/// each time, so that the compiler does not find the promise again.
+/// dlopen through a pointer that is not noexcept, since static constructors of the module may
+/// throw. Volatile, so that the compiler does not deduce noexcept again.
 void* (*volatile const open_library)(const char* file, int mode) = &dlopen;
 
-/// Runs the module's constructors. An exception of theirs ends the program: on its way through the
-/// dynamic loader it would leave the loader locked and in the middle of its work.
+/// Loads the file, which runs its static constructors. An exception of one ends the program, since
+/// unwinding through the dynamic loader would leave it locked.
 void* open_with_constructors(const char* file) noexcept
 {
     return open_library(file, RTLD_NOW | RTLD_LOCAL);
 }
 
-/// A handle of the dynamic loader; null when the file cannot be loaded.
+/// The dlopen handle, or null on failure.
 void* open_file(const std::filesystem::path& file)
 {
-    // A name without a folder would be searched for in the system's library folders.
+    // dlopen searches the system's library folders for a name without a folder.
     const std::filesystem::path with_folder = std::filesystem::absolute(file);
-    // Outside of the function that ends the program: clang unwinds that one before it ends.
+    // Not in the noexcept function: clang unwinds that function before it terminates.
     const ModuleCall call(file, "loading");
     return open_with_constructors(with_folder.c_str());
 }
@@ -176,7 +176,7 @@ Module::Loaded::~Loaded()
         try {
             descriptor->shutdown(token);
         } catch (...) {
-            // The module is going away and nobody is left to be told.
+            // The module is being unloaded; there is no caller to report to.
         }
     }
     if (handle != nullptr) {

@@ -18,12 +18,12 @@ namespace modeler {
 
 namespace {
 
-/// Signals that a process sends itself by a fault or by `abort`.
+/// Signals raised by a fault or by `abort`.
 constexpr std::array crash_signals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS, SIGTRAP};
 
 ModuleEndHandler end_handler = nullptr;
 
-// What a signal handler reads: plain memory, written before `calling` is set.
+// Read by the signal handler; written before `calling` is set.
 struct FileName {
     std::array<char, 4096> text{};
     std::size_t length = 0;
@@ -44,7 +44,7 @@ static_assert(std::atomic<std::uintptr_t>::is_always_lock_free, "a signal handle
 
 std::array<struct sigaction, crash_signals.size()> actions_before{};
 stack_t stack_before{};
-/// A stack overflow leaves no room for the handler on the stack itself.
+/// After a stack overflow the handler needs an alternate stack.
 alignas(16) std::array<char, 65536> handler_stack{};
 
 std::string_view crash_text(int signal) noexcept
@@ -85,7 +85,7 @@ extern "C" void report_crash(int signal, siginfo_t* info, void* /*context*/)
     if (signal == SIGSEGV)
         report_access_to_unloaded(info->si_addr);
     ModuleCall::report(crash_text(signal));
-    // Not the module's, or the handler came back: end as without it.
+    // Not in module code, or the handler has returned: use the default action.
     struct sigaction plain = {};
     plain.sa_handler = SIG_DFL;
     ::sigaction(signal, &plain, nullptr);
@@ -110,7 +110,7 @@ void catch_crashes() noexcept
     action.sa_flags = SA_ONSTACK | SA_SIGINFO;
     for (std::size_t i = 0; i < crash_signals.size(); ++i) {
         struct sigaction& before = actions_before[i];
-        // Another handler (a sanitizer's, a debugger's) has the right of way.
+        // Another handler (of a sanitizer or debugger) takes precedence.
         if (::sigaction(crash_signals[i], nullptr, &before) == 0 && before.sa_handler == SIG_DFL)
             ::sigaction(crash_signals[i], &action, nullptr);
     }
@@ -156,7 +156,7 @@ void ModuleCall::report(std::string_view problem) noexcept
 {
     if (calling == 0 || end_handler == nullptr || ::getpid() != caller)
         return;
-    calling = 0; // what the handler itself calls is not the module's doing
+    calling = 0; // calls made by the handler itself must not be reported
     end_handler({file_name.view(), call_step, problem});
 }
 
@@ -181,8 +181,8 @@ void on_module_end(ModuleEndHandler handler) noexcept
     end_handler = handler;
 }
 
-/// What `_exit` and `_Exit` are for everything that is loaded into the program: unlike `exit` they
-/// call no functions that were registered.
+/// Replaces `_exit` and `_Exit` for everything loaded into the program. Unlike `exit` they do not
+/// run atexit handlers, so there is no other way to intercept them.
 [[noreturn]] static void end_at_once(int status) noexcept
 {
     ModuleCall::report("the module ended the program (_exit)");
@@ -192,8 +192,7 @@ void on_module_end(ModuleEndHandler handler) noexcept
 
 } // namespace modeler
 
-// They take the place of the C library's, because a program's own symbols come first. Its headers
-// declare them as functions that do not return.
+// These definitions interpose those of the C library, since symbols of the executable come first.
 extern "C" {
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the names are given

@@ -13,11 +13,11 @@ namespace modeler {
 
 namespace {
 
-/// What the command needs at the least for each clone before it makes the first: a list node of 64
-/// bytes, once more in the order of the list, and the entries that lead to it while it is sorted.
+/// Minimum memory per clone before the first one is created: a list node of 64 bytes, a copy of it
+/// in sorted order, and the index entries used while sorting.
 constexpr std::uint64_t bytes_for_each = 160;
 
-/// Memory and swap of the machine, or what the process may use of it.
+/// Memory and swap of the machine, limited by the resource limits of the process.
 std::uint64_t available_memory() noexcept
 {
     std::uint64_t most = UINT64_MAX;

@@ -38,7 +38,7 @@ bool fits(Unit unit, ControlKind kind) noexcept
     return kind == ControlKind::popup;
 }
 
-/// What the letter of an angle in the label stands for; empty for labels without one.
+/// Explains the letter of an angle in the label; empty for other labels.
 std::string_view letter_help(const Setting& setting) noexcept
 {
     if (setting.field.starts_with("h_"))
@@ -50,7 +50,7 @@ std::string_view letter_help(const Setting& setting) noexcept
     return {};
 }
 
-/// The default, and where its odd digits come from.
+/// The default, with an explanation of its unrounded digits.
 std::string default_help(const Setting& setting)
 {
     if (setting.unit != Unit::angle || !setting.default_text.ends_with("rad"))

@@ -17,7 +17,7 @@ namespace settings {
 
 namespace {
 
-/// Thousands of times what all settings take.
+/// Size limit: thousands of times the size of all settings.
 constexpr std::size_t most_bytes = std::size_t{1024} * 1024;
 
 class OpenFile {
@@ -57,7 +57,7 @@ void check_kind(const std::filesystem::path& file, const struct stat& status)
         refuse(file, "it is a device; only files and pipes are read");
 }
 
-/// False once it is sure that the text is no object.
+/// False if the text cannot be a JSON object.
 bool may_be_object(std::string_view text)
 {
     if (text.find('\0') != std::string_view::npos) // where the parser would end
@@ -75,7 +75,7 @@ bool may_be_object(std::string_view text)
 
 std::string read_file_text(const std::filesystem::path& file)
 {
-    // Before the file is opened: some devices act, or wait, when they are.
+    // Before opening: opening a device may block or have side effects.
     struct stat status = {};
     if (::stat(file.c_str(), &status) != 0)
         refuse(file, errno);

@@ -23,7 +23,7 @@ std::string list_of(const std::vector<std::string>& names)
     return list;
 }
 
-/// Whether the control holds values of the setting.
+/// Whether the type of the control matches the setting.
 bool fits(const modeler::Control& control, const Setting& setting)
 {
     switch (setting.unit) {
@@ -78,7 +78,7 @@ int choice_index(const modeler::Control& control, const std::string& name,
     const auto found = std::find(control.choices.begin(), control.choices.end(), name);
     if (found != control.choices.end())
         return static_cast<int>(found - control.choices.begin());
-    // The first entry is the one for no map.
+    // The first entry means no map.
     const std::vector<std::string> maps(control.choices.begin() + (control.choices.empty() ? 0 : 1),
                                         control.choices.end());
     if (maps.empty())

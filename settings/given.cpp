@@ -18,7 +18,7 @@ namespace settings {
 
 namespace {
 
-/// Where a key stands in the text. The object is flat, so the first such key is the one.
+/// Position of a key in the text. The object is flat, so the first match is the key.
 std::optional<std::size_t> line_of_key(std::string_view text, const std::string& key)
 {
     const std::string quoted = '"' + key + '"';
@@ -40,11 +40,11 @@ std::vector<std::string> field_names()
     return names;
 }
 
-/// Deeper than any settings; what takes the parsed values apart goes one call deeper for each
+/// Limit of nesting, more than any settings file needs; destroying parsed values recurses once per
 /// level.
 constexpr int most_levels = 16;
 
-/// Refuses keys that come twice, which the parser would pass over, and values nested too deep.
+/// Rejects duplicate keys, which the parser would accept, and too deeply nested values.
 nlohmann::json parse_object(std::string_view text, const std::string& name)
 {
     std::set<std::string> seen;
@@ -77,7 +77,7 @@ nlohmann::json parse_object(std::string_view text, const std::string& name)
                                     name));
 }
 
-/// Whether it is what `dastrel scatter --json` printed.
+/// Whether this is the output of `dastrel scatter --json`.
 bool is_summary(const nlohmann::json& object)
 {
     const auto settings = object.find("settings");

@@ -11,7 +11,7 @@ namespace settings {
 
 namespace {
 
-/// A share between 0 and 1 that was written for percent.
+/// For a fraction between 0 and 1 given as percent.
 std::string small_percent_warning(double percent)
 {
     if (percent <= 0.0 || percent > 1.0)
@@ -51,11 +51,11 @@ std::string fraction_warning(double value)
 std::string angle_warning(const Setting& setting, double value)
 {
     const double degrees = value * 180.0 / std::numbers::pi;
-    // A round number of radians was degrees in somebody's mind.
+    // A round number of radians was probably meant as degrees.
     const bool round = std::fabs(value * 10.0 - std::round(value * 10.0)) < 1e-9;
     const std::string may_mean =
         round ? fmt::format("; for {0:g} degrees write {0:g}", value) : std::string();
-    // What 180 degrees are in single precision, or by way of 3.1415, is not told.
+    // No warning for 180 degrees in single precision or computed with 3.1415.
     constexpr double rounding = 1e-3;
     if (setting.field.starts_with("slope_")) {
         if (degrees < -rounding || degrees > 180.0 + rounding)

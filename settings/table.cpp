@@ -18,8 +18,8 @@ constexpr std::string_view rotating = "rotating";
 constexpr std::string_view choosing = "choosing polygons by slope";
 constexpr std::string_view shaping = "points and morphs";
 
-// The rotation limits and the largest slope come from pi taken as 3.1415; only radians say them
-// exactly.
+// The rotation limits and the largest slope are computed with pi = 3.1415; only radians can express
+// them exactly.
 constexpr std::string_view ten_degrees = "0.17452777777777778rad";
 constexpr std::string_view minus_ten_degrees = "-0.17452777777777778rad";
 

@@ -37,7 +37,7 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-/// Takes `unit` and blanks before it off the end of `text`; tells whether it was there.
+/// Removes `unit`, and blanks before it, from the end of `text`. Returns whether it was present.
 bool take_unit(std::string_view& text, std::string_view unit)
 {
     if (!text.ends_with(unit))
@@ -46,7 +46,7 @@ bool take_unit(std::string_view& text, std::string_view unit)
     return true;
 }
 
-/// A sign that from_chars does not take.
+/// Removes a leading plus sign, which from_chars rejects.
 std::string_view without_plus(std::string_view text)
 {
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')
@@ -73,7 +73,8 @@ std::string with_point(std::string_view text)
     return pointed;
 }
 
-/// `whole` is what the user wrote, unit included; `number` the part that has to be a number.
+/// @param whole   the user's input including the unit, for messages
+/// @param number  the part to parse
 double parse_double(std::string_view number, std::string_view whole, std::string_view example)
 {
     if (const auto read = read_double(number))
@@ -151,7 +152,7 @@ std::optional<double> invert(double value, double guess, Convert convert)
     return std::nullopt;
 }
 
-/// Whole numbers without a decimal point, as a person would write them.
+/// Formats integral values without a decimal point.
 nlohmann::json json_number(double number)
 {
     constexpr double exact_in_64_bits = 9007199254740992.0;
@@ -211,7 +212,7 @@ Value parse_value(const Setting& setting, const nlohmann::json& value)
         switch (setting.unit) {
         case Unit::count:
         case Unit::on_off:
-            // By way of the text, so that a number that is not whole or too large is told as such.
+            // Via the text, so that the error message for a fractional or too large number fits.
             return parse_value(setting, std::string_view(value.dump()));
         case Unit::percent:
             return from_percent(value.get<double>());
@@ -250,7 +251,7 @@ nlohmann::json to_json(const Setting& setting, const Value& value)
     }
     if (setting.unit == Unit::angle) {
         const auto degrees = invert(number, number * 180.0 / std::numbers::pi, from_degrees);
-        // Only an angle that was given in degrees comes out as a short number of degrees.
+        // Use degrees only if they are short, that is, if the angle was given in degrees.
         if (degrees && fmt::format("{}", *degrees).size() <= 12)
             return json_number(*degrees);
         return fmt::format("{}rad", number);

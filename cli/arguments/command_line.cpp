@@ -41,8 +41,8 @@ std::string heading_of(const OptionHelp& option)
     return option.value.empty() ? names : names + " " + option.value;
 }
 
-/// The text in lines of at most `width` characters, all after the first indented by `indent`. Words
-/// are never broken.
+/// Wraps a text at `width` characters, without breaking words; all lines after the first are
+/// indented by `indent`.
 std::string wrapped(std::string_view text, std::size_t width, std::size_t indent)
 {
     std::string result;
@@ -139,8 +139,8 @@ std::vector<std::string> CommandLine::option_names() const
     return names;
 }
 
-/// A switch and its word become one argument, so that the parser need not guess whether the next
-/// argument is meant for the switch.
+/// Joins each switch with its on/off word into one argument, so that the parser need not decide
+/// whether the next argument belongs to the switch.
 void CommandLine::join_switches(std::vector<std::string>& arguments) const
 {
     for (std::size_t i = 0; i < arguments.size() && arguments[i] != "--"; ++i) {
@@ -164,7 +164,7 @@ void CommandLine::add_other_word(std::string word, std::string option)
 /// The end of the message about an unknown option.
 std::string CommandLine::suggestion(const std::string& name) const
 {
-    // a value may stand right behind a short name
+    // a value may directly follow a short name
     const bool is_short = name.size() > 2 && name[1] != '-';
     const auto meant = other_words_.find(is_short ? name.substr(0, 2) : name);
     return meant != other_words_.end() ? fmt::format("; did you mean '{}'?", meant->second)
@@ -215,7 +215,7 @@ std::vector<OptionHelp> CommandLine::option_help() const
     std::vector<std::string> groups;
     for (const CLI::Option* option : options(*app_)) {
         const std::string& group = option->get_group();
-        // The options that every verb has were added first and stand last.
+        // The options common to all verbs were added first and are listed last.
         if (!group.empty() && group != "other" && !option->get_positional() &&
             std::find(groups.begin(), groups.end(), group) == groups.end())
             groups.push_back(group);

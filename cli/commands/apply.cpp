@@ -40,7 +40,7 @@ constexpr const char* examples =
       --command Plant
 )";
 
-/// Answers panels with OK. What is in them is the module's business.
+/// Answers panels with OK and the module's values.
 class PlainFrontEnd : public ConsoleFrontEnd {
 public:
     explicit PlainFrontEnd(Console& console) : ConsoleFrontEnd(console, {}) {}
@@ -48,7 +48,7 @@ public:
     [[nodiscard]] bool run_panel(modeler::FormPanel& /*panel*/) override { return true; }
 };
 
-/// The module's command of this name, or its only one where none is named.
+/// The module's command of this name, or its only one if no name is given.
 std::string find_command(const modeler::Module& module, const std::string& named)
 {
     std::string names;
@@ -79,8 +79,7 @@ std::string find_command(const modeler::Module& module, const std::string& named
     return only;
 }
 
-/// The files in one document, layer behind layer. `foreground` receives how many of them are of the
-/// first file.
+/// Reads the files into one document. `foreground` receives the number of layers of the first file.
 mesh::Document read_files(const std::vector<std::string>& files, std::size_t& foreground,
                           Console& console)
 {

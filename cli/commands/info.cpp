@@ -25,12 +25,12 @@ using Json = nlohmann::ordered_json;
 
 constexpr int schema = 1;
 
-/// Names in order of first appearance, each with how often it came.
+/// Names with their counts, in order of first appearance.
 using Counts = std::vector<std::pair<std::string, std::size_t>>;
 
-/// Counts what `key(polygon)` gives for all polygons of a layer, in the order of first appearance,
-/// in time that does not grow with how many different ones there are, nor with what other layers
-/// have. Polygons without are not counted.
+/// Counts the values of `key(polygon)` over all polygons of a layer, in order of first appearance.
+/// The time does not depend on the number of distinct values or on other layers. Polygons without a
+/// value are not counted.
 template <typename Key, typename Name>
 Counts count_polygons(const mesh::Layer& layer, Key key, Name name)
 {
@@ -48,7 +48,7 @@ Counts count_polygons(const mesh::Layer& layer, Key key, Name name)
     return counts;
 }
 
-/// Polygons of each type, by the text that stands for it.
+/// Number of polygons by name of their type.
 Counts polygon_types(const mesh::Layer& layer)
 {
     return count_polygons(
@@ -86,8 +86,8 @@ std::string map_line(const mesh::VertexMap& map, std::size_t points)
     return line + "\n";
 }
 
-/// Writes what was collected once it is long: of files of many small parts the text would take more
-/// memory than the file.
+/// Flushes the collected text when it is long, since the text for a file of many small parts would
+/// take more memory than the file.
 void write_long_text(std::string& text)
 {
     constexpr std::size_t is_long = std::size_t{1} << 18;

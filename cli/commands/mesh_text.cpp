@@ -18,7 +18,7 @@ namespace cli {
 
 namespace {
 
-/// Collects lines and hands them on in large runs.
+/// Buffers lines and passes them on in large blocks.
 class Lines {
 public:
     explicit Lines(const std::function<void(std::string_view)>& write) : write_(write) {}
@@ -43,7 +43,7 @@ private:
     fmt::memory_buffer text_;
 };
 
-/// What is not a number may carry any bits: they are part of the mesh.
+/// Formats a NaN with its payload, which is part of the mesh.
 template <std::floating_point Number> std::string number_text(Number number)
 {
     if (!std::isnan(number))

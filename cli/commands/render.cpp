@@ -68,7 +68,7 @@ ExitStatus RenderVerb::run(Console& console)
         console.set_quiet();
     for (const std::string& file : files_)
         validate_input(file);
-    check_output(); // first: an output that is an input is told as that, whatever its ending
+    check_output(); // before the file extension is checked
     validate_picture_output(output_);
 
     const auto start = std::chrono::steady_clock::now();

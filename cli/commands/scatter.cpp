@@ -75,8 +75,8 @@ ScatterReport::Input counted(const std::string& name, const mesh::Document& docu
     return input;
 }
 
-/// Takes layers that hold clones alone out of the run, so that clones which were given a layer of
-/// their own are neither ground nor model of the next run. They stay where the role has no others.
+/// Excludes layers with only clones from the run, so that the clones of an earlier run are neither
+/// ground nor model. They are not excluded if the role has no other layers.
 void exclude_earlier_clones(const mesh::Document& document, LayerRole role,
                             std::vector<LayerRole>& roles)
 {
@@ -139,7 +139,7 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
     return scene;
 }
 
-/// Clones are added to a layer of the ground: refuses a file that has none.
+/// Rejects a ground file without layers, since clones are added to a layer of the ground.
 void check_ground(const Scene& scene, const ScatterRequest& request)
 {
     if (scene.layers_to_write == 0)
@@ -161,8 +161,8 @@ template <typename Visit> void for_each_ground_polygon(Scene& scene, Visit visit
     }
 }
 
-/// Selects the ground's polygons with these surfaces; none are named: nothing is selected, which is
-/// everything.
+/// Selects the ground's polygons with these surfaces. Without surfaces nothing is selected, which
+/// counts as everything.
 void select_surfaces(const std::vector<std::string>& names, Scene& scene)
 {
     if (names.empty())
@@ -188,7 +188,8 @@ void select_surfaces(const std::vector<std::string>& names, Scene& scene)
     }
 }
 
-/// Warns that several MODEL files are one model, with the runs that scatter one or the other.
+/// Warns that several MODEL files form one model, and shows the commands to scatter them
+/// separately.
 void warn_of_several_models(const Scene& scene, ScatterReport& report, Console& console)
 {
     std::vector<std::string> models;
@@ -207,11 +208,11 @@ void warn_of_several_models(const Scene& scene, ScatterReport& report, Console& 
         report.inputs[2].name, report.output));
 }
 
-/// Warns of what ground and model have that no run can make good.
+/// Warns about problems of ground and model.
 void warn_of_meshes(const Scene& scene, ScatterReport& report, Console& console)
 {
     const std::vector<ScatterReport::Input>& inputs = report.inputs;
-    // The layers of all inputs stand in one document, file by file.
+    // The document has the layers of all inputs, file by file.
     const auto title = [&](std::size_t layer) {
         std::size_t file = 0;
         for (; file + 1 < inputs.size() && layer >= inputs[file].layers; ++file)
@@ -230,7 +231,7 @@ void warn_of_meshes(const Scene& scene, ScatterReport& report, Console& console)
     warn_of_several_models(scene, report, console);
 }
 
-/// Name for the layer of the clones, after what is cloned, that no other layer of the result has.
+/// A unique name for the layer of the clones, derived from the models.
 std::string own_layer_name(const ScatterRequest& request, const Scene& scene)
 {
     std::vector<std::string> models;
@@ -249,8 +250,8 @@ std::string own_layer_name(const ScatterRequest& request, const Scene& scene)
                                     scene.layers_to_write);
 }
 
-/// Takes the layers between those to be written and those that the run added, which are the
-/// model's, out of the document.
+/// Removes the layers of the model: those between the layers to be written and those added by the
+/// run.
 void drop_model(mesh::Document& document, std::size_t to_write, std::size_t read)
 {
     std::optional<mesh::Layer> own;
@@ -287,14 +288,14 @@ bool is_on(std::string_view field, const std::vector<settings::UsedSetting>& use
     });
 }
 
-/// Tells what the command leaves open when no polygon lies within its limits.
+/// Adds the range of slopes to the message if the command found no polygon within its limits.
 void say_slopes(const modeler::Modeler& session, Console& console)
 {
     if (const auto slopes = modeler::ground_slopes(session.document(), session.roles()))
         console.error(modeler::to_sentence(*slopes) + "; --slope-min and --slope-max limit them");
 }
 
-/// How many clones the request asks for.
+/// Number of clones of the request.
 std::int64_t clones_asked(const ScatterRequest& request)
 {
     const settings::Setting& count = *settings::find_setting("clone_num");
@@ -305,7 +306,7 @@ std::int64_t clones_asked(const ScatterRequest& request)
     return std::get<std::int32_t>(value);
 }
 
-/// Refuses outputs that would replace an input, the settings file, the module or each other.
+/// Rejects outputs that would overwrite an input, the settings file, the module or each other.
 void check_outputs(const ScatterRequest& request, const std::string& module)
 {
     std::vector<RunFile> inputs;
@@ -319,7 +320,7 @@ void check_outputs(const ScatterRequest& request, const std::string& module)
         outputs.push_back({"--picture", request.picture});
     const Replacing replacing = request.force ? Replacing::allowed : Replacing::refused;
     if (request.json) {
-        // First, because errors about the others are told there.
+        // First, because errors about the others are reported there.
         const RunFile summary{"--json", standard_stream};
         check_file_conflicts(inputs, {&summary, 1}, replacing);
         outputs.push_back(summary);
@@ -327,8 +328,8 @@ void check_outputs(const ScatterRequest& request, const std::string& module)
     check_file_conflicts(inputs, outputs, replacing);
 }
 
-/// Judges the whole request, as far as it can be without reading the inputs. An output that is an
-/// input is told as that, whatever its ending.
+/// Validates the request as far as possible without reading the inputs. File conflicts are checked
+/// before file extensions.
 modeler::Module validate_request(const ScatterRequest& request)
 {
     for (const std::string& input : request.inputs)
@@ -347,7 +348,7 @@ modeler::Module validate_request(const ScatterRequest& request)
     return module;
 }
 
-/// The picture of a mesh that is written already, which is told when the picture fails.
+/// Renders the picture after the mesh was written; error messages mention the written file.
 void make_result_picture(const mesh::Document& document, const std::string& picture,
                          Console& console)
 {

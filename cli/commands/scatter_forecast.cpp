@@ -23,7 +23,7 @@ void validate_result_size(const mesh::Document& document, std::span<const modele
     formats::CopiedMesh clone;
     for (const mesh::Layer* const layer : models)
         formats::add_clone_of(*layer, clone);
-    // Clones without a layer of their own are added to the first layer of the ground.
+    // Without a new layer, clones are added to the first layer of the ground.
     const mesh::Layer empty;
     const mesh::Layer* target = &empty;
     const auto ground = std::find(roles.begin(), roles.end(), modeler::LayerRole::foreground);

@@ -35,7 +35,7 @@ void write_character(char character) noexcept
     }
 }
 
-/// Whether JSON takes the byte of a sound text as it is.
+/// Whether the byte of a valid UTF-8 text needs no escape in JSON.
 bool is_plain(char character) noexcept
 {
     const auto code = static_cast<unsigned char>(character);
@@ -56,7 +56,7 @@ void write_sound_text(std::string_view text) noexcept
     }
 }
 
-/// Names of files and words of modules need not be UTF-8, and JSON must be.
+/// Writes text as UTF-8; invalid bytes, as in file names or module texts, become U+FFFD.
 void write_text(std::string_view text) noexcept
 {
     while (!text.empty()) {
@@ -86,7 +86,7 @@ void enable_json_errors() noexcept { wanted = true; }
 void write_error_object(ExitStatus status, std::initializer_list<std::string_view> message,
                         std::string_view file, std::string_view place) noexcept
 {
-    // Two objects one behind the other are no JSON.
+    // Two consecutive objects are not valid JSON.
     if (!wanted || has_begun_result() || written.exchange(true))
         return;
     std::array<char, 16> number{};

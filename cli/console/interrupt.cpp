@@ -35,7 +35,7 @@ extern "C" void end_at_once(int signal)
 {
     formats::remove_unfinished_files();
     clear_progress_line();
-    modeler::ModuleCall::release(); // it is not the module that ends the program
+    modeler::ModuleCall::release(); // the program ends, not the module
     const int status = status_of_signal + signal;
     write_error_object(static_cast<ExitStatus>(status), {message_for(signal), output_note()}, {},
                        {});
@@ -50,7 +50,7 @@ void handle_signals() noexcept
     ending.sa_handler = end_at_once;
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction before = {};
-        // A program started in the background with a signal ignored leaves it so.
+        // Keep a signal ignored if it was ignored at start, as in background jobs.
         if (::sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
             ::sigaction(signal, &ending, nullptr);
     }

@@ -33,7 +33,7 @@ std::string_view memory_advice;
     throw std::bad_alloc();
 }
 
-/// The exception that nobody catches, as far as it can be told; null: a failed allocation.
+/// The message of the uncaught exception; null: std::bad_alloc.
 const char* uncaught_problem() noexcept
 {
     if (std::current_exception() == nullptr)
@@ -49,14 +49,14 @@ const char* uncaught_problem() noexcept
     }
 }
 
-/// Ends the program where an exception cannot be passed on: thrown before `main`, in a thread, or
-/// by a destructor of a library that allocates while it frees.
+/// Terminate handler: for exceptions thrown before `main`, in a thread, or by a destructor of a
+/// library that allocates while freeing.
 [[noreturn]] void end_program() noexcept
 {
     const char* const problem = uncaught_problem();
     if (problem != nullptr)
         modeler::ModuleCall::report("the module ended the program (std::terminate)");
-    modeler::ModuleCall::release(); // memory that ends is not the module's doing
+    modeler::ModuleCall::release(); // not caused by the module
     formats::remove_unfinished_files();
     if (problem != nullptr) {
         clear_progress_line();
@@ -76,7 +76,7 @@ void install_handlers() noexcept
     std::set_terminate(end_program);
 }
 
-/// Called before the static objects of the program and of all libraries are made: most of them
+/// Called before the static initialisers of the program and all libraries, since most of them
 /// allocate.
 [[gnu::section(".preinit_array"), gnu::used]] void (*const install_first)() = &install_handlers;
 

@@ -25,7 +25,7 @@ constexpr const char* erase_line = "\r\x1b[K";
 volatile std::sig_atomic_t progress_shown = 0;
 volatile std::sig_atomic_t result_begun = 0;
 
-/// Writes to a descriptor until all is written or it fails. Uses only what a signal handler may.
+/// Writes all bytes to a descriptor; stops on failure. Async-signal-safe.
 bool write_all(int descriptor, std::string_view text) noexcept
 {
     while (!text.empty()) {

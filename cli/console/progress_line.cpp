@@ -16,10 +16,10 @@ namespace cli {
 
 namespace {
 
-/// Characters beyond ASCII may be as wide as two.
+/// Upper bound of the width of a character in columns.
 std::size_t width_of(char32_t character) noexcept { return character < 0x80 ? 1 : 2; }
 
-/// As much of the text as fits. `width` becomes what it takes.
+/// The longest prefix of the text that fits. Sets `width` to its width.
 std::string_view fitted(std::string_view text, std::size_t most, std::size_t& width)
 {
     width = 0;

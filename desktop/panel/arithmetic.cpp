@@ -21,8 +21,8 @@ constexpr std::string_view blanks = " \t";
 
 bool is_digit(char c) noexcept { return c >= '0' && c <= '9'; }
 
-/// A recursive-descent parser; each function reads what it is named after from the front of
-/// `left_`. No value: the text is not well formed.
+/// A recursive-descent parser; each function consumes its non-terminal from `left_`. Empty: syntax
+/// error.
 class Calculation {
 public:
     explicit Calculation(std::string_view text) : text_(text), left_(text) {}
@@ -34,7 +34,7 @@ public:
     }
 
 private:
-    /// The next character that is no blank, or 0 at the end.
+    /// The next non-blank character, or 0 at the end.
     [[nodiscard]] char next() noexcept
     {
         left_.remove_prefix(std::min(left_.find_first_not_of(blanks), left_.size()));
@@ -125,7 +125,7 @@ bool is_calculation(std::string_view text) noexcept
 {
     if (text.find_first_of("*/()") != std::string_view::npos)
         return true;
-    // A sign at the front, or within an exponent, belongs to a number.
+    // A leading sign, or one in an exponent, is part of a number.
     const std::size_t first = text.find_first_not_of(blanks);
     for (std::size_t i = first; i < text.size(); ++i) {
         const bool exponent = i > first + 1 && (text[i - 1] == 'e' || text[i - 1] == 'E') &&

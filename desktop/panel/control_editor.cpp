@@ -27,7 +27,7 @@ int whole(const modeler::ControlValue& value)
     return number != nullptr ? *number : 0;
 }
 
-/// Sets the value as a user does; gives what the panel says against it.
+/// Sets the value on behalf of the user. Returns the panel's error message, or empty.
 QString offer(FormPanel& panel, ControlId id, modeler::ControlValue value)
 {
     try {
@@ -78,8 +78,8 @@ public:
 
     void refresh(bool /*keep_typed*/) override
     {
-        // A place that the list does not have (a map that is there no more) shows as no entry, and
-        // stays what it is unless another one is chosen.
+        // An index out of range (of a map that no longer exists) is shown as no entry and stays
+        // unchanged until the user selects an entry.
         const QSignalBlocker quiet(list_);
         const int index = whole(panel_.find(id_)->value);
         list_->setCurrentIndex(index < list_->count() ? index : -1);

@@ -59,7 +59,7 @@ ControlSlot::ControlSlot(modeler::FormPanel& panel, const modeler::Control& cont
 
 ControlSlot::~ControlSlot() = default;
 
-/// What the command's settings know of the control: help, and the way back to the default.
+/// Adds help text and reset button if the control is a setting of the command.
 void ControlSlot::add_reset(QBoxLayout& row, const modeler::Control& control)
 {
     reset_button_ = new QToolButton(this);
@@ -100,8 +100,8 @@ void ControlSlot::reset()
     edited_(problem);
 }
 
-/// Marks a value that is not the default: by a button that appears, by the weight of the label,
-/// and in words for a screen reader.
+/// Marks a value that is not the default: shows the reset button, makes the label bold, and sets
+/// the accessible description.
 void ControlSlot::mark_changed(bool enabled)
 {
     const QString problem = editor_->problem();
@@ -155,7 +155,7 @@ void ControlSlot::answer()
 
 void ControlSlot::mousePressEvent(QMouseEvent* event)
 {
-    // A click on the greyed editor comes here, too: disabled widgets leave it to their parents.
+    // Also receives clicks on the disabled editor: Qt passes them to the parent.
     answer();
     event->accept();
 }

@@ -36,8 +36,8 @@ settings::Unit unit_of(ControlKind kind) noexcept
     }
 }
 
-/// Four decimals without the zeros at their end, where that keeps at least some digits of the
-/// number; else six digits.
+/// Formats with four decimals without trailing zeros or, if that loses all significant digits, with
+/// six significant digits.
 std::string shortened(double number)
 {
     const double size = std::fabs(number);
@@ -50,7 +50,7 @@ std::string shortened(double number)
     return text == "-0" ? "0" : text;
 }
 
-/// A control's number in percent or degrees, as it is shown.
+/// Converts a control's number to percent or degrees for display.
 double shown_number(ControlKind kind, double number)
 {
     if (kind == ControlKind::percent)
@@ -58,7 +58,7 @@ double shown_number(ControlKind kind, double number)
     return kind == ControlKind::angle ? number * 180.0 / std::numbers::pi : number;
 }
 
-/// Signs that keyboards and other programs have for those that are read.
+/// Alternative Unicode signs and their ASCII equivalents.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 4> other_signs{
     {{degree_sign, "deg"}, {"\u00D7", "*"}, {"\u00F7", "/"}, {"\u2212", "-"}}};
 
@@ -71,7 +71,7 @@ std::string with_plain_signs(std::string_view text)
     return plain;
 }
 
-/// The result of a calculation as a text that reads as a single number, with its unit.
+/// Formats the result of an expression as a single number with unit.
 std::string calculated(std::string_view text)
 {
     text = text.substr(0, text.find_last_not_of(" \t") + 1);
@@ -85,7 +85,7 @@ int calculated_whole(std::string_view text)
 {
     const double result = calculate(text);
     const double nearest = std::round(result);
-    // What is a fraction in binary alone, such as 0.1*30, is meant to be whole.
+    // Round binary rounding errors, as in 0.1*30, to an integer.
     if (std::fabs(result - nearest) > 1e-9 * std::max(1.0, std::fabs(nearest)))
         throw settings::ValueError(
             fmt::format("'{}' is {}, which is not a whole number; write one such as {:.0f}", text,
@@ -156,7 +156,7 @@ modeler::ControlValue stepped_value(ControlKind kind, const modeler::ControlValu
     const double nearest = std::round(place);
     const bool on_step = std::fabs(place - nearest) < 1e-6;
     const double from = on_step ? nearest : steps > 0 ? std::floor(place) : std::ceil(place);
-    // By way of the text, so that it is the value which typing the number would give.
+    // Via the text, so that the result equals that of typing the number.
     return typed_value(kind, fmt::format("{}", (from + steps) / per_unit));
 }
 

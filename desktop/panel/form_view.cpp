@@ -19,7 +19,7 @@ namespace desktop {
 
 namespace {
 
-/// Brings a widget into view: turns to the tabs that it is on, and scrolls to it.
+/// Makes a widget visible: activates its tabs and scrolls to it.
 void reveal(QWidget* widget)
 {
     QWidget* page = widget;
@@ -42,8 +42,8 @@ FormView::FormView(modeler::FormPanel& panel, QWidget* parent) : QWidget(parent)
     column->setContentsMargins(0, 0, 0, 0);
     for (const modeler::TabSet& set : panel.form().tab_sets) {
         auto* const tabs = new QTabWidget(this);
-        // A click takes the keyboard to the tab. Otherwise the control that had it, and is hidden
-        // now, would hand it on to one that stands elsewhere, and the form would scroll there.
+        // A click focuses the tab. Otherwise Qt would move the focus from the control that is now
+        // hidden to another one, and the form would scroll there.
         tabs->tabBar()->setFocusPolicy(Qt::StrongFocus);
         if (!set.title.empty())
             tabs->setAccessibleName(to_qt(std::string_view(set.title)));
@@ -60,7 +60,7 @@ FormView::FormView(modeler::FormPanel& panel, QWidget* parent) : QWidget(parent)
     }
     add_outside(*column);
     for (std::size_t i = 1; i < slots_.size(); ++i) {
-        // Every control has two places for the keyboard, of which one is open at a time.
+        // Tab order: slot and editor; only one of them accepts focus at a time.
         setTabOrder(slots_[i - 1]->editor().widget(), slots_[i]);
         setTabOrder(slots_[i], slots_[i]->editor().widget());
     }
@@ -93,7 +93,7 @@ void FormView::add_control(QFormLayout& rows, const modeler::Control& control)
     rows.addRow(line);
 }
 
-/// Controls that stand in no group: first those with a value, as rows; then the buttons, side by
+/// Adds the controls without a group: first those with a value, as rows, then the buttons, side by
 /// side.
 void FormView::add_outside(QBoxLayout& column)
 {
@@ -114,7 +114,7 @@ void FormView::add_outside(QBoxLayout& column)
 
 ControlSlot* FormView::make_slot(const modeler::Control& control, QWidget* parent)
 {
-    // A button may set any value, and what stands in the fields gives way to it.
+    // A button may change any value; discard text typed in fields.
     const bool is_button = control.kind == modeler::ControlKind::button;
     const auto edited = [this, is_button](const QString& problem) {
         refresh(!is_button);

@@ -48,8 +48,7 @@ void NumberEditor::take_text(const QString& text)
 {
     QString problem;
     try {
-        // The text that was there at first stands for the value that was there at first, which may
-        // have more digits than it shows.
+        // The original text means the original value, which may have more digits than displayed.
         const modeler::ControlValue value =
             text == given_text_ ? given_ : typed_value(kind_, from_qt(text));
         panel_.set(id_, value);
@@ -87,7 +86,7 @@ void NumberEditor::leave()
 void NumberEditor::mark(const QString& problem)
 {
     problem_ = problem;
-    // Not by colour alone, and in the colours of whatever palette the desktop has.
+    // Not by colour only, and with colours of the current palette.
     QFont font = field_->font();
     font.setUnderline(!problem.isEmpty());
     field_->setFont(font);

@@ -60,7 +60,7 @@ void NumberField::wheelEvent(QWheelEvent* event)
         event->ignore();
 }
 
-/// The menu of a line of text, and the field's own actions.
+/// The context menu of a line edit plus the field's own actions.
 void NumberField::contextMenuEvent(QContextMenuEvent* event)
 {
     const std::unique_ptr<QMenu> menu(lineEdit()->createStandardContextMenu());

@@ -17,7 +17,7 @@ namespace desktop {
 
 namespace {
 
-/// Wants room for all that scrolls in it, and can do with little.
+/// A scroll area whose size hint is the size of its content and whose minimum size is small.
 class FormScroll : public QScrollArea {
 public:
     FormScroll(QWidget* content, QWidget* parent) : QScrollArea(parent)
@@ -39,7 +39,7 @@ public:
     }
 };
 
-/// Keys by which a person works in a form; the window's own keys without Ctrl or Alt are others'.
+/// Whether a key is used for editing in a form, so that it must not trigger a window shortcut.
 bool belongs_to_form(const QKeyEvent& event)
 {
     const bool with_modifier =
@@ -87,7 +87,7 @@ void PanelDialog::add_strip(QWidget* strip)
     content_->layout()->addWidget(strip);
 }
 
-/// The strip stays in sight where there is room for it, and scrolls with the form otherwise.
+/// Puts the strip outside the scroll area if it fits, otherwise into it.
 void PanelDialog::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);
@@ -113,8 +113,8 @@ void PanelDialog::tell(const QString& sentence)
     QAccessible::updateAccessibility(&event);
 }
 
-/// In a dock the keys of the window's menus are at work as well: they must not take what belongs to
-/// a list or a switch, such as Home, or a letter that looks for an entry.
+/// In a dock, shortcuts of the window's menus are active as well: they must not take keys of a list
+/// or check box, such as Home or a letter that searches an entry.
 bool PanelDialog::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride &&

@@ -148,8 +148,8 @@ void PictureDialog::size_changed()
     go_on_->setEnabled(!too_many);
 }
 
-/// A transparent picture is mostly laid over another one, where guides and the tint of the
-/// selection are in the way: they are off then until they are wanted.
+/// A transparent picture is usually composited over another one, so guides and selection are off by
+/// default.
 void PictureDialog::background_changed()
 {
     const bool transparent =

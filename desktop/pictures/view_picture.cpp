@@ -29,7 +29,7 @@ picture::Look look_of(const ShownView& shown, const PictureOptions& options)
     look.axes = options.axes;
     if (!options.selection)
         look.selected = nullptr;
-    // White is laid below afterwards: in the light of the picture nothing is as bright as paper.
+    // Composite over white afterwards: tone mapping would make a white background grey.
     look.backdrop.transparent = options.background != PictureBackground::as_shown;
     return look;
 }

@@ -28,7 +28,7 @@ namespace {
 
 const char* const file_kinds = "Settings files (*.json);;All files (*)";
 
-/// Puts the values of a form back unless told that they may stay.
+/// Restores the values of a form unless committed.
 class ValuesGuard {
 public:
     explicit ValuesGuard(modeler::FormPanel& panel) : panel_(panel)
@@ -46,7 +46,7 @@ public:
                 if (panel_.find(id)->value != value)
                     panel_.fill(id, value);
             } catch (const modeler::PanelRefusal&) {
-                // A popup whose map is gone held a place that is in its list no more.
+                // The old index of a popup may be out of range if its map no longer exists.
             }
         }
     }

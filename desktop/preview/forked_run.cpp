@@ -31,7 +31,7 @@ int wait_for(pid_t child) noexcept
     return status;
 }
 
-/// The bytes of a file, as long as this lives.
+/// A read-only memory mapping of a file.
 class Mapping {
 public:
     explicit Mapping(int file)
@@ -74,7 +74,8 @@ bool ForkedRun::start()
     result_ = ::memfd_create("preview", MFD_CLOEXEC);
     child_ = result_ < 0 ? -1 : ::fork();
     if (child_ == 0) {
-        // Its end of the pipe closes with it, however it ends; and it ends with its parent.
+        // The write end of the pipe closes when the child ends in any way. The child is killed with
+        // its parent.
         ::close(signal[0]);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         return true;

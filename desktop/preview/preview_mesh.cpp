@@ -15,7 +15,7 @@ namespace desktop {
 
 namespace {
 
-/// Both ends are the same program on the same machine: values travel as they lie in memory.
+/// Serialises values in their memory representation, since both processes run the same program.
 class Writer {
 public:
     explicit Writer(int file) : file_(file) {}
@@ -106,7 +106,7 @@ private:
     std::span<const std::byte> left_;
 };
 
-/// What a layer gained, with its corners counted from the first point that goes along.
+/// Serialises the added elements of a layer, with point indices relative to the written points.
 struct Gained {
     mesh::Buffer<mesh::Vec3> points;
     mesh::Buffer<mesh::FourCC> types;

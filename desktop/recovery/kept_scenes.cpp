@@ -34,7 +34,7 @@ fs::path kept_folder()
     throw std::runtime_error("there is no home folder");
 }
 
-/// Beside the scene: its title in one line, then its roles as numbers in another.
+/// The note beside the scene: a line with the title, and a line with the roles as numbers.
 fs::path note_of(fs::path file) { return file.replace_extension(".note"); }
 
 void read_note(KeptScene& scene)

@@ -14,12 +14,12 @@ namespace desktop {
 
 namespace {
 
-/// Makes the child independent of what the parent belongs to and holds open: a display server, for
-/// one, would go on showing the window. Returns the pipe's new number.
+/// Detaches the child from the parent's session and closes its inherited descriptors, since the
+/// display server would keep showing the window. Returns the new descriptor of the pipe.
 int detach(int pipe) noexcept
 {
     constexpr int kept_pipe = 3;
-    // A name of its own: who ends all programs of the window's name does not mean this one.
+    // A different process name, so that killing all processes of the window's name spares this one.
     ::prctl(PR_SET_NAME, "dastrel-keeper");
     ::setsid();
     for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
@@ -41,7 +41,7 @@ int detach(int pipe) noexcept
     do {
         got = ::read(pipe, &byte, 1);
     } while (got < 0 && errno == EINTR);
-    if (got == 0) { // the parent is gone, and has not said that all is well
+    if (got == 0) { // the parent has ended without releasing the child
         try {
             write();
         } catch (...) {

@@ -12,10 +12,10 @@ namespace desktop {
 
 namespace {
 
-/// Squares of the first impression, which comes at once, and of the second.
+/// Pixel sizes of the first and second coarse picture.
 constexpr int coarse_step = 8;
 constexpr int fine_step = 3;
-/// With these many passes nothing more is to be seen to change.
+/// After this number of passes no visible change is left.
 constexpr unsigned most_passes = 64;
 
 std::shared_ptr<const picture::Scene> ghost_scene(const PreviewMesh& mesh,
@@ -91,7 +91,7 @@ void Tracer::show_document(const mesh::Document& document, std::vector<std::size
 
 void Tracer::forget_document() noexcept
 {
-    const std::lock_guard lock(mutex_); // what the last job wrote is seen here, and the reverse
+    const std::lock_guard lock(mutex_); // synchronises with the data of the tasks
     document_ = nullptr;
     layers_.clear();
 }
@@ -142,7 +142,7 @@ void Tracer::set_options(const DrawingOptions& options)
 
 void Tracer::fit(const picture::Camera& camera, double aspect)
 {
-    // It looks at every point there is, which takes its time.
+    // On the drawing thread, since it visits every point.
     post([this, camera, aspect] {
         if (const auto scene = shown().scene)
             emit fitted(scene->framed(camera, aspect));
@@ -220,8 +220,7 @@ void Tracer::run_job(std::unique_lock<std::mutex>& lock)
     try {
         job();
     } catch (const std::exception&) {
-        // Memory ended for what was to be shown, or it is not wanted any more; the picture before
-        // it stays.
+        // Out of memory or cancelled; the previous picture stays.
     }
     lock.lock();
     --jobs_left_;
@@ -243,14 +242,14 @@ void Tracer::draw(std::unique_lock<std::mutex>& lock)
             begin_picture(drawing);
         improve_picture(drawing);
     } catch (const std::exception&) {
-        passes_ = most_passes; // memory ended; the picture stays as it is
+        passes_ = most_passes; // out of memory; the picture stays as it is
     }
     if (!lock.owns_lock())
         lock.lock();
 }
 
-/// The first impression is made whatever comes: else a picture that is turned all the time would
-/// never be seen.
+/// The first coarse picture is never cancelled; otherwise nothing would be shown while the camera
+/// keeps moving.
 void Tracer::begin_picture(const Drawing& drawing)
 {
     const DrawingOptions& options = drawing.options;

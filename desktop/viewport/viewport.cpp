@@ -144,7 +144,7 @@ void Viewport::zoom(double factor, const QPointF& around)
     picture::Camera& camera = options_.camera;
     const double height_before = camera.height;
     camera.height = std::clamp(camera.height * factor, smallest, largest);
-    // What lies under the pointer at the target's distance stays there.
+    // The point under the pointer at the target's distance stays fixed.
     const double share = (height_before - camera.height) / camera.height;
     const double from_middle_x = (around.x() - width() / 2.0) / std::max(1, height());
     const double from_middle_y = (height() / 2.0 - around.y()) / std::max(1, height());

@@ -71,8 +71,8 @@ void WindowFrontEnd::error(std::string_view line1, std::string_view line2)
         show_box(QMessageBox::Critical, command_, line1, more, parent());
 }
 
-/// What a command leaves open: which slopes there are where it found no polygon within limits for
-/// them, and which layer lacks its role.
+/// Appends advice to a command's error message: the slopes of the ground if slopes are limited, and
+/// the missing model.
 std::string WindowFrontEnd::with_advice(std::string_view text) const
 {
     std::string all(text);
@@ -96,8 +96,8 @@ bool WindowFrontEnd::ask(std::string_view title, std::string_view line1, std::st
     return box.exec() == QMessageBox::Yes;
 }
 
-/// The command's name stands above the box, as above its other boxes: a title from a module need
-/// not say anything ("Please wait").
+/// Uses the command's name as title, as for message boxes, since the module's title may be generic
+/// ("Please wait").
 std::unique_ptr<modeler::Progress> WindowFrontEnd::begin_progress(std::string_view /*title*/,
                                                                   std::string_view caption)
 {
@@ -146,7 +146,7 @@ void WindowFrontEnd::reset_panel_place()
 bool WindowFrontEnd::begin_preview(const modeler::FormPanel& panel)
 {
     if (!host_.pause())
-        return false; // due again when the other threads are through
+        return false; // retried when the other threads are idle
     if (preview_.begin(asked_clones(panel)))
         return true;
     host_.resume();
@@ -176,8 +176,8 @@ bool WindowFrontEnd::ask_in_panel(modeler::FormPanel& panel)
         }
     } closer{*this};
     open_panel(panel);
-    // A loop of our own, and not the dialog's, because the child has to leave it by returning from
-    // here, past nothing that belongs to the window.
+    // A local event loop instead of QDialog::exec, because the forked child must leave it by
+    // returning from here without touching the window.
     while (panel_open_) {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
         if (preview_.due() && panel_open_ && begin_preview(panel)) {
@@ -197,7 +197,7 @@ bool WindowFrontEnd::run_panel(modeler::FormPanel& panel)
     clones_asked_ = confirmed ? asked_clones(panel) : std::nullopt;
     if (in_child_)
         return true;
-    // The command is about to change what a ghost may still be made from.
+    // The command will change the document, from which a ghost may still be built.
     while (!host_.pause())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                         QEventLoop::WaitForMoreEvents);

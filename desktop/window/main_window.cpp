@@ -130,7 +130,7 @@ void MainWindow::build_start_page()
     start_page_->appear();
 }
 
-/// After the document changed: lists and picture follow.
+/// Updates lists and viewport after a change of the document.
 void MainWindow::show_document()
 {
     std::vector<std::size_t> layers;
@@ -176,7 +176,7 @@ void MainWindow::tell(const QString& text) { status_->tell(text); }
 
 QString MainWindow::told() const { return status_->told(); }
 
-/// Does what changes the document as soon as nobody reads it: mostly at once.
+/// Runs work that changes the document as soon as it is not being read; usually at once.
 void MainWindow::run_when_idle(std::function<void()> work)
 {
     pending_.push_back(std::move(work));
@@ -185,7 +185,7 @@ void MainWindow::run_when_idle(std::function<void()> work)
         statusBar()->showMessage(tr("Waiting for the picture to be prepared..."), 2000);
 }
 
-/// One piece of work may have the document read anew, and then the next one waits again.
+/// Work may start reading the document again; the rest of the queue then waits.
 void MainWindow::run_pending()
 {
     while (!pending_.empty() && !running_ && !background_running_ && !tracer_.reading()) {
@@ -195,7 +195,7 @@ void MainWindow::run_pending()
     }
 }
 
-/// For as long as another thread is at work and nobody else changes the document.
+/// Sets `background_running_` during its lifetime, while another thread works on the document.
 struct MainWindow::BackgroundScope {
     explicit BackgroundScope(MainWindow& owner) : window(owner)
     {
@@ -217,7 +217,7 @@ void MainWindow::run_in_background(const std::function<void()>& work)
     desktop::run_in_background(work);
 }
 
-/// The drawing of the view rests meanwhile, and leaves the machine to the work.
+/// Pauses rendering meanwhile, to leave the processor to the work.
 void MainWindow::run_with_progress(const QString& title, const QString& caption,
                                    const std::function<void(WorkState&)>& work)
 {
@@ -244,7 +244,7 @@ void MainWindow::report(const std::string& problem)
 void MainWindow::tell_failure(std::string_view what)
 {
     if (std::exchange(telling_, true))
-        return; // one box is enough
+        return; // a message box is already open
     const struct Telling {
         MainWindow& window;
         ~Telling() { window.telling_ = false; }
@@ -256,7 +256,7 @@ void MainWindow::tell_failure(std::string_view what)
                    can_save ? QMessageBox::Save | QMessageBox::Ignore : QMessageBox::Ok, this);
     if (box.exec() == QMessageBox::Save)
         ask_and_save(false);
-    if (can_save) // what was cut short may have been the showing
+    if (can_save) // the exception may have interrupted an update of the viewport
         run_when_idle([this] { show_document(); });
 }
 
@@ -271,7 +271,7 @@ void MainWindow::load_module()
     update_state();
 }
 
-/// Holds for the run whose panel is open, and is remembered for the next.
+/// Applies to the run whose panel is open, and is saved for the next one.
 void MainWindow::use_own_layer(bool on)
 {
     own_layer_ = on;
@@ -293,7 +293,7 @@ void MainWindow::panel_is_open(bool open, int panel_width)
             viewport_->fit();
         });
     }
-    widen_for_panel(open ? panel_width : 0);
+    hide_lists_for_panel(open ? panel_width : 0);
     if (!open) {
         resizeDocks({lists}, {lists_width_}, Qt::Horizontal); // the panel may have squeezed them
         if (camera_before_panel_ && viewport_->is_fitted())
@@ -305,16 +305,16 @@ void MainWindow::panel_is_open(bool open, int panel_width)
     update_actions();
 }
 
-/// The lists take no input while the panel is open, and make room where both would leave little of
-/// the view. Without a panel, of width 0, they come back.
-void MainWindow::widen_for_panel(int panel_width)
+/// Disables the lists while the panel is open, and hides them if too little space for the viewport
+/// would be left. Width 0: the panel was closed; restores them.
+void MainWindow::hide_lists_for_panel(int panel_width)
 {
     QAction* const show_lists = action(ActionId::show_lists);
     const bool shown = show_lists->isChecked();
     const bool hide = panel_width > 0 && shown && viewport_->width() - panel_width < width() / 3;
-    if (hide || (lists_made_room_ && !shown))
+    if (hide || (lists_hidden_ && !shown))
         show_lists->trigger();
-    lists_made_room_ = hide;
+    lists_hidden_ = hide;
 }
 
 void MainWindow::reset_layout()
@@ -325,7 +325,7 @@ void MainWindow::reset_layout()
     auto* const lists = findChild<QDockWidget*>("lists");
     lists->setFloating(false);
     addDockWidget(Qt::LeftDockWidgetArea, lists);
-    if (!action(ActionId::show_lists)->isChecked() && !lists_made_room_)
+    if (!action(ActionId::show_lists)->isChecked() && !lists_hidden_)
         action(ActionId::show_lists)->trigger();
     lists_->reset_layout();
     lists_width_ = first_lists_width(*this);

@@ -130,7 +130,7 @@ private:
     void report(const std::string& problem);
     void use_own_layer(bool on);
     void panel_is_open(bool open, int panel_width);
-    void widen_for_panel(int panel_width);
+    void hide_lists_for_panel(int panel_width);
     void reset_layout();
 
     // window_actions.cpp
@@ -189,7 +189,7 @@ private:
     std::map<std::uint64_t, QString> edit_texts_; ///< undo texts by document revision
     std::filesystem::path kept_file_;             ///< recovery file of the scene; empty: none
     bool panel_open_ = false;
-    bool lists_made_room_ = false;                       ///< for the panel that is open
+    bool lists_hidden_ = false;                          ///< hidden while the panel is open
     int lists_width_ = 0;                                ///< before the panel was opened
     std::optional<picture::Camera> camera_before_panel_; ///< where the view was fitted for it
     bool running_ = false;

@@ -26,7 +26,7 @@ std::string several_models(const Workspace& workspace)
     return modeler::several_models(workspace.models(), clone.points);
 }
 
-/// Says that clones of earlier runs are in sight and no ground: a run takes no notice of them.
+/// Warning that only clones of earlier runs are visible, but no ground: runs ignore clones.
 std::string shown_clones(const Workspace& workspace)
 {
     const modeler::Modeler& session = workspace.session();
@@ -50,7 +50,7 @@ std::string shown_clones(const Workspace& workspace)
                        layers);
 }
 
-/// Names the layers in a role, for a person who is to choose them.
+/// Lists the layers with a role, for messages.
 std::string layers_in(const Workspace& workspace, modeler::LayerRole role)
 {
     std::string layers;
@@ -61,7 +61,7 @@ std::string layers_in(const Workspace& workspace, modeler::LayerRole role)
     return layers;
 }
 
-/// What helps where ground and model do not go together in size, and would the other way round.
+/// Advice if the sizes of ground and model would fit after swapping their roles.
 std::string swap_advice(const Workspace& workspace)
 {
     std::vector<modeler::LayerRole> swapped = workspace.session().roles();

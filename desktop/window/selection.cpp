@@ -10,8 +10,8 @@ bool is_foreground(const modeler::Modeler& session, std::size_t layer)
     return session.roles()[layer] == modeler::LayerRole::foreground;
 }
 
-/// Calls `visit(layer, polygon)` for all polygons of the foreground. A layer that a running command
-/// has begun has no role yet, and is none of them.
+/// Calls `visit(layer, polygon)` for all polygons of the foreground. Skips a layer created by a
+/// running command, which has no role yet.
 template <typename Visit> void for_each_polygon(const modeler::Modeler& session, Visit visit)
 {
     const auto& layers = session.document().layers;

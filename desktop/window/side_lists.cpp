@@ -37,7 +37,7 @@ QTreeWidget* add_list(QSplitter& splitter, const QString& title, const QStringLi
     list->setUniformRowHeights(true);
     list->setTextElideMode(Qt::ElideMiddle); // the ends of long names tell them apart
     list->header()->setStretchLastSection(false);
-    // In a narrow list the name stays readable, and the other columns are scrolled to.
+    // In a narrow list the name stays readable; the other columns can be scrolled into view.
     list->header()->setMinimumSectionSize(list->fontMetrics().averageCharWidth() * 7);
     list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -111,7 +111,7 @@ SideLists::SideLists(QWidget* parent)
 
 void SideLists::reset_layout() { splitter_->setSizes({1, 1, 1}); }
 
-/// Greyed lists say why, in place of the tips of their entries.
+/// Disabled lists show the reason as tool tip instead of those of their entries.
 bool SideLists::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::ToolTip || isEnabled())
@@ -131,8 +131,8 @@ void SideLists::show_scene(const Workspace& workspace)
     show_maps(workspace.session().document());
 }
 
-/// The layer's own name, or that of its file; with the file's beside it where another layer is
-/// called the same.
+/// The layer's name or, if empty, that of its file; with the file name appended if another layer
+/// has the same name.
 QString SideLists::name_of_layer(const Workspace& workspace, std::size_t layer)
 {
     const auto& layers = workspace.session().document().layers;
@@ -207,7 +207,7 @@ void SideLists::show_maps(const mesh::Document& document)
                 for (const mesh::Layer& other : document.layers)
                     if (const mesh::VertexMap* same = other.find_map(map.type(), map.name()))
                         points += same->size();
-                // Maps that no colour can tell are listed, and colour nothing.
+                // Maps that cannot be shown as colours are listed but cannot be chosen.
                 QTreeWidgetItem* const item = add_row(*maps_, map.name(), printable(map.name()),
                                                       {kind_of(map), number_text(points)});
                 if (map.dimension() != 1)

@@ -24,7 +24,7 @@ namespace {
 constexpr auto most_recent = 6;
 constexpr auto file_property = "file";
 
-/// A wide frame of dashes, as where things are dropped.
+/// Draws the dashed frame of the drop area.
 class DropTarget : public QFrame {
 public:
     explicit DropTarget(QWidget* parent) : QFrame(parent)
@@ -150,7 +150,7 @@ void StartPage::list_recent()
     elide_names();
 }
 
-/// Long names are cut in the middle: both ends tell which file it is.
+/// Elides long names in the middle.
 void StartPage::elide_names()
 {
     const int room = width() - 6 * fontMetrics().lineSpacing();
@@ -165,7 +165,7 @@ fs::path example_folder()
 {
     std::error_code failed;
     fs::path folder = fs::read_symlink("/proc/self/exe", failed).parent_path();
-    // Beside an installed program, or beside the folder that it was built in.
+    // Relative to an installed program, or to the build folder.
     for (int up = 0; up < 3 && !failed && folder.has_relative_path(); ++up) {
         folder = folder.parent_path();
         for (const char* const place : {"share/dastrel/examples", "examples"}) {

@@ -131,7 +131,7 @@ void MainWindow::connect_actions()
     on(ActionId::manual, [this] { show_manual(); });
 }
 
-/// A menu and buttons with the commands that the module brought along.
+/// Creates the menu and buttons of the module's commands.
 void MainWindow::build_commands()
 {
     auto* const menu = new QMenu(tr("&Command"), this);

@@ -62,8 +62,7 @@ void MainWindow::run_now(const std::string& server)
         problem = error.what();
     }
     if (front_end_.in_child()) {
-        // A copy of the window that only tries the run out: hands over what came of it, and is
-        // gone.
+        // In the child process of a preview: write the result and exit.
         if (!problem.empty())
             preview_.run().fail(problem);
         preview_.run().finish(workspace_.session().document(), before, front_end_.child_errors());
@@ -96,7 +95,7 @@ void MainWindow::run_now(const std::string& server)
              .arg(workspace_.runs()));
 }
 
-/// What the last run made, and in which layer, in words.
+/// Description of the result of the last run.
 QString MainWindow::what_was_made(bool own_layer) const
 {
     const std::vector<modeler::LayerRole>& roles = workspace_.session().roles();
@@ -109,7 +108,7 @@ QString MainWindow::what_was_made(bool own_layer) const
                                 : made;
 }
 
-/// The edit that led to the present state of the document, in words.
+/// Description of the edit that led to the current revision.
 QString MainWindow::last_edit_text() const
 {
     const auto found = edit_texts_.find(workspace_.session().state());
@@ -174,7 +173,7 @@ void MainWindow::select_in(const QRect& over, Qt::KeyboardModifiers modifiers)
     const SelectMode mode = (modifiers & Qt::ShiftModifier) != 0     ? SelectMode::add
                             : (modifiers & Qt::ControlModifier) != 0 ? SelectMode::remove
                                                                      : SelectMode::replace;
-    // A line of sight for each pixel takes its time.
+    // On the drawing thread, since it traces a ray per pixel.
     tracer_.post([this, shown, view = viewport_->view(), part, mode] {
         emit picked(
             {picture::visible_polygons(*shown.scene, view, part), shown.document_layers, mode});
@@ -187,7 +186,7 @@ void MainWindow::take_picked(const Picked& picked)
         std::vector<PolygonRef> polygons;
         const auto& layers = session.document().layers;
         for (const picture::PolygonId& one : picked.polygons) {
-            // The document may have changed since the picture was made that was pointed at.
+            // The document may have changed since the picture was rendered.
             const std::size_t layer = picked.document_layers[one.layer];
             if (layer < layers.size() && one.polygon < layers[layer].polygons.size())
                 polygons.push_back({layer, one.polygon});

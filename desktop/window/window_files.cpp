@@ -39,7 +39,7 @@ bool MainWindow::open(const Paths& files) { return read_files(files, true); }
 
 bool MainWindow::add(const Paths& files) { return read_files(files, workspace_.empty()); }
 
-/// With `anew`, the first file that can be read takes the place of the scene.
+/// With `anew`, the first readable file replaces the scene.
 bool MainWindow::read_files(const Paths& files, bool anew)
 {
     const bool first = anew;
@@ -98,8 +98,7 @@ void MainWindow::ask_and_open(bool adding)
     run_when_idle([this, files, adding] { (void)(adding ? add(files) : open(files)); });
 }
 
-/// A file that the scene was read from is replaced only when a person says so, or when it is the
-/// scene's own.
+/// Asks before overwriting a file from which the scene was read, unless it is the file for "Save".
 bool MainWindow::may_replace(const std::filesystem::path& file, bool foreground_only)
 {
     const std::filesystem::path open = workspace_.open_file_at(file);
@@ -192,7 +191,7 @@ bool MainWindow::confirm_discard()
     return answer == QMessageBox::Discard;
 }
 
-/// A list for convenience: a failure to keep it is no failure of what was done with the file.
+/// Adds the file to the list of recent files. Failures are ignored.
 void MainWindow::remember(const std::filesystem::path& file) noexcept
 {
     constexpr qsizetype most = 10;

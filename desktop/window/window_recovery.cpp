@@ -13,8 +13,7 @@
 
 namespace desktop {
 
-/// Has the scene kept while a command runs, where there is work in it that no file has. A command
-/// runs all the same when that cannot be.
+/// Starts the SceneKeeper if the scene has unsaved changes. The command runs even if this fails.
 void MainWindow::keep_scene(SceneKeeper& keeper)
 {
     if (!workspace_.modified())
@@ -79,7 +78,7 @@ bool MainWindow::open_kept(const KeptScene& scene)
     }
 }
 
-/// The scene that is open needs no other copy any more.
+/// Deletes the recovery file of the open scene.
 void MainWindow::forget_kept() noexcept
 {
     if (!kept_file_.empty())

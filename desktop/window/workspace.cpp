@@ -38,7 +38,7 @@ modeler::LayerRole first_role(const mesh::Layer& layer, bool first_file)
     return first_file ? modeler::LayerRole::foreground : modeler::LayerRole::background;
 }
 
-/// Clones of earlier runs that have layers of their own are no ground, where there is other ground.
+/// Makes layers with only clones of earlier runs `shown`, if there is other ground.
 void exclude_clones(const mesh::Document& document, std::vector<modeler::LayerRole>& roles)
 {
     std::vector<modeler::LayerRole> without = roles;
@@ -50,8 +50,8 @@ void exclude_clones(const mesh::Document& document, std::vector<modeler::LayerRo
         roles.swap(without);
 }
 
-/// The document with some of its layers. Those that runs have made get the numbers that they would
-/// have without the layers that are left out.
+/// A copy of the document with some of its layers. Layers created by runs are renumbered as if the
+/// omitted layers did not exist.
 mesh::Document copy_with(const mesh::Document& document, const std::vector<std::size_t>& layers,
                          const std::function<bool(std::size_t)>& is_made)
 {
@@ -124,7 +124,7 @@ void Workspace::begin_kept(ReadFile file, const std::vector<modeler::LayerRole>&
     begin(std::move(file), ignored);
     path_.clear();
     saved_state_ = never_saved;
-    // A layer that is too large for a file comes back as several: then the roles say little.
+    // The number of layers differs if one was too large for a file and was divided.
     if (roles.size() == session_.roles().size())
         for (std::size_t i = 0; i < roles.size(); ++i)
             session_.set_role(i, roles[i]);
@@ -161,7 +161,7 @@ void Workspace::clear()
     take_over({}, {}, {});
 }
 
-/// What belongs to a document that has just come.
+/// Replaces the file names and looks after a document was loaded.
 void Workspace::take_over(fs::path path, std::vector<fs::path> files,
                           std::vector<fs::path> layer_files) noexcept
 {
@@ -171,7 +171,7 @@ void Workspace::take_over(fs::path path, std::vector<fs::path> files,
     try {
         looks_ = formats::surface_looks(session_.document());
     } catch (const std::bad_alloc&) {
-        looks_.clear(); // the document matters more: it is shown in the default colours
+        looks_.clear(); // out of memory: show default colours instead of failing
     }
 }
 
@@ -232,8 +232,8 @@ std::string Workspace::layer_title(std::size_t layer) const
     return fmt::format("layer {} of {}", layer + 1, file_of(layer).filename().string());
 }
 
-/// Whether the layer stands in one file with a layer of the ground: the file is a scene then, and
-/// its name does not say what the layer is.
+/// Whether the layer is in the same file as a layer of the ground; the file name then does not
+/// describe the layer.
 bool Workspace::shares_file_with_ground(std::size_t layer) const
 {
     for (std::size_t i = 0; i < session_.roles().size(); ++i)

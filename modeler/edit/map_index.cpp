@@ -11,7 +11,7 @@ namespace modeler {
 
 namespace {
 
-/// Floats that a caller holds ready for a value of the type; 0 where the type does not say.
+/// Number of floats that callers expect for a value of this type; 0: not defined by the type.
 std::uint32_t usual_dimension(mesh::FourCC type) noexcept
 {
     switch (type) {

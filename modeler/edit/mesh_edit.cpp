@@ -17,7 +17,7 @@ int clamped(std::size_t count) noexcept
     return static_cast<int>(std::min(count, most));
 }
 
-/// Whether the type can be named in a file: four printable characters.
+/// Whether a file can store the type: four printable characters.
 bool is_printable(LWID type) noexcept
 {
     for (int shift = 0; shift < 32; shift += 8) {
@@ -117,7 +117,7 @@ int MeshEdit::scan(EDPolyScanFunc* callback, void* data, int selector)
         return EDERR_BADARGS;
     if (!Scope::valid(selector))
         return EDERR_BADLAYER;
-    PolygonRecord record; // of this scan alone: a callback may begin another one
+    PolygonRecord record; // local, since the callback may start a nested scan
     for (const std::uint32_t layer : scope_.layers(selector)) {
         const mesh::Polygons& polygons = document_.layers[layer].polygons;
         const LayerIds ids(layer);
@@ -196,8 +196,8 @@ const EDPointInfo* MeshEdit::point_info_slow(LWPntID id)
 
 bool MeshEdit::map_value_slow(Element point, float* value)
 {
-    // Layers that the edit does not see have no maps in the index, and points that are not there
-    // have no values.
+    // Layers that are not visible to the edit have no maps in the index, and points that do not
+    // exist have no values.
     const NamedMap::Place* const place = selected_->in_layer(point.layer);
     if (place == nullptr || !place->values->has(point.index))
         return false;
@@ -236,7 +236,7 @@ int MeshEdit::set_map_value_slow(LWPntID id, LWID type, const char* name, int di
 int MeshEdit::write_value(Element point, LWID type, const char* name, std::span<const float> value)
 {
     NamedMap& named = maps_.find(type, name);
-    // A new point in a map that new points have values in: nothing is to be kept, and all is known.
+    // A new point, and a map that already has values of new points: nothing to save for undo.
     if (named.target != nullptr && named.target->dimension() == value.size() &&
         point.layer == target_ && point.index >= mark_.points(target_)) {
         named.target->set(point.index, value);
@@ -293,7 +293,7 @@ LWPolID MeshEdit::add_polygon_slow(LWID type, LWPolID pattern, const char* surfa
     const mesh::Layer* const like_layer = layer_of_polygon(like);
     if (pattern != nullptr && like_layer == nullptr)
         return nullptr;
-    // A type that a file brought may be copied, whatever it is.
+    // A type of an existing polygon may be copied, even if it is not printable.
     if (!is_printable(type) &&
         (like_layer == nullptr || like_layer->polygons.type(like.index) != type)) {
         refused_type_ = type;
@@ -308,14 +308,14 @@ LWPolID MeshEdit::add_polygon_slow(LWID type, LWPolID pattern, const char* surfa
         if (added >= most_elements)
             throw std::length_error("a layer holds more than 4,294,967,295 polygons");
         std::uint32_t* const indices = polygons.extend(type, corners);
-        // A polygon of no points may come without an array of them.
+        // For a polygon without points, the array of points may be null.
         if (points != nullptr && !set_corners({indices, corners}, points))
             return drop_polygon(added);
         if (like_layer != nullptr)
             polygons.copy_attributes(like_layer->polygons, like.index, added);
         if (surface != nullptr)
             polygons.set_surface(added, document_.tags.intern(surface));
-    } catch (const std::exception&) { // memory, or the layer's room
+    } catch (const std::exception&) { // std::bad_alloc or std::length_error
         fail("addPoly");
         return drop_polygon(added);
     }
@@ -337,7 +337,7 @@ std::optional<UndoStep> MeshEdit::commit()
         return std::nullopt;
     }
     if (mark_.layers() > mark_.old_layers() && is_empty(document_.layers.back())) {
-        target_ = fallback_; // the new layer was not wanted, or not needed
+        target_ = fallback_; // the new layer is not wanted, or is empty
         target_layer_ = &document_.layers[target_];
         document_.layers.pop_back();
         mark_.forget_new_layers();

@@ -3,7 +3,7 @@
 
 namespace modeler {
 
-// Not inline: it is rarely called, and its code would be in the way where polygons are described.
+// Not inline: rarely called, so it is kept out of the hot path.
 void PolygonRecord::reserve(std::size_t count) { points_.resize(count); }
 
 } // namespace modeler

@@ -50,7 +50,7 @@ void UndoStep::revert(mesh::Document& document) const
         for (mesh::VertexMap& map : layer.maps)
             map.truncate(static_cast<std::uint32_t>(layers_[i].points));
     }
-    // Latest first: of several values kept for one point the first is the one to stay.
+    // In reverse order: if several values were saved for one point, the oldest must win.
     for (auto old = old_.rbegin(); old != old_.rend(); ++old) {
         mesh::VertexMap& map = document.layers[old->layer].maps[old->map];
         if (old->had)

@@ -7,13 +7,13 @@ namespace modeler {
 
 namespace {
 
-/// Stands for the state of no edit: nothing else has its address.
+/// A unique address used as the state of no edit.
 constexpr char no_edit = 0;
 
-/// The state of the edit that is open on this thread. Never null, so that one comparison tells.
+/// The state of the edit that is open on this thread, or the address of the sentinel above.
 thread_local const void* open_state = &no_edit;
 
-/// Whether `state` stands for the open edit; not after the end, and not for anything else.
+/// Whether `state` belongs to the edit that is open on this thread.
 bool is_open(const void* state) noexcept { return state == open_state; }
 
 MeshEdit& edit_of(void* state) noexcept { return *static_cast<MeshEdit*>(state); }
@@ -39,7 +39,7 @@ int polygon_count(void* state, int layer, int mode) noexcept
     return is_open(state) ? edit_of(state).polygon_count(layer, mode) : 0;
 }
 
-// Not noexcept: what the module's own callback throws passes through to the module.
+// Not noexcept: exceptions of the module's callback propagate to the module.
 int scan(void* state, EDPolyScanFunc* callback, void* data, int layer)
 {
     return is_open(state) ? edit_of(state).scan(callback, data, layer) : EDERR_BADARGS;

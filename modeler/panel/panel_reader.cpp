@@ -73,9 +73,9 @@ public:
     {
         return controls_.contains(id) || others_.contains(id);
     }
-    /// Notes the id of a new group or tab set.
+    /// Registers the id of a new group or tab set.
     void add(ControlId id) { others_.insert(id); }
-    /// Notes that a control stands in a group. False when it stands in one already.
+    /// Records that a control is in a group. False if it is already in one.
     [[nodiscard]] bool add_to_group(ControlId id) { return grouped_.insert(id).second; }
 
 private:
@@ -101,8 +101,8 @@ ControlValue zero_of(ControlKind kind)
     return std::monostate();
 }
 
-/// The hint's kind as a number: what a module wrote there may be no value of the enumeration, and
-/// such a one must not be read as that type.
+/// The hint's kind as an integer: the module may have stored a value outside the enumeration, which
+/// must not be read as that type.
 int kind_of(const LWXPanelHint& hint) noexcept
 {
     std::underlying_type_t<LWXPanelHintKind> kind{};

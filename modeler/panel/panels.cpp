@@ -24,7 +24,7 @@ Control* find_control(Panel& panel, LWXPanelControlID id) noexcept
     return nullptr;
 }
 
-/// Keeps what a button's function threw for the end of the run, and ends the press with it.
+/// Captures the exception of a button callback, to be rethrown after the run, and aborts the press.
 [[noreturn]] void fail_press(const std::string& label, std::string_view problem)
 {
     Activation& activation = *Activation::current();
@@ -34,8 +34,8 @@ Control* find_control(Panel& panel, LWXPanelControlID id) noexcept
     throw ModuleError(activation.module_file(), step, problem);
 }
 
-/// Calls a module's button function. It is pressed from inside a front end, through which the
-/// module's exceptions have no business to travel: they become the one exception for such cases.
+/// Calls a module's button callback. Exceptions of the module must not propagate through the front
+/// end, so they are replaced by one known exception.
 std::function<void()> bind_button(LWXPanelID panel, LWXPanelButtonFunc* function,
                                   const Control& button)
 {
@@ -52,9 +52,9 @@ std::function<void()> bind_button(LWXPanelID panel, LWXPanelButtonFunc* function
     };
 }
 
-/// Takes a description into a panel; one that is wrong is reported, and the panel is not shown.
-/// Nothing more is read then: the first fault is the one that is reported, and a module that goes
-/// on after memory ended must not try to take it again and again.
+/// Applies a description to a panel. An invalid one is reported, and the panel is not shown.
+/// Nothing more is read then: only the first error is reported, and a module that continues after
+/// running out of memory must not cause further allocations.
 template <typename Read> void read_into(LWXPanelID handle, Read read) noexcept
 {
     Activation* const activation = Activation::current();

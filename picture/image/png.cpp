@@ -65,10 +65,10 @@ std::vector<unsigned char> encode(const Image& image)
     return encoded;
 }
 
-/// What follows a file that is whole.
+/// Marker byte sequence after a complete file.
 constexpr unsigned char end_mark = 1;
 
-/// Writes to a pipe until all is written or it fails.
+/// Writes all bytes to a pipe. Returns false on failure.
 void write_all(int pipe, std::span<const unsigned char> bytes) noexcept
 {
     while (!bytes.empty()) {
@@ -79,8 +79,8 @@ void write_all(int pipe, std::span<const unsigned char> bytes) noexcept
     }
 }
 
-/// Encodes, and decodes the file again: the sum over the pixels that a file carries tells whether
-/// parts of it are missing. @throws std::bad_alloc, PngError
+/// Encodes and then decodes the result to verify it: the checksum of the pixels in the file detects
+/// missing parts. @throws std::bad_alloc, PngError
 std::vector<unsigned char> encode_and_try(const Image& image)
 {
     std::vector<unsigned char> encoded = encode(image);
@@ -96,7 +96,7 @@ std::vector<std::byte> encode_here(const Image& image)
     return {bytes.begin(), bytes.end()};
 }
 
-/// Encodes, and writes the file to a pipe, with the end mark when it came out whole.
+/// Encodes and writes the file to a pipe, with the end marker on success.
 void encode_to(int pipe, const Image& image) noexcept
 {
     try {
@@ -108,7 +108,7 @@ void encode_to(int pipe, const Image& image) noexcept
     }
 }
 
-/// All that comes out of a pipe until its other end is closed. @throws std::bad_alloc
+/// Reads a pipe until its write end is closed. @throws std::bad_alloc
 std::vector<std::byte> read_all(int pipe)
 {
     std::vector<std::byte> bytes;
@@ -122,10 +122,10 @@ std::vector<std::byte> read_all(int pipe)
     }
 }
 
-/// A child process that encodes, and the pipe that it writes to. There may be no process to be had.
+/// A child process that encodes, and the pipe it writes to. Forking may fail.
 class Encoder {
 public:
-    /// @throws std::bad_alloc when there is no memory for a process
+    /// @throws std::bad_alloc if there is no memory for a process
     explicit Encoder(const Image& image)
     {
         std::array<int, 2> ends{};
@@ -159,12 +159,12 @@ public:
     [[nodiscard]] int pipe() const noexcept { return pipe_; }
 
 private:
-    /// What the child does, and all that it does.
+    /// Runs in the child; does not return.
     [[noreturn]] static void work(int pipe, pid_t parent, const Image& image) noexcept
     {
         const rlimit no_core{0, 0};
         (void)::setrlimit(RLIMIT_CORE, &no_core);
-        // A large picture takes seconds, and nobody wants it once the program is gone.
+        // End with the parent: encoding a large picture takes seconds.
         (void)::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() == parent)
             encode_to(pipe, image);

@@ -18,7 +18,7 @@ namespace picture {
 
 namespace {
 
-/// How many bytes follow the first one of a character in UTF-8; none for a byte that begins none.
+/// Number of continuation bytes after the first byte of a UTF-8 character; 0 for an invalid byte.
 std::size_t following_bytes(std::uint8_t first)
 {
     if (first >= 0xC2 && first < 0xE0)
@@ -28,7 +28,7 @@ std::size_t following_bytes(std::uint8_t first)
     return first >= 0xF0 && first < 0xF5 ? 3 : 0;
 }
 
-/// Takes the first character off a text that is not empty.
+/// Removes and returns the first character of a non-empty text.
 FT_ULong next_character(std::string_view& text)
 {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
@@ -46,7 +46,7 @@ FT_ULong next_character(std::string_view& text)
     return character;
 }
 
-/// Calls `visit(glyph, x)` for each letter with its distance from the first, and returns the whole
+/// Calls `visit(glyph, x)` for each glyph with its offset from the first, and returns the total
 /// width.
 template <typename Visit> int lay_out(FT_Face face, std::string_view text, Visit visit)
 {

@@ -13,8 +13,8 @@ namespace {
 
 constexpr Float3 without_value{0.28F, 0.28F, 0.28F};
 
-/// Stops of the scale as they are encoded for a screen: blue, teal, green, yellow, each lighter
-/// than the one before, so that it reads without seeing colours as well.
+/// Stops of the scale in sRGB: blue, teal, green, yellow, with increasing lightness, so that the
+/// scale is readable in greyscale, too.
 constexpr std::array<Float3, 6> stops{{{0.17F, 0.13F, 0.42F},
                                        {0.16F, 0.33F, 0.60F},
                                        {0.10F, 0.53F, 0.60F},
@@ -30,13 +30,13 @@ Float3 scale_colour(const MapValues& map, float value) noexcept
         return without_value;
     if (!map.steps.empty()) {
         auto step = std::lower_bound(map.steps.begin(), map.steps.end(), value);
-        // A value mixed between corners is off by its last bits: the nearer step is meant.
+        // An interpolated value has rounding errors: use the nearest step.
         if (step == map.steps.end() ||
             (step != map.steps.begin() && value - *(step - 1) < *step - value))
             --step;
         return step_colour(static_cast<std::size_t>(step - map.steps.begin()));
     }
-    // Halves, for the range of single precision may be exceeded by the whole.
+    // Halved, since the difference may exceed the range of single precision.
     const float range = map.highest * 0.5F - map.lowest * 0.5F;
     const float share = range > 0.0F ? (value * 0.5F - map.lowest * 0.5F) / range : 0.0F;
     const float place = std::clamp(share, 0.0F, 1.0F) * static_cast<float>(stops.size() - 1);
@@ -48,7 +48,7 @@ Float3 scale_colour(const MapValues& map, float value) noexcept
 
 Float3 step_colour(std::size_t step) noexcept
 {
-    // Each hue is the golden part of the circle on from the last: never near one of the last few.
+    // Hues advance by the golden angle, so that each differs from the last few.
     constexpr double golden = 0.6180339887498949;
     const double turn = std::fmod(static_cast<double>(step) * golden + 0.58, 1.0);
     const auto channel = [turn](double offset) {
@@ -56,7 +56,7 @@ Float3 step_colour(std::size_t step) noexcept
         const double bright = std::clamp(std::fabs(place - 3.0) - 1.0, 0.0, 1.0);
         return static_cast<float>(0.22 + 0.70 * bright);
     };
-    // Every other round of the circle is darker.
+    // Every other turn of the colour circle is darker.
     const float shade = step / 8 % 2 == 0 ? 1.0F : 0.72F;
     return linear_colour(channel(0.0) * shade, channel(2.0 / 3.0) * shade,
                          channel(1.0 / 3.0) * shade);

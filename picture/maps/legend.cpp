@@ -31,7 +31,8 @@ void put(Image& image, int x, int y, const Float3& linear)
     pixel[2] = to_byte(to_screen(linear.z));
 }
 
-/// Lightens what lies below, so that black can be read on it; where nothing lies there is white.
+/// Lightens the background of the legend, so that black text is readable; transparent pixels become
+/// white.
 void draw_plate(Image& image, const Box& box)
 {
     for (int y = box.top; y < box.top + box.height; ++y)
@@ -45,7 +46,8 @@ void draw_plate(Image& image, const Box& box)
         }
 }
 
-/// The scale from left to right; for a map of steps its first ones, as fields of one width.
+/// Draws the scale from left to right; for a map of steps, its first steps as fields of equal
+/// width.
 void draw_bar(Image& image, const Box& box, const MapValues& map, std::size_t fields)
 {
     for (int x = 0; x < box.width; ++x) {

@@ -39,7 +39,7 @@ MapValues::LayerValues take(const mesh::Layer& layer, const mesh::VertexMap& map
         if (std::isfinite(map.corners().values[i]))
             taken.corners.push_back(
                 {map.corners().polygons[i], map.corners().points[i], map.corners().values[i]});
-    // Of a corner given twice the last value counts: it comes to stand first.
+    // For a duplicate corner the last value counts: sort it first.
     std::reverse(taken.corners.begin(), taken.corners.end());
     std::stable_sort(taken.corners.begin(), taken.corners.end(),
                      [](const CornerValue& a, const CornerValue& b) {
@@ -48,7 +48,7 @@ MapValues::LayerValues take(const mesh::Layer& layer, const mesh::VertexMap& map
     return taken;
 }
 
-/// Calls `visit(value)` for every value there is.
+/// Calls `visit(value)` for every value.
 template <typename Visit> void for_each_value(const MapValues& map, Visit visit)
 {
     for (const MapValues::LayerValues& layer : map.layers) {
@@ -60,7 +60,7 @@ template <typename Visit> void for_each_value(const MapValues& map, Visit visit)
     }
 }
 
-/// Whether no polygon has two different values at its corners.
+/// Whether the value is constant on every polygon.
 bool is_constant_on_polygons(const MapValues& map, std::span<const SceneLayer> layers)
 {
     for (std::size_t i = 0; i < layers.size(); ++i) {
@@ -81,8 +81,8 @@ bool is_constant_on_polygons(const MapValues& map, std::span<const SceneLayer> l
     return true;
 }
 
-/// All different values in ascending order; empty when there are too few or too many to be told
-/// apart by colours.
+/// All distinct values in ascending order; empty if there are too few or too many for distinct
+/// colours.
 std::vector<float> steps_of(const MapValues& map)
 {
     constexpr std::size_t fewest = 3;

@@ -18,7 +18,7 @@ constexpr std::array<Float3, 3> axis_colours{
 
 std::array<double, 3> components(const Vec3& a) { return {a.x, a.y, a.z}; }
 
-/// The axis that a direction runs along, if it does so exactly; else up.
+/// The axis parallel to a direction; y if there is none.
 int facing_axis(const Basis& basis)
 {
     if (std::fabs(basis.forward.x) == 1.0)
@@ -59,7 +59,7 @@ std::optional<Guides::Line> Guides::grid_line(const Ray& ray) const noexcept
     if (!std::isfinite(distance) || (!ray.endless && distance <= 0.0))
         return std::nullopt;
     const double pixel = view_.pixel_size(std::fabs(distance));
-    // Towards the horizon the squares become smaller than pixels: the grid fades out before.
+    // Towards the horizon grid cells become smaller than pixels: fade the grid out before.
     const double slant = std::fabs(direction.at(plane));
     const double pixels = step_ * slant / pixel;
     const double fade = std::fmin(1.0, (pixels - 3.0) / 12.0);
@@ -70,7 +70,7 @@ std::optional<Guides::Line> Guides::grid_line(const Ray& ray) const noexcept
             continue;
         const double place = origin.at(axis) + distance * direction.at(axis);
         const double off = std::fabs(place - step_ * std::round(place / step_));
-        // How near the line of sight passes the grid's line, which runs along the third axis.
+        // Distance between the ray and the grid line, which is parallel to the third axis.
         const double along = direction.at(3 - plane - axis);
         const double across = std::sqrt(1.0 - along * along);
         if (off * slant < half_width * pixel * across)
@@ -86,7 +86,7 @@ std::optional<Guides::Line> Guides::axis_line(const Ray& ray, int axis) const no
     const double size = length(across);
     if (!(size > 1e-9))
         return std::nullopt;
-    // Where the two lines pass each other.
+    // The closest points of the two lines.
     const double distance = -dot(cross(ray.origin, along), across) / (size * size);
     const double gap = std::fabs(dot(ray.origin, across)) / size;
     if (gap > half_width * view_.pixel_size(std::fabs(distance)))

@@ -14,7 +14,7 @@ constexpr double sun_left_deg = 55.0;
 constexpr double sun_height_deg = 42.0;
 constexpr float sun_size = 0.02F; ///< radius at distance 1; larger than the real one: softer edges
 
-/// Two directions at right angles to each other and to a third one of length 1.
+/// Completes a unit vector to an orthonormal basis.
 void across(const Float3& direction, Float3& first, Float3& second)
 {
     const Float3 other =

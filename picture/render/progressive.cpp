@@ -18,7 +18,7 @@ constexpr int tile_size = 32;
 
 int tiles_over(int pixels) { return (pixels + tile_size - 1) / tile_size; }
 
-/// The colour of a pixel that is covered in part is that of what covers it.
+/// Converts a sample to RGBA; partly transparent pixels are un-premultiplied.
 void encode(const ShadedSample& seen, std::uint8_t* pixel)
 {
     const bool in_part = seen.cover > 0.0F && seen.cover < 1.0F;
@@ -48,8 +48,8 @@ Progressive::Progressive(std::shared_ptr<const Scene> scene, const View& view, L
 
 Progressive::~Progressive() = default;
 
-/// Hands the tiles that are not done to the threads, one by one. The caller works, too, and is the
-/// one who tells of progress.
+/// Distributes the unfinished tiles to worker threads. The calling thread works, too, and reports
+/// progress.
 bool Progressive::for_each_tile(const Work& work, const TileWork& make, const TileTest& is_done)
 {
     const std::size_t count = tile_passes_.size();
@@ -77,7 +77,7 @@ bool Progressive::for_each_tile(const Work& work, const TileWork& make, const Ti
             for (unsigned i = 1; i < threads; ++i)
                 helpers.emplace_back(run, false);
         } catch (const std::system_error&) {
-            // Fewer threads than were asked for make the same picture.
+            // Continue with fewer threads: the result is the same.
         }
         run(true);
     }

@@ -5,7 +5,7 @@ namespace picture {
 
 namespace {
 
-/// Spreads every bit of a number over all others; one-to-one.
+/// A bijective integer hash.
 constexpr std::uint32_t mixed(std::uint32_t bits) noexcept
 {
     bits ^= bits >> 16U;
@@ -25,11 +25,11 @@ constexpr std::uint32_t reversed(std::uint32_t bits) noexcept
     return ((bits & 0x55555555U) << 1U) | ((bits & 0xAAAAAAAAU) >> 1U);
 }
 
-/// Flips each bit or not, depending on the seed and the bits below it only. On numbers whose bits
-/// are reversed this keeps together what begins alike: an even cover of the unit interval stays
-/// even (A. Owen, "Randomly permuted (t,m,s)-nets and (t,s)-sequences", 1995; by arithmetic after
-/// S. Laine and T. Karras, "Stratified sampling for stochastic transparency", 2011). Adding,
-/// multiplying by odd numbers, and xor with even multiples carry upwards only.
+/// Nested uniform (Owen) scrambling of a bit-reversed number: flips each bit depending on the seed
+/// and the lower bits only, which keeps the stratification of a sequence (A. Owen, "Randomly
+/// permuted (t,m,s)-nets and (t,s)-sequences", 1995; by arithmetic after S. Laine and T. Karras,
+/// "Stratified sampling for stochastic transparency", 2011). Adding, multiplying by odd numbers,
+/// and xor with even multiples carry upwards only.
 constexpr std::uint32_t scrambled(std::uint32_t bits, std::uint32_t seed) noexcept
 {
     bits += seed;
@@ -42,8 +42,8 @@ constexpr std::uint32_t scrambled(std::uint32_t bits, std::uint32_t seed) noexce
     return bits;
 }
 
-/// The second axis of Sobol's sequence with its bits reversed; of the first axis that is the number
-/// itself. Bit i comes from all bits j of which i, as a set of bits, is a part.
+/// The second dimension of the Sobol sequence, bit-reversed; the first dimension is the number
+/// itself.
 constexpr std::uint32_t second_axis(std::uint32_t number) noexcept
 {
     number ^= number >> 16U;
@@ -54,7 +54,7 @@ constexpr std::uint32_t second_axis(std::uint32_t number) noexcept
     return number;
 }
 
-/// The upper 24 bits: what single precision holds exactly below 1.
+/// Converts the upper 24 bits to a float in [0, 1), exactly.
 float share(std::uint32_t bits) noexcept
 {
     return static_cast<float>(bits >> 8U) * (1.0F / 16777216.0F);
@@ -69,8 +69,8 @@ Samples::Samples(int x, int y, std::uint32_t number) noexcept
 
 Sample2 Samples::draw(SampleUse use) const noexcept
 {
-    // The order of the points is shuffled for each use, so that the points of two uses do not go
-    // together. Whole runs of 2, 4, 8... points change places: each stays even by itself.
+    // The sequence is shuffled per use to decorrelate the uses. The shuffle permutes aligned blocks
+    // of 2, 4, 8... points, so each block stays stratified.
     const std::uint32_t seed = mixed(seed_ + 0x632BE5ABU * (static_cast<std::uint32_t>(use) + 1U));
     const std::uint32_t number = reversed(scrambled(reversed(number_), seed));
     return {share(reversed(scrambled(number, mixed(seed + 1U)))),

@@ -28,7 +28,7 @@ ShadedSample lay_over(const ShadedSample& below, const Float3& colour, float cov
     return {mix(below.light, colour, cover), below.cover + (1.0F - below.cover) * cover};
 }
 
-/// The normal that light falls on: smooth where the surface asks for it, towards the viewer.
+/// The shading normal, facing the viewer: interpolated on smooth surfaces.
 Float3 shading_normal(const ScenePart& part, const Hit& hit)
 {
     if (hit.shape != Shape::triangle || part.corner_normals.empty())
@@ -36,7 +36,7 @@ Float3 shading_normal(const ScenePart& part, const Hit& hit)
     const auto& [a, b, c] = part.corner_normals[hit.number];
     Float3 normal = unpack_normal(a) * (1.0F - hit.u - hit.v) + unpack_normal(b) * hit.u +
                     unpack_normal(c) * hit.v;
-    // The polygon may be seen from its back.
+    // The ray may have hit the back of the polygon.
     const auto& [p, q, r] = part.triangles[hit.number];
     const Float3 front = cross(part.points[q] - part.points[p], part.points[r] - part.points[p]);
     if (dot(front, hit.normal) < 0.0F)
@@ -45,9 +45,9 @@ Float3 shading_normal(const ScenePart& part, const Hit& hit)
     return dot(normal, normal) > 0.0F ? normal : hit.normal;
 }
 
-/// Where light is gathered for a hit on a smooth surface: on the rounded surface that the normals
-/// speak of, not on the flat triangle below it. On the triangle, edges would throw shadows onto
-/// what is to look round (J. Hanika, "Hacking the shadow terminator", 2021).
+/// The origin of shadow rays for a hit on a smooth surface: on the curved surface implied by the
+/// corner normals, not on the flat triangle, to avoid the shadow terminator artefact (J. Hanika,
+/// "Hacking the shadow terminator", 2021).
 Float3 rounded_place(const ScenePart& part, const Hit& hit)
 {
     if (hit.shape != Shape::triangle || part.corner_normals.empty())
@@ -169,7 +169,7 @@ bool Shader::is_selected(const Hit& hit) const noexcept
     return polygon < marks.size() && marks[polygon] != 0;
 }
 
-/// Whether the line of sight passes an edge of the polygon within half the edge's width in pixels.
+/// Whether the ray passes an edge of the polygon within half the line width.
 bool Shader::is_on_edge(const Hit& hit, const Ray& ray) const noexcept
 {
     if (hit.shape != Shape::triangle)

@@ -53,7 +53,7 @@ float CornerNormals::cosine_of(std::size_t polygon) const noexcept
     return surfaces_.cosine(layer_.polygons.surface(polygon));
 }
 
-/// Counts the polygons of each point, turns the counts into places, and fills these.
+/// Builds `starts_` and `around_` by counting sort.
 void CornerNormals::find_neighbours()
 {
     starts_.assign(layer_.points.size() + 1, 0);

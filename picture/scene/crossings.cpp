@@ -11,7 +11,7 @@ using mesh::Vec3;
 
 bool Crossings::cross(const Edge& a, const Edge& b) noexcept
 {
-    // On which side of a line a place lies, by the sign.
+    // The sign tells on which side of the line the point lies.
     const auto side = [](const Edge& line, const Place& place) {
         return (line.to.x - line.from.x) * (place.y - line.from.y) -
                (line.to.y - line.from.y) * (place.x - line.from.x);

@@ -16,7 +16,7 @@ using mesh::Vec3;
 
 namespace {
 
-/// Whether a triangle looks to the same side as the polygon that it is a part of.
+/// Whether a triangle has the same orientation as its polygon.
 bool faces(const Vec3& a, const Vec3& b, const Vec3& c, const Vec3& normal)
 {
     return dot(cross(b - a, c - a), normal) > 0.0;
@@ -26,8 +26,8 @@ using Callback = void (*)();
 
 } // namespace
 
-/// The library's tessellator, and what it says while it works. It calls back from C code: nothing
-/// may be thrown through it, so running out of memory is kept for later.
+/// Wrapper of the library's tessellator and its callbacks. These are called from C code, through
+/// which no exception may propagate, so out of memory is recorded and thrown later.
 struct PolygonSplitter::Tessellator {
     explicit Tessellator(PolygonSplitter& owner) : splitter(owner), handle(gluNewTess())
     {
@@ -74,7 +74,7 @@ struct PolygonSplitter::Tessellator {
 private:
     void set(GLenum which, Callback callback) { gluTessCallback(handle, which, callback); }
 
-    /// What stands for a corner in the library's hands: a pointer to the corner's number.
+    /// The library identifies a corner by a pointer: here to the corner's number.
     void* handle_of(std::uint32_t corner)
     {
         while (numbers.size() <= corner)
@@ -89,8 +89,8 @@ private:
 
     static Tessellator& self(void* data) { return *static_cast<Tessellator*>(data); }
 
-    /// Tells of each corner whether an edge of the polygon begins there. It is asked for, so the
-    /// library gives separate triangles only.
+    /// Callback: whether the following sides are edges of the polygon. Registering it makes the
+    /// library emit separate triangles only.
     static void edge_flag(GLboolean flag, void* data) noexcept
     {
         self(data).edge_begins = flag != GL_FALSE;
@@ -113,7 +113,7 @@ private:
         one.piece = {};
     }
 
-    /// Two edges cross, or points fall together.
+    /// Callback: a new point where edges intersect or points coincide.
     static void combine(GLdouble* place, void** corners, GLfloat* shares, void** result,
                         void* data) noexcept
     {
@@ -134,7 +134,7 @@ private:
         }
     }
 
-    /// Adds a share of a corner, or of the corners of a point that was added before.
+    /// Adds a weighted corner, or the corners of an earlier added point.
     void mix_in(AddedPoint& mixed, std::uint32_t corner, float share) const noexcept
     {
         if (corner >= corner_count) {
@@ -159,7 +159,7 @@ private:
         }
     }
 
-    /// Makes the sum of the shares 1 again where some were dropped.
+    /// Normalises the sum of the shares to 1 after some were dropped.
     static void even_out(AddedPoint& mixed) noexcept
     {
         const float sum = std::accumulate(mixed.shares.begin(), mixed.shares.end(), 0.0F);
@@ -167,7 +167,7 @@ private:
             share /= sum;
     }
 
-    /// The library has freed what it had; the triangles so far are kept.
+    /// Callback for errors. The library has freed its data; the triangles so far are kept.
     static void fail(GLenum error, void* data) noexcept
     {
         if (error == GLU_OUT_OF_MEMORY)
@@ -206,7 +206,7 @@ void PolygonSplitter::split(std::span<const Vec3> corners)
         tessellator_->run(corners, normal);
 }
 
-/// Splits a polygon whose first corner sees all others; false when it may not be so.
+/// Splits as a fan from the first corner; false if not all corners are visible from there.
 bool PolygonSplitter::split_as_fan(std::span<const Vec3> corners, const Vec3& normal)
 {
     for (std::size_t i = 2; i < corners.size(); ++i)
@@ -230,8 +230,8 @@ void PolygonSplitter::make_fan(std::uint32_t corner_count)
     }
 }
 
-/// Splits along the diagonal that lies inside, or along the shorter one where both do; false for a
-/// quad that crosses itself.
+/// Splits a quad along the diagonal inside it, or the shorter one if both are; false for a
+/// self-intersecting quad.
 bool PolygonSplitter::split_quad(std::span<const Vec3> corners, const Vec3& normal)
 {
     const auto& [a, b, c, d] = std::tie(corners[0], corners[1], corners[2], corners[3]);

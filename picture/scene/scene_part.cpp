@@ -67,7 +67,7 @@ private:
         }
     }
 
-    /// The first colour is the default; the others are those that the polygons have.
+    /// Collects the colours: first the default, then those of the surfaces in use.
     void take_colours()
     {
         const mesh::SurfaceLook standard;
@@ -209,7 +209,7 @@ std::vector<bool> shown_points(const SceneLayer& layer)
     const mesh::Polygons& polygons = layer.layer->polygons;
     std::vector<bool> shown(layer.layer->points.size(), layer.loose_points);
     const std::size_t end = end_polygon(layer);
-    // A point of polygons that are not shown is not loose either.
+    // Points of polygons that are not shown do not count as loose.
     if (layer.loose_points)
         for (std::size_t polygon = 0; polygon < polygons.size(); ++polygon)
             for (const std::uint32_t point : polygons.points(polygon))

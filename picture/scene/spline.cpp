@@ -11,7 +11,7 @@ using mesh::Vec3;
 
 namespace {
 
-/// A cubic from `b` to `c` whose directions there are those from `a` to `c` and from `b` to `d`
+/// A Catmull-Rom segment from `b` to `c` with the tangent directions `a` to `c` and `b` to `d`
 /// (E. Catmull, R. Rom, "A class of local interpolating splines", 1974).
 Vec3 between(const Vec3& a, const Vec3& b, const Vec3& c, const Vec3& d, double t)
 {

@@ -14,7 +14,7 @@ void SurfaceIndex::set_document(const SceneLayer& layer)
     if (layer.tags == tags_ && layer.looks.data() == given_.data() &&
         layer.looks.size() == given_.size())
         return;
-    // Of a name that is described more than once the first counts, for each of both.
+    // For duplicate names the first entry counts, both for tags and for looks.
     std::unordered_map<std::string_view, const mesh::SurfaceLook*> looks;
     std::unordered_map<std::string_view, float> cosines;
     for (const mesh::SurfaceLook& look : layer.looks) {

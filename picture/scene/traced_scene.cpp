@@ -17,7 +17,8 @@ namespace picture {
 
 namespace {
 
-/// What the tracer said last about a failure on this thread. An array: there may be no memory.
+/// The last error message of the ray tracer on this thread. An array, since memory may have run
+/// out.
 thread_local std::array<char, 160> reason{};
 
 void keep_reason(void* /*user_data*/, RTCError /*error*/, const char* text) noexcept
@@ -27,7 +28,7 @@ void keep_reason(void* /*user_data*/, RTCError /*error*/, const char* text) noex
     reason[length] = '\0';
 }
 
-/// Throws what the error stands for, if it is one.
+/// Throws the exception for an error code, if it is an error.
 void check(RTCError error)
 {
     if (error == RTC_ERROR_CANCELLED)
@@ -40,8 +41,8 @@ void check(RTCError error)
                           "; it needs threads and more memory than the mesh alone");
 }
 
-/// The tracer's device: one for the whole program, since it keeps threads. It lives until the end:
-/// scenes may be let go in any order.
+/// The ray tracer's device: one per process, since it owns threads. Never destroyed, since scenes
+/// may be destroyed in any order.
 RTCDevice device()
 {
     static const RTCDevice shared = [] {
@@ -56,7 +57,7 @@ RTCDevice device()
     return shared;
 }
 
-/// Throws what went wrong with the device since the last call, if anything did.
+/// Throws if the device has reported an error since the last call.
 void check_device() { check(rtcGetDeviceError(device())); }
 
 template <typename T>
@@ -90,13 +91,13 @@ RTCGeometry dot_geometry(const ScenePart& part)
     return geometry;
 }
 
-/// Asked by the tracer as it builds its tree; false ends that.
+/// Progress callback of the ray tracer; false cancels the build.
 bool goes_on(void* cancel, double /*done*/) noexcept
 {
     return !*static_cast<const std::atomic<bool>*>(cancel);
 }
 
-/// Past this many triangles the tree is built the quick and small way.
+/// Above this number of triangles the tree is built with low quality: faster, and smaller.
 constexpr std::size_t many_triangles = 4'000'000;
 
 } // namespace
@@ -119,7 +120,7 @@ TracedScene::~TracedScene()
         rtcReleaseScene(scene_);
 }
 
-/// Finds middle and size of what is shown.
+/// Computes the placement from the bounds of everything shown.
 void TracedScene::place(std::span<const SceneLayer> layers)
 {
     for (const SceneLayer& layer : layers) {
@@ -152,8 +153,8 @@ void TracedScene::build(const std::atomic<bool>* cancel)
     for (const ScenePart& part : parts_)
         triangles += part.triangles.size();
     const bool many = triangles > many_triangles;
-    // A scene whose build failed is not released: the tracer ends the program there. So it is taken
-    // over only when all went well.
+    // Releasing a scene after a failed build terminates the program in the ray tracer. So take
+    // ownership only on success.
     const RTCScene scene = rtcNewScene(device());
     check_device();
     if (many)
@@ -191,8 +192,8 @@ std::optional<Hit> TracedScene::trace(const Ray& ray) const noexcept
 {
     if (geometries_.empty())
         return std::nullopt;
-    // The ray starts just before the scene, however far away the viewer stands, so that nothing of
-    // its precision is lost on the way.
+    // Start the ray just in front of the scene, independent of the viewer's distance, to keep
+    // precision.
     constexpr double reach = 2.0; // more than the scene's corners are from its middle
     const double scale = placement_.scale;
     const mesh::Vec3 origin = (ray.origin - placement_.centre) * (1.0 / scale);

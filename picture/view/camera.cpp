@@ -109,8 +109,7 @@ void Framing::add(const Vec3& point) noexcept
     const double x = dot(relative, basis_.right);
     const double y = dot(relative, basis_.up);
     const double z = dot(relative, basis_.forward);
-    // Where the line of sight along each edge of the picture, moved to touch the point, meets depth
-    // 0.
+    // The intersections with depth 0 of the view planes through the point.
     const double wide = slope_ * aspect_ * z;
     const double high = slope_ * z;
     if (!any_) {
@@ -131,8 +130,8 @@ void Framing::apply(Camera& camera) const noexcept
     const double z = (depth_.low + depth_.high) / 2.0;
     camera.target = origin_ + basis_.right * x + basis_.up * y + basis_.forward * z;
     const double seen = std::max(along_.high - along_.low, (across_.high - across_.low) / aspect_);
-    // With perspective the lines of sight close in on the viewer: at the target's depth they are
-    // farther apart than at depth 0 by as much as they open up on the way.
+    // With perspective, the view planes diverge with the depth: convert their distance from depth 0
+    // to the depth of the target.
     camera.height = perspective_ ? margin * (seen + 2.0 * slope_ * z) : margin * seen;
     if (!(camera.height > 0.0) || !std::isfinite(camera.height))
         camera.height = 1.0;

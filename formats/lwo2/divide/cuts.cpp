@@ -7,7 +7,7 @@ namespace formats::lwo2 {
 
 namespace {
 
-/// Places that a long join closes in one step.
+/// Number of positions per range; a long join blocks whole ranges at once.
 constexpr std::uint32_t range_size = 4096;
 
 } // namespace

@@ -65,7 +65,7 @@ void Division::close_places()
         }
         cuts_.join(low, high);
     }
-    // a value for a corner names a point and a polygon, and can only be said where both are
+    // a corner value refers to a point and a polygon, so both must be in the same part
     for (const mesh::VertexMap& map : layer_.maps)
         for (std::size_t row = 0; row < map.corners().size(); ++row)
             if (map.corners().points[row] < layer_.points.size() &&
@@ -84,8 +84,8 @@ void Division::refuse(const Range& points) const
         title_, points.begin, points.end - 1, limit_));
 }
 
-/// Divides the points into parts as large as they can be. The polygons of each are counted where it
-/// is known that there are too many somewhere.
+/// Divides the points into parts that are as large as possible.
+/// @param count_polygons  also limit the polygons of each part, which is slower
 void Division::divide_points(bool count_polygons)
 {
     parts_.clear();
@@ -108,7 +108,7 @@ void Division::divide_points(bool count_polygons)
     parts_.push_back({.layer = &layer_, .points = rest});
 }
 
-/// Up to where the points of a range begin no more polygons than can be numbered.
+/// The end of the longest prefix of a range whose points start at most `limit` polygons.
 std::uint32_t Division::end_of_countable(const Range& points) const
 {
     std::vector<std::uint32_t> begun(points.size(), 0);
@@ -126,7 +126,7 @@ std::uint32_t Division::end_of_countable(const Range& points) const
     return points.end;
 }
 
-/// Gives each part the polygons over its points.
+/// Assigns the polygons to the parts of their points.
 void Division::place_polygons()
 {
     const auto count = static_cast<std::uint32_t>(layer_.polygons.size());

@@ -21,7 +21,7 @@ void IndexSpace::add_present(const mesh::FileChunk& chunk)
 {
     if (const auto parts = numbered(chunk)) {
         taken_.insert(parts->number);
-        // a surface cannot name a number past the limit, so such a chunk is not shared
+        // a surface cannot refer to a number past the limit, so such a chunk is not shared
         if (parts->number < index_limit)
             present_.try_emplace(key(parts->rest), parts->number);
     }

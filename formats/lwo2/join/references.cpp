@@ -16,9 +16,9 @@ namespace formats::lwo2 {
 
 namespace {
 
-/// Where the numbers stand in one kind of sub-chunk, by a pattern of one character for each field:
-/// a digit skips as many times two bytes; `e` is an envelope and `i` an image, both as indices;
-/// `I` is an image as a plain number; `s` skips a text; `n` goes into sub-chunks up to the end.
+/// The layout of one kind of sub-chunk as a pattern with one character per field: a digit n skips
+/// 2n bytes; `e` is an envelope and `i` an image, both encoded as index; `I` is an image as a plain
+/// number; `s` skips a string; `n` are nested sub-chunks up to the end.
 struct Pattern {
     FourCC id;
     std::string_view fields;
@@ -48,7 +48,7 @@ constexpr std::array patterns{
     Pattern{fourcc("LINE"), "12e6e"},
     Pattern{fourcc("RIMG"), "i"},
     Pattern{fourcc("TIMG"), "i"},
-    // a texture layer, and what stands in it
+    // a texture layer and its sub-chunks
     Pattern{fourcc("BLOK"), "n"},
     Pattern{fourcc("IMAP"), "sn"},
     Pattern{fourcc("PROC"), "sn"},
@@ -117,7 +117,7 @@ FourCC sub_id(std::span<const std::byte> at)
     return id;
 }
 
-/// Bytes of the index at the front, 0 when it is not whole.
+/// Size of the index at the front; 0 if it is truncated.
 std::size_t index_width(std::span<const std::byte> at)
 {
     if (at.size() < 2)
@@ -127,7 +127,7 @@ std::size_t index_width(std::span<const std::byte> at)
     return at.size() < 4 ? 0 : 4;
 }
 
-/// Copies runs of sub-chunks, replacing numbers on the way.
+/// Copies sequences of sub-chunks and replaces the numbers in them.
 class Rewriter {
 public:
     Rewriter(std::span<const Pattern> known, const Renumber& renumber)
@@ -174,7 +174,7 @@ private:
         put_bytes(out, from);
     }
 
-    /// Copies one field; false where it is not whole, as where the last fields are left out.
+    /// Copies one field; false if it is truncated or, as an optional last field, missing.
     bool field(char kind, std::span<const std::byte>& from, Bytes& out, int depth) const
     {
         std::size_t taken = 0;
@@ -223,7 +223,7 @@ private:
         value &= 0x00FFFFFFu;
         if (value != 0)
             value = replace(value);
-        // a long form stays long: what does not change must not look changed
+        // keep the long form, so that an unchanged chunk stays byte-identical
         if (width == 2 && value < first_long_index)
             put_u2(out, value);
         else

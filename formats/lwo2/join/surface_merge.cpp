@@ -57,7 +57,7 @@ std::string SurfaceMerge::decide(const std::string& incoming)
     const auto described = incoming_.find(incoming);
     const auto there = present_.find(incoming);
     if (described == incoming_.end()) {
-        // many readers lose count at an empty name: none is added
+        // many readers misread files with an empty name, so none is added
         if (!incoming.empty() || into_.tags.find("") != mesh::no_tag)
             return incoming;
         bool is_there = false;
@@ -88,8 +88,8 @@ bool SurfaceMerge::is_of_incoming(const std::string& name) const
     return incoming_.contains(name) || from_.tags.find(name) != mesh::no_tag;
 }
 
-/// A new name for a surface. `is_there` tells that it is the name of a present one that is alike,
-/// as it is when the same document was joined before.
+/// A new name for a surface. Sets `is_there` if the target document already has an equal surface of
+/// this name, as after appending the same document twice.
 std::string SurfaceMerge::rename(const std::string& incoming, const MappedSurface* mapped,
                                  bool& is_there)
 {
@@ -158,7 +158,7 @@ std::uint32_t SurfaceMerge::map_envelope(std::uint32_t number)
 std::uint32_t SurfaceMerge::map_image(std::uint32_t number)
 {
     return images_.map(number, [this](std::span<const std::byte> rest) -> std::optional<Bytes> {
-        // Images that name images may go round in circles; each comes along for itself.
+        // References between images may be cyclic; such images are copied, never shared.
         if (names_image(rest))
             return std::nullopt;
         bool needs_new = false;
@@ -190,7 +190,7 @@ void SurfaceMerge::map_all()
 
 SurfaceMerge::Chunks SurfaceMerge::finish()
 {
-    // a surface that another one is based on comes with it; the list grows as it is read
+    // also copy surfaces that others are based on; the list grows during the loop
     for (std::size_t i = 0; i < added_.size(); ++i) {
         const std::string source = added_[i].head.source;
         if (incoming_.contains(source) && !source.empty())

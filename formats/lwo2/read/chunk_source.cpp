@@ -51,7 +51,7 @@ public:
 private:
     void fill(std::uint64_t offset, std::size_t least)
     {
-        // a piece that stays in the processor's cache until it has been read
+        // small enough to stay in the processor's cache
         constexpr std::size_t usual = std::size_t{128} * 1024;
         const auto wanted = static_cast<std::size_t>(
             std::min<std::uint64_t>(std::max(least, usual), size_ - offset));
@@ -81,7 +81,7 @@ private:
     std::unique_ptr<std::byte[]> window_ = std::make_unique_for_overwrite<std::byte[]>(longest_run);
 };
 
-/// What cannot be read in pieces, such as a pipe.
+/// A source over a pipe, which is read completely.
 class OwnedSource final : public ChunkSource {
 public:
     explicit OwnedSource(mesh::Buffer<std::byte> bytes) : bytes_(std::move(bytes)) {}
@@ -97,8 +97,8 @@ private:
     mesh::Buffer<std::byte> bytes_;
 };
 
-/// How many bytes an object has that begins with these, one byte behind it included; of what is no
-/// object, enough to tell what it is. No more is read, so that an endless pipe does no harm.
+/// Number of bytes to read from a pipe that begins with these bytes: the size of the object plus
+/// one byte or, for other data, enough to detect its type. So an endless pipe does no harm.
 std::uint64_t bytes_wanted(std::span<const std::byte> begin)
 {
     constexpr std::size_t header_size = 12;

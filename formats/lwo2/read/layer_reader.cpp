@@ -23,7 +23,7 @@ std::uint64_t chunk_start(const Cursor& body)
     return body.offset() - header;
 }
 
-/// How many points a polygon has, out of the word before them.
+/// Number of points of a polygon, from the word that precedes them.
 std::uint32_t corner_count(mesh::FourCC type, std::uint16_t word)
 {
     const std::uint32_t low = word & polygon_point_limit;
@@ -37,7 +37,7 @@ std::uint8_t polygon_flags(mesh::FourCC type, std::uint16_t word)
     return static_cast<std::uint8_t>(type == mesh::polygon_curv ? flags & 3u : flags);
 }
 
-/// Reads one point for each of `points`.
+/// Reads coordinates into `points`.
 void widen_all(const std::byte* from, std::span<mesh::Vec3> points)
 {
     for (mesh::Vec3& point : points) {
@@ -214,7 +214,7 @@ void LayerReader::polygons(Cursor& body)
         read_polygons_fast(body, type);
         if (body.remaining() == 0)
             break;
-        // one step at a time, which finds the fault if there is one
+        // slow path: value by value, with error checks
         const std::uint64_t offset = body.offset();
         const std::uint16_t word = body.u2();
         const std::uint32_t count = corner_count(type, word);
@@ -271,8 +271,8 @@ void LayerReader::polygon_tags(Cursor& body)
         keep({.id = id_ptag, .role = ChunkRole::polygon_tags, .kind = kind});
 }
 
-/// A chunk of map parameters belongs to the map chunk behind it: it goes when that one is joined to
-/// an earlier one.
+/// A chunk of map parameters belongs to the following map chunk; it is dropped if that chunk is
+/// merged with an earlier one.
 void LayerReader::drop_map_parameters()
 {
     if (!layer_.chunks.empty() && layer_.chunks.back().id == id_vmpa)
@@ -318,7 +318,7 @@ void LayerReader::map(Cursor& body)
     while (body.remaining() > 0) {
         read_rows_fast(body);
         if (rows.count == 0) {
-            // one step at a time, which finds the fault if there is one
+            // slow path: value by value, with error checks
             rows.count = 1;
             rows.points[0] = point_index(body);
             for (std::uint16_t i = 0; i < dimension; ++i)

@@ -32,7 +32,7 @@ template <typename Out> void put_layer(const LayerPart& part, const Step& step, 
     if (step.chunk != nullptr)
         rest = step.chunk->body;
     const bool had_parent = rest.size() >= 2;
-    // no parent is best left out, unless the file said so or has more behind it
+    // omit the field if there is no parent, unless the file had it or data after it
     if (layer.parent || had_parent)
         out.u2(layer.parent.value_or(no_parent));
     if (had_parent || !layer.parent)
@@ -59,8 +59,7 @@ void put_points(std::span<const mesh::Vec3> points, Encoder& out)
 
 constexpr std::size_t box_size = 24;
 
-/// The six numbers of the box as the file had them, where they are still right: they may differ in
-/// the signs of zeros.
+/// The bounding box as in the file if it is still correct; signs of zeros may differ.
 bool is_still_right(std::span<const std::byte> body, const std::array<double, 6>& box)
 {
     for (std::size_t i = 0; i < box.size(); ++i) {
@@ -85,12 +84,12 @@ void put_bounds(std::span<const mesh::Vec3> points, const Step& step, Encoder& o
         out.bytes(step.chunk->body);
         return;
     }
-    // adding zero makes a zero positive: which one the box found is chance
+    // adding 0 makes -0 positive, so the sign does not depend on the order of the points
     for (const double value : box)
         out.single(value + 0.0);
 }
 
-/// The point that the indices of a block of polygons count from.
+/// The first point of the block that the indices of a block of polygons refer to.
 std::uint32_t first_point(const Layout& layout, const PolygonBlock& block)
 {
     return block.points == no_block ? 0 : layout.point_block(block.points).begin;
@@ -233,14 +232,14 @@ template <typename Out> void put_corner_values(const BodySource& source, const S
             put_corner_row(source, step, row, out);
 }
 
-/// The points that the source's layer or part has.
+/// The points of the source's layer or part.
 std::span<const mesh::Vec3> points_of(const BodySource& source)
 {
     const Range& range = source.layout->part().points;
     return source.layer->points.span().subspan(range.begin, range.size());
 }
 
-/// The bodies that are measured by being put into a counter.
+/// The bodies whose size is determined with a ByteCounter.
 template <typename Out> void put_small_body(const BodySource& source, const Step& step, Out& out)
 {
     switch (step.role) {

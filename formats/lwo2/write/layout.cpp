@@ -17,13 +17,13 @@ namespace {
 using mesh::ChunkRole;
 using mesh::FileChunk;
 
-/// What a new map is preceded by: linear interpolation, and the usual colour.
+/// Parameters of a new map: linear interpolation, default colour.
 const FileChunk usual_map_parameters{.id = id_vmpa,
                                      .body = {std::byte{0}, std::byte{0}, std::byte{0},
                                               std::byte{0}, std::byte{0}, std::byte{0},
                                               std::byte{0}, std::byte{6}}};
 
-/// The chunks of a layer that has no file.
+/// The default chunks of a layer that was not read from a file.
 const std::array<FileChunk, 3> usual_chunks{{{.id = id_layr, .role = ChunkRole::layer},
                                              {.id = id_pnts, .role = ChunkRole::points},
                                              {.id = id_bbox, .role = ChunkRole::bounds}}};
@@ -39,12 +39,12 @@ std::uint32_t size32(std::size_t size) { return static_cast<std::uint32_t>(size)
 
 Layout::Layout(LayerPart part, bool map_parameters) : part_(std::move(part)), layer_(*part_.layer)
 {
-    // with one block of points everything can be said
+    // with one block of points everything can be encoded
     if (!build(false, map_parameters))
         static_cast<void>(build(true, map_parameters));
 }
 
-/// The chunks of the layer's file; the usual ones for what has none.
+/// The chunks of the layer's file, or the default ones.
 std::span<const FileChunk> Layout::chunks() const noexcept
 {
     if (part_.is_first && !layer_.chunks.empty())
@@ -129,7 +129,7 @@ void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
     }
     case ChunkRole::bounds:
     case ChunkRole::map:
-        // one chunk says for the joined points what several said for the blocks
+        // one chunk for the merged points replaces the chunks of the blocks
         if (one_point_block &&
             !joined_.insert(pair_key(static_cast<std::uint32_t>(chunk.role), chunk.map)).second) {
             if (chunk.role == ChunkRole::map && steps_.back().chunk->id == id_vmpa)
@@ -147,14 +147,14 @@ void Layout::follow_chunk(const FileChunk& chunk, bool one_point_block)
     steps_.push_back(std::move(step));
 }
 
-/// Puts each polygon into its block: those of the file where the file had them, others into the
+/// Assigns each polygon to a block: polygons of the file to their block of the file, others to the
 /// last block of their type.
 void Layout::place_polygons()
 {
     const mesh::Polygons& polygons = layer_.polygons;
     const auto file_blocks = size32(file_ends_.size());
     const std::uint32_t last_points = size32(points_.size()) - 1;
-    // those before the last block of points count in the points before
+    // blocks before the last block of points refer to earlier points
     for (auto last = polygons_.rbegin(); last != polygons_.rend() && last->points == last_points;
          ++last)
         last_blocks_.try_emplace(last->type,
@@ -175,7 +175,7 @@ void Layout::place_polygons()
             begin = end;
         }
     }
-    // readers expect polygons in every layer, if only none
+    // readers expect a polygon chunk in every layer, even an empty one
     const bool from_file = part_.is_first && !layer_.chunks.empty();
     if (!from_file && part_.polygons.empty())
         static_cast<void>(block_for(mesh::polygon_face));
@@ -189,7 +189,7 @@ void Layout::extend(std::uint32_t block, std::uint32_t begin, std::uint32_t end)
     target.size += end - begin;
 }
 
-/// The last block of a type that counts in the last block of points; made when there is none.
+/// The last block of this type that refers to the last block of points; created if missing.
 std::uint32_t Layout::block_for(mesh::FourCC type)
 {
     const std::uint32_t last_points = size32(points_.size()) - 1;
@@ -263,7 +263,7 @@ void Layout::complete_tags()
                                    .points = own.points,
                                    .polygons = block}});
         };
-        // readers expect surfaces behind all polygons
+        // readers expect a surface chunk after every polygon chunk
         if (!present.contains(pair_key(block, mesh::tag_surf)) && (made || has_surfaces(own)))
             add(mesh::tag_surf);
         for (const mesh::TagColumn& tags : polygons.other_tags())
@@ -272,8 +272,8 @@ void Layout::complete_tags()
     }
 }
 
-/// Adds the parameters that stand before a map's chunk: those that the map has elsewhere in the
-/// layer, else the usual ones.
+/// Adds the parameter chunk before a map's chunk: a copy of the map's parameters elsewhere in the
+/// layer, else the defaults.
 void Layout::add_parameters(ChunkRole role, std::uint32_t map, std::ptrdiff_t after,
                             std::uint32_t order)
 {
@@ -290,8 +290,8 @@ void Layout::add_parameters(ChunkRole role, std::uint32_t map, std::ptrdiff_t af
     additions_.push_back({after, order, {.role = ChunkRole::opaque, .chunk = chunk}});
 }
 
-/// Calls `visit` for the blocks of points among which some have a value in the map, in order: in
-/// time for the values where there are more blocks than these.
+/// Calls `visit` for each block of points with a value in the map, in order. Takes time for the
+/// smaller of the number of values and the number of blocks.
 template <typename Visit>
 void Layout::for_each_block_with_values(const mesh::VertexMap& map, Visit visit) const
 {

@@ -36,7 +36,7 @@ void check_text(const std::string& text, const std::string& where, const char* w
 
 bool fits_single(double value)
 {
-    // half a step above the greatest single: rounded, it and all beyond it would be infinite
+    // half an ulp above the largest float: this and larger values would round to infinity
     constexpr double limit = 0x1.ffffffp127;
     const double size = std::abs(value);
     return !(size >= limit) || size == std::numeric_limits<double>::infinity();
@@ -44,7 +44,7 @@ bool fits_single(double value)
 
 bool fits_single(const mesh::Vec3& value)
 {
-    // not a chain of decisions: for millions of points, that is the slower way
+    // without short-circuiting, since branches are slower for millions of points
     const bool x = fits_single(value.x);
     const bool y = fits_single(value.y);
     const bool z = fits_single(value.z);
@@ -116,7 +116,7 @@ void check_polygons(const mesh::Layer& layer, std::size_t tag_count, const std::
 void check_layer(const mesh::Layer& layer, std::size_t tag_count, const std::string& title)
 {
     check_text(layer.name, title, "layer");
-    // a number that a file had is given back to it
+    // a number read from a file is written back unchanged
     if (layer.number == no_parent && layer.chunks.empty())
         refuse(title, "its number {} is past the last one of LWO2, {}; renumber it", layer.number,
                no_parent - 1);
