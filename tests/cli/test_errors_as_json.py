@@ -161,6 +161,6 @@ def test_memory_that_ends_is_told(limited, large):
     ("render", ["-o", "out.png"], "use smaller files, or make a smaller picture with --size"),
     ("scatter", ["tree.lwo", "-o", "out.lwo"],
      "make fewer clones, or use a model with fewer points")])
-def test_the_advice_where_memory_ends_is_the_verbs(limited, large, verb, more, advice):
+def test_out_of_memory_advice_of_each_verb(limited, large, verb, more, advice):
     done = limited(verb, large, *more)
     assert (done.status, done.err) == (4, f"dastrel: {verb}: out of memory; {advice}\n")

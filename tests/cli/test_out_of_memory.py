@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Memory that ends, at each allocation of the whole program: one that fails, and all from one on.
+"""Out of memory at each allocation of the whole program: one that fails, and all from one on.
 
 Every run ends with status 0 and all that a run without a failure gives, or with status 4, one
 sentence, and each output as it was or as it would have become. Of calls with many allocations some
@@ -143,7 +143,7 @@ def failing_memory(request, sanitized):
 
 @pytest.mark.parametrize("and_all_after", [False, True], ids=["one", "all after"])
 @pytest.mark.parametrize("call", CALLS)
-def test_4_wherever_memory_ends(dastrel, request, failing_memory, call, and_all_after):
+def test_status_4_at_every_failed_allocation(dastrel, request, failing_memory, call, and_all_after):
     weights = {0: (1.0,), 1: (0.5,), 2: (1.0,), 3: (0.25,)}
     write_object(dastrel.folder / "ground.lwo", square(maps=[(b"WGHT", "Dense", weights)]))
     write_object(dastrel.folder / "model.lwo",

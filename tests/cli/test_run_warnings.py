@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What scatter says of runs that can be made, and are hardly meant."""
+"""Warnings of scatter about valid but implausible requests."""
 
 import json
 import re

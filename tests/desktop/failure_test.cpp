@@ -273,7 +273,7 @@ private Q_SLOTS:
         QVERIFY(window_->save_to(path("own-link.lwo"), false));
     }
 
-    void keeps_the_scene_when_memory_ends_in_the_window()
+    void keeps_the_scene_when_the_window_runs_out_of_memory()
     {
         const auto both = [this] { window_->open({example("terrain.lwo"), example("tree.lwo")}); };
         try_many(both, [this] { window_->add({example("stone.lwo")}); });

@@ -25,8 +25,8 @@ struct Include {
 
 bool is_source(const fs::path& path)
 {
-    static const std::set<std::string> endings = {".h", ".hpp", ".c", ".cpp"};
-    return endings.count(path.extension().string()) > 0;
+    static const std::set<std::string> extensions = {".h", ".hpp", ".c", ".cpp"};
+    return extensions.count(path.extension().string()) > 0;
 }
 
 std::vector<Include> includes_of(const std::string& folder)
@@ -34,7 +34,7 @@ std::vector<Include> includes_of(const std::string& folder)
     static const std::regex pattern(R"(^\s*#\s*include\s*(["<])([^">]+)[">])");
     const fs::path root = DASTREL_SOURCE_DIR;
     std::vector<Include> found;
-    if (!fs::exists(root / folder)) // a room that is not built yet
+    if (!fs::exists(root / folder)) // not part of this tree
         return found;
     for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
         if (!entry.is_regular_file() || !is_source(entry.path()))
@@ -55,11 +55,12 @@ bool begins_with(const std::string& text, const std::string& beginning)
     return text.compare(0, beginning.size(), beginning) == 0;
 }
 
-bool is_of(const std::string& target, const std::vector<std::string>& rooms)
+bool is_of(const std::string& target, const std::vector<std::string>& components)
 {
-    return std::any_of(rooms.begin(), rooms.end(), [&target](const std::string& room) {
-        return begins_with(target, room + "/") || target == room;
-    });
+    return std::any_of(components.begin(), components.end(),
+                       [&target](const std::string& component) {
+                           return begins_with(target, component + "/") || target == component;
+                       });
 }
 
 /// The headers of Qt that are named like its classes.
@@ -68,23 +69,23 @@ bool is_qt(const std::string& target)
     return target.size() > 1 && target[0] == 'Q' && std::isupper(target[1]) != 0;
 }
 
-/// The headers of the standard library have neither a folder nor an ending.
+/// The headers of the standard library have neither a folder nor an extension.
 bool is_standard(const std::string& target)
 {
     return target.find('/') == std::string::npos && target.find('.') == std::string::npos &&
            !is_qt(target);
 }
 
-/// A room, the rooms that it may know, and the headers from outside that it may use besides the
-/// standard library (a folder, or a whole name).
-struct Room {
+/// A component, the components that it may use, and the headers from outside that it may use
+/// besides the standard library (a folder, or a whole name).
+struct Component {
     std::string name;
-    std::vector<std::string> known;
+    std::vector<std::string> allowed;
     std::vector<std::string> foreign;
     bool qt = false; ///< may use Qt
 };
 
-const std::vector<Room> rooms = {
+const std::vector<Component> components = {
     {"hostapi", {"hostapi"}, {"stdint.h", "stddef.h"}},
     {"mesh", {"mesh"}, {"sys", "unistd.h", "utf8.h"}},
     {"plugin", {"plugin", "hostapi"}, {}},
@@ -105,26 +106,26 @@ const std::vector<Room> rooms = {
      true},
 };
 
-class RoomTest : public testing::TestWithParam<Room> {};
+class ComponentTest : public testing::TestWithParam<Component> {};
 
-TEST_P(RoomTest, KnowsOnlyWhomItMayKnow)
+TEST_P(ComponentTest, UsesOnlyAllowedHeaders)
 {
-    const Room& room = GetParam();
-    for (const Include& include : includes_of(room.name)) {
+    const Component& component = GetParam();
+    for (const Include& include : includes_of(component.name)) {
         if (include.quoted)
-            EXPECT_TRUE(is_of(include.target, room.known))
+            EXPECT_TRUE(is_of(include.target, component.allowed))
                 << include.file << " includes \"" << include.target
-                << "\": say the full path from the root, of a room that " << room.name
-                << " may know";
+                << "\": use the full path from the root, of a component that " << component.name
+                << " may use";
         else
-            EXPECT_TRUE(is_standard(include.target) || is_of(include.target, room.foreign) ||
-                        (room.qt && is_qt(include.target)))
-                << include.file << " includes <" << include.target << ">, which " << room.name
+            EXPECT_TRUE(is_standard(include.target) || is_of(include.target, component.foreign) ||
+                        (component.qt && is_qt(include.target)))
+                << include.file << " includes <" << include.target << ">, which " << component.name
                 << " may not use";
     }
 }
 
-TEST_P(RoomTest, IncludesFilesThatAreThere)
+TEST_P(ComponentTest, IncludesExistingFiles)
 {
     for (const Include& include : includes_of(GetParam().name)) {
         if (!include.quoted)
@@ -134,17 +135,17 @@ TEST_P(RoomTest, IncludesFilesThatAreThere)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(House, RoomTest, testing::ValuesIn(rooms),
+INSTANTIATE_TEST_SUITE_P(Components, ComponentTest, testing::ValuesIn(components),
                          [](const auto& tested) { return tested.param.name; });
 
 TEST(IncludeRules, AreAppliedToFilesThatWereRead)
 {
-    for (const char* room :
+    for (const char* component :
          {"hostapi", "mesh", "plugin", "formats", "modeler", "settings", "cli", "desktop"})
-        EXPECT_GT(includes_of(room).size(), 2U) << room;
+        EXPECT_GT(includes_of(component).size(), 2U) << component;
 }
 
-TEST(IncludeRules, KeepQtInTheWindowsRoom)
+TEST(IncludeRules, KeepQtInTheWindow)
 {
     for (const Include& include : includes_of("tests")) {
         if (!begins_with(include.file, "tests/desktop/")) {
@@ -171,12 +172,12 @@ const std::map<std::string, std::vector<std::string>> module_folders = {
 
 TEST(IncludeRules, HoldWithinTheModule)
 {
-    for (const auto& [folder, known] : module_folders) {
+    for (const auto& [folder, allowed] : module_folders) {
         const std::string own = "plugin/" + folder;
         for (const Include& include : includes_of(own)) {
             if (!include.quoted)
                 continue;
-            EXPECT_TRUE(is_of(include.target, {own, "hostapi"}) || is_of(include.target, known))
+            EXPECT_TRUE(is_of(include.target, {own, "hostapi"}) || is_of(include.target, allowed))
                 << include.file << " includes \"" << include.target << '"';
         }
     }
