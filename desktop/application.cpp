@@ -49,8 +49,8 @@ Application::Application(int& count, char** arguments) : QApplication(count, arg
 {
     (void)std::signal(SIGXFSZ, SIG_IGN);
     (void)std::signal(SIGPIPE, SIG_IGN);
-    tell_.setSingleShot(true);
-    connect(&tell_, &QTimer::timeout, this, &Application::tell);
+    report_timer_.setSingleShot(true);
+    connect(&report_timer_, &QTimer::timeout, this, &Application::report);
     make_grey_readable();
 }
 
@@ -66,11 +66,11 @@ bool Application::notify(QObject* receiver, QEvent* event)
             read_as_plain_text(receiver);
         return QApplication::notify(receiver, event);
     } catch (const std::bad_alloc&) {
-        note("there is too little memory for that");
+        record("there is too little memory for that");
     } catch (const std::exception& error) {
-        note(error.what());
+        record(error.what());
     } catch (...) {
-        note("an error without a description");
+        record("an error without a description");
     }
     return true;
 }
@@ -83,17 +83,17 @@ bool Application::event(QEvent* event)
     return taken;
 }
 
-void Application::note(const char* what) noexcept
+void Application::record(const char* what) noexcept
 {
     if (what_.front() == '\0') {
         const std::size_t length = std::min(std::strlen(what), what_.size() - 1);
         std::memcpy(what_.data(), what, length);
         what_[length] = '\0';
     }
-    tell_.start(0);
+    report_timer_.start(0);
 }
 
-void Application::tell()
+void Application::report()
 {
     const auto what = std::exchange(what_, {});
     if (what.front() == '\0')

@@ -36,11 +36,11 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void note(const char* what) noexcept;
-    void tell();
+    void record(const char* what) noexcept;
+    void report();
 
     std::function<void(std::string_view)> handler_;
-    QTimer tell_;
+    QTimer report_timer_;
     std::array<char, 512> what_{}; ///< message; preallocated, since memory may have run out
 };
 

@@ -27,7 +27,7 @@ int run(int count, char** arguments)
     parser.process(application);
 
     desktop::MainWindow window;
-    application.set_failure_handler([&](std::string_view what) { window.tell_failure(what); });
+    application.set_failure_handler([&](std::string_view what) { window.report_failure(what); });
     window.show();
     window.load_module();
     desktop::MainWindow::Paths files;

@@ -118,10 +118,10 @@ ControlSlot* FormView::make_slot(const modeler::Control& control, QWidget* paren
     const bool is_button = control.kind == modeler::ControlKind::button;
     const auto edited = [this, is_button](const QString& problem) {
         refresh(!is_button);
-        emit told(problem);
+        emit notified(problem);
         emit changed();
     };
-    const auto tried = [this](const QString& message) { emit told(message); };
+    const auto tried = [this](const QString& message) { emit notified(message); };
     slots_.push_back(new ControlSlot(panel_, control, edited, tried, parent));
     return slots_.back();
 }
@@ -159,7 +159,7 @@ bool FormView::go_to_problem()
             continue;
         reveal(slot);
         slot->focus();
-        emit told(slot->objectName() + ": " + problem);
+        emit notified(slot->objectName() + ": " + problem);
         return true;
     }
     return false;

@@ -42,7 +42,7 @@ signals:
     /// The user changed a value, valid or not (see `has_problem`), or pressed a button.
     void changed();
     /// A message about the last action: a rule's message, an input error, or empty to clear it.
-    void told(const QString& sentence);
+    void notified(const QString& sentence);
 
 private:
     void refresh(bool keep_typed);

@@ -55,7 +55,7 @@ PanelDialog::PanelDialog(modeler::FormPanel& panel, QWidget* parent)
 {
     setObjectName("panel");
     setWindowTitle(without_placeholder(printable(panel.form().title)));
-    line_->setObjectName("told");
+    line_->setObjectName("message");
     line_->setTextFormat(Qt::PlainText); // the module's words are shown in it
     line_->setWordWrap(true);
     line_->hide(); // takes no room from the form while there is nothing to tell
@@ -78,7 +78,7 @@ PanelDialog::PanelDialog(modeler::FormPanel& panel, QWidget* parent)
     column_->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(form_, &FormView::told, this, &PanelDialog::tell);
+    connect(form_, &FormView::notified, this, &PanelDialog::show_message);
 }
 
 void PanelDialog::add_strip(QWidget* strip)
@@ -105,7 +105,7 @@ void PanelDialog::resizeEvent(QResizeEvent* event)
         content_->layout()->addWidget(strip_);
 }
 
-void PanelDialog::tell(const QString& sentence)
+void PanelDialog::show_message(const QString& sentence)
 {
     line_->setText(sentence);
     line_->setVisible(!sentence.isEmpty());
@@ -134,7 +134,7 @@ void PanelDialog::keyPressEvent(QKeyEvent* event)
         QDialog::keyPressEvent(event);
 }
 
-QString PanelDialog::told() const { return line_->text(); }
+QString PanelDialog::message() const { return line_->text(); }
 
 void PanelDialog::accept()
 {
@@ -144,7 +144,7 @@ void PanelDialog::accept()
     if (problem.isEmpty())
         QDialog::accept();
     else
-        tell(problem);
+        show_message(problem);
 }
 
 } // namespace desktop

@@ -29,8 +29,8 @@ public:
     void add_strip(QWidget* strip);
 
     /// Shows a message; an empty one clears it.
-    void tell(const QString& sentence);
-    [[nodiscard]] QString told() const;
+    void show_message(const QString& sentence);
+    [[nodiscard]] QString message() const;
 
     /// Sets the check before OK closes the panel. It returns a message, which is shown, or an empty
     /// string to accept.

@@ -146,7 +146,7 @@ void PresetBar::guarded(const std::function<void()>& work)
     try {
         work();
     } catch (const std::exception& error) {
-        emit told(to_qt(std::string_view(error.what())));
+        emit notified(to_qt(std::string_view(error.what())));
     }
 }
 
@@ -155,7 +155,7 @@ void PresetBar::save_as(const QString& name)
     guarded([&] {
         store_.save(from_qt(name), settings::settings_text(settings::read_form(panel_)));
         list_presets(name);
-        emit told(tr("Saved the preset '%1'.").arg(name));
+        emit notified(tr("Saved the preset '%1'.").arg(name));
     });
 }
 
@@ -169,7 +169,7 @@ void PresetBar::remove(const QString& name)
     guarded([&] {
         store_.remove(from_qt(name));
         list_presets({});
-        emit told(tr("Deleted the preset '%1'.").arg(name));
+        emit notified(tr("Deleted the preset '%1'.").arg(name));
     });
 }
 
@@ -183,7 +183,8 @@ void PresetBar::import_file(const std::filesystem::path& file)
             notes += (notes.isEmpty() ? "" : "\n") + to_qt(std::string_view(note));
         guard.keep_new();
         emit loaded();
-        emit told(notes.isEmpty() ? tr("Took the values of '%1'.").arg(to_qt(file.stem())) : notes);
+        emit notified(notes.isEmpty() ? tr("Took the values of '%1'.").arg(to_qt(file.stem()))
+                                      : notes);
     });
 }
 
@@ -194,7 +195,7 @@ void PresetBar::export_file(const std::filesystem::path& file)
             throw std::runtime_error(from_qt(
                 tr("%1 is a file of this scene; choose another name").arg(printable(file))));
         write_text(file, settings::settings_text(settings::read_form(panel_)));
-        emit told(tr("Wrote %1.").arg(to_qt(file)));
+        emit notified(tr("Wrote %1.").arg(to_qt(file)));
     });
 }
 

@@ -42,7 +42,7 @@ signals:
     /// Values of the panel were changed.
     void loaded();
     /// A message about the result of an action.
-    void told(const QString& sentence);
+    void notified(const QString& sentence);
 
 private:
     void list_presets(const QString& current);

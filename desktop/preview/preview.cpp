@@ -33,7 +33,7 @@ Preview::Preview(QObject* parent) : QObject(parent)
     second_.setInterval(1s);
     connect(&settle_, &QTimer::timeout, this, [this] { due_ = open_ && on_; });
     connect(&too_long_, &QTimer::timeout, this, &Preview::give_up_as_slow);
-    connect(&second_, &QTimer::timeout, this, &Preview::tell_running);
+    connect(&second_, &QTimer::timeout, this, &Preview::show_running);
 }
 
 Preview::~Preview() = default;
@@ -100,7 +100,7 @@ void Preview::values_changed(bool wrong)
         return;
     }
     since_begin_.start();
-    tell_running();
+    show_running();
     settle_.start();
 }
 
@@ -112,7 +112,7 @@ void Preview::show_nothing(const QString& reason)
     emit status(reason);
 }
 
-void Preview::tell_running()
+void Preview::show_running()
 {
     const qint64 seconds = since_begin_.elapsed() / 1000;
     const QString running = seconds > 0 ? tr("running for %1 s").arg(seconds) : tr("running");
@@ -137,7 +137,7 @@ bool Preview::begin(std::optional<int> clones)
         too_long_.start();
     since_begin_.start();
     second_.start();
-    tell_running();
+    show_running();
     return false;
 }
 

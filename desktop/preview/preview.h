@@ -64,7 +64,7 @@ private:
     void cancel_run();
     void give_up_as_slow();
     void show_nothing(const QString& reason);
-    void tell_running();
+    void show_running();
 
     ForkedRun run_;
     std::unique_ptr<QSocketNotifier> done_;

@@ -127,7 +127,7 @@ void WindowFrontEnd::open_panel(modeler::FormPanel& panel)
         form.refresh();
         changed();
     });
-    QObject::connect(&strip->presets(), &PresetBar::told, dialog, &PanelDialog::tell);
+    QObject::connect(&strip->presets(), &PresetBar::notified, dialog, &PanelDialog::show_message);
     QObject::connect(dialog, &QDialog::finished, &parent_, [this] { panel_open_ = false; });
     preview_.open();
     panel_open_ = true;

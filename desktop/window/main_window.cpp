@@ -172,9 +172,9 @@ void MainWindow::update_state()
     update_actions();
 }
 
-void MainWindow::tell(const QString& text) { status_->tell(text); }
+void MainWindow::show_message(const QString& text) { status_->show_message(text); }
 
-QString MainWindow::told() const { return status_->told(); }
+QString MainWindow::message() const { return status_->message(); }
 
 /// Runs work that changes the document as soon as it is not being read; usually at once.
 void MainWindow::run_when_idle(std::function<void()> work)
@@ -241,13 +241,13 @@ void MainWindow::report(const std::string& problem)
         .exec();
 }
 
-void MainWindow::tell_failure(std::string_view what)
+void MainWindow::report_failure(std::string_view what)
 {
-    if (std::exchange(telling_, true))
+    if (std::exchange(reporting_failure_, true))
         return; // a message box is already open
-    const struct Telling {
+    const struct ReportingScope {
         MainWindow& window;
-        ~Telling() { window.telling_ = false; }
+        ~ReportingScope() { window.reporting_failure_ = false; }
     } end{*this};
     const bool can_save = !running_ && !panel_open_ && !background_running_ && !workspace_.empty();
     MessageBox box(QMessageBox::Critical, tr("Dastrel Modeler"), to_qt(what),

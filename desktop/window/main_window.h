@@ -74,10 +74,10 @@ public:
     bool offer_kept_scenes();
 
     /// The message of the last operation in the status bar.
-    [[nodiscard]] QString told() const;
+    [[nodiscard]] QString message() const;
 
     /// Reports an unexpected exception and offers to save the scene.
-    void tell_failure(std::string_view what);
+    void report_failure(std::string_view what);
 
     /// Runs a command of the module with its panel; reports why if it cannot run.
     void run_command(const std::string& server);
@@ -121,7 +121,7 @@ private:
     void show_document();
     void show_selection();
     void update_state();
-    void tell(const QString& text);
+    void show_message(const QString& text);
     void run_when_idle(std::function<void()> work);
     void run_pending();
     void run_in_background(const std::function<void()>& work);
@@ -195,7 +195,7 @@ private:
     bool running_ = false;
     std::vector<std::string> warnings_; ///< warnings for the panel of the running command
     bool own_layer_ = false;            ///< for what the command adds that runs
-    bool telling_ = false;              ///< of a failure
+    bool reporting_failure_ = false;    ///< of a failure
     bool background_running_ = false;   ///< another thread works on the document, and input waits
     bool fit_next_ = false;             ///< the next scene that comes is the first of its document
 };

@@ -60,8 +60,8 @@ bool ProgressBox::step(int steps)
         show_step();
         since_shown_.restart();
     }
-    if (cancelled_ && !told_) {
-        told_ = true;
+    if (cancelled_ && !cancel_thrown_) {
+        cancel_thrown_ = true;
         throw RunCancelled();
     }
     return cancelled_;

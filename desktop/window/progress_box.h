@@ -34,7 +34,7 @@ private:
     long long done_ = 0;
     int total_ = 0;
     bool cancelled_ = false;
-    bool told_ = false; ///< RunCancelled was thrown
+    bool cancel_thrown_ = false; ///< RunCancelled was thrown
 };
 
 } // namespace desktop

@@ -86,19 +86,19 @@ std::vector<std::string> scene_warnings(const Workspace& workspace)
     const mesh::Document& document = workspace.session().document();
     const std::vector<modeler::LayerRole>& roles = workspace.session().roles();
     const auto title = [&](std::size_t layer) { return workspace.layer_title(layer); };
-    std::vector<std::string> told = modeler::mesh_warnings(document, roles, title);
-    const auto tell = [&](const std::string& sentence, const std::string& help) {
+    std::vector<std::string> sentences = modeler::mesh_warnings(document, roles, title);
+    const auto add = [&](const std::string& sentence, const std::string& help) {
         if (!sentence.empty())
-            told.push_back(sentence + help);
+            sentences.push_back(sentence + help);
     };
-    tell(modeler::earlier_clones(document, roles, title),
-         "; select polygons of the ground itself to keep them off");
-    tell(shown_clones(workspace), "");
+    add(modeler::earlier_clones(document, roles, title),
+        "; select polygons of the ground itself to keep them off");
+    add(shown_clones(workspace), "");
     if (const auto mismatch = modeler::size_mismatch(document, roles))
-        tell(modeler::to_sentence(*mismatch), swap_advice(workspace));
-    tell(several_models(workspace),
-         "; to have one or the other, run once for each, with the role of the others 'shown'");
-    return told;
+        add(modeler::to_sentence(*mismatch), swap_advice(workspace));
+    add(several_models(workspace),
+        "; to have one or the other, run once for each, with the role of the others 'shown'");
+    return sentences;
 }
 
 std::string missing_model(const Workspace& workspace)

@@ -12,12 +12,12 @@ StatusLine::StatusLine(QWidget* parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
-void StatusLine::tell(const QString& text)
+void StatusLine::show_message(const QString& text)
 {
-    told_ = text;
+    message_ = text;
     setToolTip(tool_tip(text));
     setAccessibleName(text);
-    show_told();
+    show_elided();
 }
 
 QSize StatusLine::minimumSizeHint() const { return {0, QLabel::minimumSizeHint().height()}; }
@@ -25,12 +25,12 @@ QSize StatusLine::minimumSizeHint() const { return {0, QLabel::minimumSizeHint()
 void StatusLine::resizeEvent(QResizeEvent* event)
 {
     QLabel::resizeEvent(event);
-    show_told();
+    show_elided();
 }
 
-void StatusLine::show_told()
+void StatusLine::show_elided()
 {
-    setText(fontMetrics().elidedText(told_, Qt::ElideRight, contentsRect().width()));
+    setText(fontMetrics().elidedText(message_, Qt::ElideRight, contentsRect().width()));
 }
 
 } // namespace desktop

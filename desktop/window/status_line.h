@@ -13,9 +13,9 @@ class StatusLine : public QLabel {
 public:
     explicit StatusLine(QWidget* parent);
 
-    void tell(const QString& text);
+    void show_message(const QString& text);
     /// The full last message.
-    [[nodiscard]] const QString& told() const noexcept { return told_; }
+    [[nodiscard]] const QString& message() const noexcept { return message_; }
 
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -23,9 +23,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void show_told();
+    void show_elided();
 
-    QString told_;
+    QString message_;
 };
 
 } // namespace desktop

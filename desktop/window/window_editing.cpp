@@ -82,17 +82,19 @@ void MainWindow::run_now(const std::string& server)
         tracer_.show_ghost(nullptr);
         update_state();
         if (problem.empty() && result.errors.empty() && !result.panel_cancelled)
-            tell(tr("%1: nothing was added; there are no clones to make, or the model has no "
-                    "polygons")
-                     .arg(last_command_));
+            show_message(
+                tr("%1: nothing was added; there are no clones to make, or the model has no "
+                   "polygons")
+                    .arg(last_command_));
         return;
     }
     show_document();
     const bool own_layer = workspace_.session().document().layers.size() > before.size();
-    tell(tr("%1, %2, %3 (clock %4, run %5 of this session)")
-             .arg(what_was_made(own_layer), added, seconds_text(front_end_.seconds_at_work()),
-                  to_qt(std::string_view(workspace_.clock())))
-             .arg(workspace_.runs()));
+    show_message(tr("%1, %2, %3 (clock %4, run %5 of this session)")
+                     .arg(what_was_made(own_layer), added,
+                          seconds_text(front_end_.seconds_at_work()),
+                          to_qt(std::string_view(workspace_.clock())))
+                     .arg(workspace_.runs()));
 }
 
 /// Description of the result of the last run.
@@ -120,10 +122,10 @@ void MainWindow::undo_or_redo(bool undo)
     modeler::Modeler& session = workspace_.session();
     if (undo ? !session.can_undo() : !session.can_redo())
         return;
-    QString told;
+    QString text;
     tracer_.forget_document(); // a layer may go
     try {
-        told = tr("Undone: %1").arg(last_edit_text());
+        text = tr("Undone: %1").arg(last_edit_text());
         undo ? session.undo() : session.redo();
     } catch (const std::bad_alloc&) {
         show_document();
@@ -131,9 +133,9 @@ void MainWindow::undo_or_redo(bool undo)
         return;
     }
     if (!undo)
-        told = tr("Redone: %1").arg(last_edit_text());
+        text = tr("Redone: %1").arg(last_edit_text());
     show_document();
-    tell(told);
+    show_message(text);
 }
 
 void MainWindow::select(const std::function<void(modeler::Modeler&)>& change)

@@ -71,10 +71,11 @@ bool MainWindow::read_files(const Paths& files, bool anew)
     }
     fit_next_ = first && !anew;
     show_document();
-    tell(warnings.empty() ? QString()
-         : warnings.size() > 1
-             ? tr("%1 (and %2 more)").arg(printable(warnings.front())).arg(warnings.size() - 1)
-             : printable(warnings.front()));
+    show_message(
+        warnings.empty() ? QString()
+        : warnings.size() > 1
+            ? tr("%1 (and %2 more)").arg(printable(warnings.front())).arg(warnings.size() - 1)
+            : printable(warnings.front()));
     if (problems.empty())
         return true;
     problems.pop_back();
@@ -136,7 +137,7 @@ bool MainWindow::save_to(const std::filesystem::path& file, bool foreground_only
     }
     remember(file);
     update_state();
-    tell(tr("Wrote %1.").arg(printable(file)));
+    show_message(tr("Wrote %1.").arg(printable(file)));
     return true;
 }
 
@@ -169,7 +170,7 @@ void MainWindow::close_scene()
         tracer_.forget_document();
         workspace_.clear();
         show_document();
-        tell({});
+        show_message({});
     });
 }
 

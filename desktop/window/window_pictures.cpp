@@ -72,8 +72,8 @@ bool MainWindow::export_picture_to(const std::filesystem::path& file, const Pict
             writer.commit();
             written = true;
         });
-        tell(written ? tr("Wrote %1.").arg(printable(file))
-                     : tr("The picture was given up; nothing was written."));
+        show_message(written ? tr("Wrote %1.").arg(printable(file))
+                             : tr("The picture was given up; nothing was written."));
     } catch (const std::bad_alloc&) {
         report(fmt::format("{}: there is too little memory for a picture of {} by {} pixels",
                            file.string(), options.width, options.height));

@@ -28,9 +28,10 @@ void MainWindow::keep_scene(SceneKeeper& keeper)
         });
         tracer_.resume();
         if (!kept)
-            tell(tr("The system allows no copy of the scene for safety."));
+            show_message(tr("The system allows no copy of the scene for safety."));
     } catch (const std::exception& error) {
-        tell(tr("No copy of the scene is kept for safety: %1").arg(printable(error.what())));
+        show_message(
+            tr("No copy of the scene is kept for safety: %1").arg(printable(error.what())));
     }
 }
 

@@ -110,10 +110,10 @@ void Workspace::begin(ReadFile file, std::vector<std::string>& warnings)
     exclude_clones(file.document, roles);
     std::vector<fs::path> files{file.path};
     std::vector<fs::path> layer_files(roles.size(), file.path);
-    std::vector<std::string> told = warnings;
-    told.insert(told.end(), file.warnings.begin(), file.warnings.end());
+    std::vector<std::string> all_warnings = warnings;
+    all_warnings.insert(all_warnings.end(), file.warnings.begin(), file.warnings.end());
     session_.replace(std::move(file.document), std::move(roles));
-    warnings.swap(told);
+    warnings.swap(all_warnings);
     saved_state_ = session_.state();
     take_over(std::move(file.path), std::move(files), std::move(layer_files));
 }
@@ -143,13 +143,13 @@ void Workspace::add(ReadFile file, std::vector<std::string>& warnings)
     std::vector<fs::path> layer_files = layer_files_;
     layer_files.resize(session_.document().layers.size()); // those that runs made have no file
     layer_files.resize(layer_files.size() + roles.size(), file.path);
-    std::vector<std::string> told = warnings;
-    told.insert(told.end(), file.warnings.begin(), file.warnings.end());
+    std::vector<std::string> all_warnings = warnings;
+    all_warnings.insert(all_warnings.end(), file.warnings.begin(), file.warnings.end());
     session_.append(roles, [&](mesh::Document& document) {
         formats::append_document(document, std::move(file.document), file.path.stem().string(),
-                                 [&](const std::string& text) { told.push_back(text); });
+                                 [&](const std::string& text) { all_warnings.push_back(text); });
     });
-    warnings.swap(told);
+    warnings.swap(all_warnings);
     saved_state_ = was_modified ? never_saved : session_.state();
     take_over({}, std::move(files), std::move(layer_files));
 }

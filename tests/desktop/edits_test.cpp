@@ -55,7 +55,7 @@ private:
         at_rest();
     }
 
-    [[nodiscard]] QString told() const { return window_->told(); }
+    [[nodiscard]] QString message() const { return window_->message(); }
 
     /// What a dialog that asks for a file proposes, which is then left.
     [[nodiscard]] QString proposed_by(ActionId action)
@@ -112,13 +112,13 @@ private Q_SLOTS:
         make_clones("12");
         make_clones("7");
         window_->action(ActionId::undo)->trigger();
-        QVERIFY2(told().startsWith("Undone: Dastrel (" + points(7)), qPrintable(told()));
+        QVERIFY2(message().startsWith("Undone: Dastrel (" + points(7)), qPrintable(message()));
         at_rest();
         window_->action(ActionId::undo)->trigger();
-        QVERIFY2(told().startsWith("Undone: Dastrel (" + points(12)), qPrintable(told()));
+        QVERIFY2(message().startsWith("Undone: Dastrel (" + points(12)), qPrintable(message()));
         at_rest();
         window_->action(ActionId::redo)->trigger();
-        QVERIFY2(told().startsWith("Redone: Dastrel (" + points(12)), qPrintable(told()));
+        QVERIFY2(message().startsWith("Redone: Dastrel (" + points(12)), qPrintable(message()));
         at_rest();
     }
 
@@ -128,12 +128,12 @@ private Q_SLOTS:
         const QString size = desktop::counted_points(tree.points.size()) + ", " +
                              desktop::counted_polygons(tree.polygons.size()) + ", ";
         make_clones("1");
-        QVERIFY2(told().startsWith("1 clone in layer 3 'clones of tree', " + size),
-                 qPrintable(told()));
+        QVERIFY2(message().startsWith("1 clone in layer 3 'clones of tree', " + size),
+                 qPrintable(message()));
         make_clones("0");
-        QVERIFY2(told().startsWith("Dastrel: nothing was added"), qPrintable(told()));
+        QVERIFY2(message().startsWith("Dastrel: nothing was added"), qPrintable(message()));
         make_clones("12");
-        QVERIFY2(told().startsWith("12 clones in layer 4 '"), qPrintable(told()));
+        QVERIFY2(message().startsWith("12 clones in layer 4 '"), qPrintable(message()));
         QCOMPARE(desktop::counted_points(1), "1 point");
         QCOMPARE(desktop::counted_polygons(0), "0 polygons");
     }
@@ -142,7 +142,7 @@ private Q_SLOTS:
     {
         const QString file = folder_.filePath("kept.lwo");
         QVERIFY(window_->save_to(file.toStdString(), false));
-        QCOMPARE(told(), "Wrote " + file + ".");
+        QCOMPARE(message(), "Wrote " + file + ".");
         // The tip of an action stands there in between, and goes away again.
         QStatusTipEvent tip("a tip");
         QApplication::sendEvent(window_.get(), &tip);
@@ -151,13 +151,13 @@ private Q_SLOTS:
         QApplication::sendEvent(window_.get(), &none);
         auto* const line = window_->findChild<QLabel*>("status");
         QVERIFY(line->isVisible());
-        QCOMPARE(told(), "Wrote " + file + ".");
+        QCOMPARE(message(), "Wrote " + file + ".");
         // In a narrow window the line gives way to the counts, and its tip has all of it.
         window_->resize(420, 600);
-        QVERIFY(wait_until([&] { return line->text() != told(); }));
+        QVERIFY(wait_until([&] { return line->text() != message(); }));
         QVERIFY(line->toolTip().contains(file));
         window_->action(ActionId::close_scene)->trigger();
-        QVERIFY(wait_until([this] { return told().isEmpty(); }));
+        QVERIFY(wait_until([this] { return message().isEmpty(); }));
     }
 
     void keeps_the_width_of_the_buttons()
@@ -201,10 +201,10 @@ private Q_SLOTS:
         window.show();
         QVERIFY(window.open({example("terrain.lwo")}));
         QVERIFY(wait_until([&] { return !window.tracer().reading(); }));
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         window.run_command("Nothing");
-        QVERIFY2(told.contains("ended without doing anything"), qPrintable(told));
+        QVERIFY2(message.contains("ended without doing anything"), qPrintable(message));
         QVERIFY(!window.workspace().session().can_undo());
         QVERIFY(wait_until([&] { return !window.tracer().reading(); }));
     }
@@ -282,8 +282,8 @@ private Q_SLOTS:
 
     void adds_the_grounds_slopes_to_a_refusal()
     {
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         support::run_command(*window_, [](PanelDialog& dialog) {
             const auto editor = [&](const char* label) {
                 auto* const slot = dialog.findChild<QWidget*>(label);
@@ -297,9 +297,9 @@ private Q_SLOTS:
             support::type(editor("Max Slope Angle"), "85");
             QTest::keyClick(&dialog, Qt::Key_Return);
         });
-        QVERIFY2(told.startsWith("Change slope angle settings\n") &&
-                     told.contains("the ground's polygons slope"),
-                 qPrintable(told));
+        QVERIFY2(message.startsWith("Change slope angle settings\n") &&
+                     message.contains("the ground's polygons slope"),
+                 qPrintable(message));
     }
 
     void proposes_names_that_are_no_file_of_the_scene()

@@ -142,33 +142,34 @@ private Q_SLOTS:
 
     void ends_an_exception_out_of_a_slot_and_tells_it()
     {
-        std::vector<std::string> told;
-        application().set_failure_handler([&](std::string_view what) { told.emplace_back(what); });
+        std::vector<std::string> reported;
+        application().set_failure_handler(
+            [&](std::string_view what) { reported.emplace_back(what); });
         QTimer::singleShot(0, [] { throw std::runtime_error("the slot failed"); });
-        QVERIFY(wait_until([&] { return told.size() == 1; }));
-        QCOMPARE(told[0], "the slot failed");
+        QVERIFY(wait_until([&] { return reported.size() == 1; }));
+        QCOMPARE(reported[0], "the slot failed");
         QTimer::singleShot(0, [] { throw std::bad_alloc(); });
-        QVERIFY(wait_until([&] { return told.size() == 2; }));
-        QCOMPARE(told[1], "there is too little memory for that");
+        QVERIFY(wait_until([&] { return reported.size() == 2; }));
+        QCOMPARE(reported[1], "there is too little memory for that");
         application().set_failure_handler({});
     }
 
     void offers_to_save_the_scene_after_a_failure()
     {
-        QString told;
-        support::answer_box(QMessageBox::Ignore, told);
-        window_->tell_failure("the slot failed");
-        QVERIFY2(told.contains("the slot failed") && told.contains("Save it now"),
-                 qPrintable(told));
+        QString message;
+        support::answer_box(QMessageBox::Ignore, message);
+        window_->report_failure("the slot failed");
+        QVERIFY2(message.contains("the slot failed") && message.contains("Save it now"),
+                 qPrintable(message));
         QCOMPARE(document(*window_).layers.size(), std::size_t{2});
     }
 
     void keeps_the_scene_when_none_of_the_files_to_open_can_be_read()
     {
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         QVERIFY(!window_->open({path("none.lwo")}));
-        QVERIFY2(told.contains("none.lwo"), qPrintable(told));
+        QVERIFY2(message.contains("none.lwo"), qPrintable(message));
         QCOMPARE(document(*window_).layers.size(), std::size_t{2});
     }
 
@@ -212,12 +213,12 @@ private Q_SLOTS:
         QCOMPARE(::getrlimit(RLIMIT_FSIZE, &old), 0);
         const rlimit small{1000, old.rlim_max};
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         const bool saved = window_->save_to(path("small.lwo"), false);
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &old), 0);
         QVERIFY(!saved);
-        QVERIFY2(told.contains("too large"), qPrintable(told));
+        QVERIFY2(message.contains("too large"), qPrintable(message));
         QVERIFY(!std::filesystem::exists(path("small.lwo")));
     }
 
@@ -231,15 +232,16 @@ private Q_SLOTS:
         const std::string bytes = support::bytes_of(ground);
         for (const char* const name : {"ground.lwo", "symbolic.lwo", "hard.lwo"}) {
             for (const bool foreground_only : {false, true}) {
-                QString told;
-                support::answer_box(QMessageBox::Cancel, told);
+                QString message;
+                support::answer_box(QMessageBox::Cancel, message);
                 QVERIFY(!window_->save_to(path(name), foreground_only));
-                QVERIFY2(told.contains(name) && told.contains("ground.lwo"), qPrintable(told));
+                QVERIFY2(message.contains(name) && message.contains("ground.lwo"),
+                         qPrintable(message));
             }
             QCOMPARE(support::bytes_of(ground), bytes);
         }
-        QString told;
-        support::answer_box(QMessageBox::Yes, told);
+        QString message;
+        support::answer_box(QMessageBox::Yes, message);
         QVERIFY(window_->save_to(path("symbolic.lwo"), true));
         QVERIFY(std::filesystem::is_symlink(path("symbolic.lwo")));
     }
@@ -251,15 +253,15 @@ private Q_SLOTS:
         std::filesystem::create_symlink(ground, path("hill.json"));
         QVERIFY(window_->open({ground, example("tree.lwo")}));
         at_rest();
-        QString told;
+        QString message;
         support::run_command(*window_, [&](desktop::PanelDialog& dialog) {
             auto* const presets = dialog.findChild<desktop::PresetBar*>();
             presets->export_file(path("hill.json"));
-            told = dialog.told();
+            message = dialog.message();
             presets->export_file(path("settings.json"));
             dialog.reject();
         });
-        QVERIFY2(told.contains("hill.json is a file of this scene"), qPrintable(told));
+        QVERIFY2(message.contains("hill.json is a file of this scene"), qPrintable(message));
         QCOMPARE(support::bytes_of(ground), support::bytes_of(example("terrain.lwo")));
         QVERIFY(std::filesystem::exists(path("settings.json")));
     }

@@ -303,7 +303,7 @@ private Q_SLOTS:
             QCOMPARE(field->actions().size(), 1);
             field->actions().front()->trigger();
             QCOMPARE(text(field), "9.9997");
-            QCOMPARE(dialog.told(), "");
+            QCOMPARE(dialog.message(), "");
             // A switch and a list.
             ControlSlot& align = slot(dialog, panel, "H Align with normals");
             QTest::keyClick(align.editor().widget(), Qt::Key_Space);

@@ -110,11 +110,12 @@ private Q_SLOTS:
     void leaves_the_clones_out_of_the_next_run()
     {
         make_clones();
-        QString told;
-        make_clones([&](PanelDialog& dialog) { told = warnings(dialog); });
-        QVERIFY2(told.startsWith("Warning: there are clones of an earlier run (layer 3 'clones of "
-                                 "tree') that are shown only"),
-                 qPrintable(told));
+        QString message;
+        make_clones([&](PanelDialog& dialog) { message = warnings(dialog); });
+        QVERIFY2(
+            message.startsWith("Warning: there are clones of an earlier run (layer 3 'clones of "
+                               "tree') that are shown only"),
+            qPrintable(message));
         QCOMPARE(document().layers.size(), std::size_t{4});
         QCOMPARE(document().layers[2].points.size(), document().layers[3].points.size());
         QCOMPARE(document().layers[3].name, "clones of tree 2"); // which tells them apart
@@ -146,10 +147,10 @@ private Q_SLOTS:
         window_->set_role(2, LayerRole::foreground);
         at_rest();
         support::run_command(*window_, [&](PanelDialog& dialog) {
-            const QString told = warnings(dialog);
-            QVERIFY2(told.contains("the ground contains clones of an earlier run (layer 3"),
-                     qPrintable(told));
-            QVERIFY2(!told.contains("shown only"), qPrintable(told));
+            const QString message = warnings(dialog);
+            QVERIFY2(message.contains("the ground contains clones of an earlier run (layer 3"),
+                     qPrintable(message));
+            QVERIFY2(!message.contains("shown only"), qPrintable(message));
             dialog.reject();
         });
         window_->set_role(2, LayerRole::hidden);

@@ -267,7 +267,7 @@ private Q_SLOTS:
         QFETCH(double, value);
         run([&](PanelDialog& dialog, FormPanel& panel) {
             support::type(editor(dialog, panel, label.toStdString()), text);
-            QCOMPARE(dialog.told(), "");
+            QCOMPARE(dialog.message(), "");
             QTest::keyClick(&dialog, Qt::Key_Return);
             QVERIFY(!dialog.isVisible());
         });
@@ -285,8 +285,8 @@ private Q_SLOTS:
         run([](PanelDialog& dialog, FormPanel& panel) {
             QWidget* const field = editor(dialog, panel, "Iterations");
             support::type(field, "a few");
-            QVERIFY2(dialog.told().contains("'a few' is not a whole number"),
-                     qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("'a few' is not a whole number"),
+                     qPrintable(dialog.message()));
             QCOMPARE(std::get<int>(control(panel, "Iterations").value), 15);
             // OK does not go past it, but shows where it is: here on the other tab.
             QTest::keyClick(&dialog, Qt::Key_Return);
@@ -294,11 +294,11 @@ private Q_SLOTS:
             QCOMPARE(dialog.findChild<QTabWidget*>()->currentIndex(), 1);
             QVERIFY(field->hasFocus());
             QCOMPARE(shown(field), "a few");
-            QVERIFY(dialog.told().startsWith("Iterations: "));
+            QVERIFY(dialog.message().startsWith("Iterations: "));
             support::type(field, "4");
-            QCOMPARE(dialog.told(), "");
+            QCOMPARE(dialog.message(), "");
             support::type(editor(dialog, panel, "Distribution"), "8,5");
-            QVERIFY2(dialog.told().contains("write 8.5"), qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("write 8.5"), qPrintable(dialog.message()));
         });
     }
 
@@ -350,19 +350,19 @@ private Q_SLOTS:
             for (const QString& member : members) {
                 QWidget* const widget = editor(dialog, panel, member.toStdString());
                 tabs->setCurrentIndex(tabs->widget(0)->isAncestorOf(widget) ? 0 : 1);
-                dialog.tell("");
+                dialog.show_message("");
                 QApplication::processEvents(); // the page is laid out
                 // Where a hand with a mouse would click: the window finds the greyed widget.
                 QTest::mouseClick(dialog.windowHandle(), Qt::LeftButton, {},
                                   widget->mapTo(&dialog, widget->rect().center()));
-                QCOMPARE(dialog.told(), message);
-                dialog.tell("");
+                QCOMPARE(dialog.message(), message);
+                dialog.show_message("");
                 QWidget* const slot =
                     dialog.form().slot_of(control(panel, member.toStdString()).id);
                 QCOMPARE(slot->focusPolicy(), Qt::StrongFocus);
                 editor(dialog, panel, "About")->setFocus(); // away from where the click went
                 slot->setFocus(Qt::TabFocusReason);
-                QCOMPARE(dialog.told(), message);
+                QCOMPARE(dialog.message(), message);
                 QCOMPARE(slot->accessibleDescription(), message);
             }
             turn(true);

@@ -161,10 +161,10 @@ private Q_SLOTS:
         std::filesystem::create_symlink(path("ground.lwo"), path("link.png"));
         QVERIFY(window_->open({path("ground.lwo")}));
         QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         QVERIFY(!window_->export_picture_to(path("link.png"), window_->shown_picture(), 1));
-        QVERIFY2(told.contains("file of this scene"), qPrintable(told));
+        QVERIFY2(message.contains("file of this scene"), qPrintable(message));
         QCOMPARE(support::bytes_of(path("ground.lwo")), support::bytes_of(example("terrain.lwo")));
     }
 

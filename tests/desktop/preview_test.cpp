@@ -377,7 +377,7 @@ private Q_SLOTS:
             presets->save_as("meadow");
             support::type(clones, "5");
             presets->save_as("a/b"); // can be no file's name
-            QVERIFY2(dialog.told().contains("'a/b'"), qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("'a/b'"), qPrintable(dialog.message()));
             presets->load("meadow");
             QCOMPARE(text(clones), "77");
             // A file that is wrong at its end leaves all values as they are.
@@ -387,20 +387,20 @@ private Q_SLOTS:
             file.write("{\"clone_num\": 3, \"density_wg\": \"No such map\"}");
             file.close();
             presets->import_file(wrong.toStdString());
-            QVERIFY2(dialog.told().contains("No such map"), qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("No such map"), qPrintable(dialog.message()));
             QCOMPARE(text(clones), "77");
             // No preset is read that would not end, or is nested too deep to be taken apart.
             presets->import_file("/dev/zero");
-            QVERIFY2(dialog.told().contains("it is a device"), qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("it is a device"), qPrintable(dialog.message()));
             QVERIFY(file.open(QIODevice::WriteOnly));
             file.write("{\"seed\": " + QByteArray(60000, '[') + QByteArray(60000, ']') + "}");
             file.close();
             presets->import_file(wrong.toStdString());
-            QVERIFY2(dialog.told().contains("nested more than"), qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("nested more than"), qPrintable(dialog.message()));
             QCOMPARE(text(clones), "77");
             presets->remove("meadow");
             presets->load("meadow");
-            QVERIFY2(dialog.told().contains("meadow"), qPrintable(dialog.told()));
+            QVERIFY2(dialog.message().contains("meadow"), qPrintable(dialog.message()));
             press_cancel(dialog);
         });
     }

@@ -85,10 +85,10 @@ private Q_SLOTS:
 
         MainWindow next;
         next.show();
-        QString told;
-        support::answer_box(QMessageBox::Open, told);
+        QString message;
+        support::answer_box(QMessageBox::Open, message);
         QVERIFY(next.offer_kept_scenes());
-        QVERIFY2(told.contains("terrain.lwo + tree.lwo"), qPrintable(told));
+        QVERIFY2(message.contains("terrain.lwo + tree.lwo"), qPrintable(message));
         const mesh::Document& document = next.workspace().session().document();
         QCOMPARE(document.layers.size(), std::size_t{2});
         const std::size_t points =
@@ -125,11 +125,11 @@ private Q_SLOTS:
         std::filesystem::copy_file(example("terrain.lwo"), file);
         QCOMPARE(desktop::kept_scenes().at(0).title, "two lines");
         MainWindow window;
-        QString told;
-        support::answer_box(QMessageBox::Cancel, told);
+        QString message;
+        support::answer_box(QMessageBox::Cancel, message);
         QVERIFY(!window.offer_kept_scenes());
         QCOMPARE(desktop::kept_scenes().size(), std::size_t{1});
-        support::answer_box(QMessageBox::Discard, told);
+        support::answer_box(QMessageBox::Discard, message);
         QVERIFY(!window.offer_kept_scenes());
         QVERIFY(desktop::kept_scenes().empty());
         QVERIFY(std::filesystem::is_empty(file.parent_path()));

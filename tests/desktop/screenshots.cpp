@@ -103,7 +103,7 @@ void make_pictures(const QString& folder)
         QApplication::processEvents();
         QTest::mouseClick(dialog.findChild<QWidget*>("Dependence Power"), Qt::LeftButton);
         save(dialog.grab(), folder + "/panel-advanced.png");
-        dialog.tell({});
+        dialog.show_message({});
         dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
         dock->setFloating(false);
         fill_in(dialog);

@@ -143,16 +143,16 @@ void run_command(desktop::MainWindow& window,
 
 bool wait_until(const std::function<bool()>& done) { return QTest::qWaitFor(done, 30000); }
 
-void answer_box(int button, QString& told)
+void answer_box(int button, QString& message)
 {
     auto* const watch = new QTimer(qApp);
-    QObject::connect(watch, &QTimer::timeout, watch, [watch, button, &told] {
+    QObject::connect(watch, &QTimer::timeout, watch, [watch, button, &message] {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr)
             return;
         watch->deleteLater();
         watch->stop();
-        told = box->text() + "\n" + box->informativeText();
+        message = box->text() + "\n" + box->informativeText();
         box->button(static_cast<QMessageBox::StandardButton>(button))->click();
     });
     watch->start(std::chrono::milliseconds(1));

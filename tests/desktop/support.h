@@ -79,7 +79,7 @@ void run_command(desktop::MainWindow& window,
 [[nodiscard]] bool wait_until(const std::function<bool()>& done);
 
 /// Answers the box that opens next with one of its buttons, and gives its texts to `told`.
-void answer_box(int button, QString& told);
+void answer_box(int button, QString& message);
 
 /// Runs the program `dastrel`, and gives its exit status.
 [[nodiscard]] int run_program(const QStringList& arguments);

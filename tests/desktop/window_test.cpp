@@ -121,11 +121,11 @@ private Q_SLOTS:
         const QByteArray before = qgetenv("DASTREL_CLOCK");
         qputenv("DASTREL_CLOCK", "yesterday");
         MainWindow window;
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         window.load_module();
-        QCOMPARE(told.trimmed(), QString("DASTREL_CLOCK: 'yesterday' is not a whole number; it "
-                                         "counts seconds, such as 1790000000"));
+        QCOMPARE(message.trimmed(), QString("DASTREL_CLOCK: 'yesterday' is not a whole number; it "
+                                            "counts seconds, such as 1790000000"));
         QVERIFY(window.commands().empty());
         QVERIFY(window.workspace().module() == nullptr);
         // The same as for the command line, and told as the run sees it.
@@ -180,12 +180,13 @@ private Q_SLOTS:
 
     void says_which_file_cannot_be_read_and_why()
     {
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         QVERIFY(!window_->open({example("terrain.lwo"), folder_.filePath("none.lwo").toStdString(),
                                 example("make_examples.py")}));
-        QVERIFY2(told.contains("none.lwo") && told.contains("No such file"), qPrintable(told));
-        QVERIFY2(told.contains("make_examples.py"), qPrintable(told));
+        QVERIFY2(message.contains("none.lwo") && message.contains("No such file"),
+                 qPrintable(message));
+        QVERIFY2(message.contains("make_examples.py"), qPrintable(message));
         QCOMPARE(document(*window_).layers.size(), std::size_t{1}); // the good one is there
     }
 
@@ -208,13 +209,14 @@ private Q_SLOTS:
         open_forest();
         window_->set_role(1, LayerRole::hidden);
         QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         window_->commands().at(0)->trigger();
-        QCOMPARE(told, "Need some geometry in the background layer(s) to clone\n"
-                       "No layer with polygons has the role background, so there is nothing to "
-                       "clone: choose the layer that is to be cloned, such as layer 2 'tree', in "
-                       "the list of layers and press Ctrl+2.");
+        QCOMPARE(message,
+                 "Need some geometry in the background layer(s) to clone\n"
+                 "No layer with polygons has the role background, so there is nothing to "
+                 "clone: choose the layer that is to be cloned, such as layer 2 'tree', in "
+                 "the list of layers and press Ctrl+2.");
         QVERIFY(!window_->workspace().session().can_undo());
     }
 
@@ -264,12 +266,12 @@ private Q_SLOTS:
     void tells_why_a_file_cannot_be_written()
     {
         open_forest();
-        QString told;
-        support::answer_box(QMessageBox::Ok, told);
+        QString message;
+        support::answer_box(QMessageBox::Ok, message);
         support::run_command(*window_, press_ok);
         QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
         QVERIFY(!window_->save_to("/nowhere/forest.lwo", false));
-        QVERIFY2(told.contains("/nowhere"), qPrintable(told));
+        QVERIFY2(message.contains("/nowhere"), qPrintable(message));
         QVERIFY(window_->isWindowModified());
     }
 
@@ -304,18 +306,19 @@ private Q_SLOTS:
     void refuses_a_run_that_no_file_can_hold_and_keeps_the_panel_open()
     {
         open_forest();
-        QString told;
+        QString message;
         bool stayed = false;
         support::run_command(*window_, [&](PanelDialog& dialog) {
             support::type(field(dialog, "Number of Clones"), "2000000000");
             press_ok(dialog);
             stayed = dialog.isVisible();
-            told = dialog.told();
+            message = dialog.message();
             QTest::keyClick(&dialog, Qt::Key_Escape);
         });
         QVERIFY(stayed);
-        QVERIFY2(told.startsWith("2000000000 clones of") && told.contains("make fewer clones"),
-                 qPrintable(told));
+        QVERIFY2(message.startsWith("2000000000 clones of") &&
+                     message.contains("make fewer clones"),
+                 qPrintable(message));
         QVERIFY(!window_->workspace().session().can_undo());
     }
 
@@ -334,16 +337,16 @@ private Q_SLOTS:
         formats::write_lwo2_file(cage, model);
         QVERIFY(window_->open({ground, model}));
         QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
-        QString told;
+        QString message;
         bool stayed = false;
         support::run_command(*window_, [&](PanelDialog& dialog) {
             press_ok(dialog);
             stayed = dialog.isVisible();
-            told = dialog.told();
+            message = dialog.message();
             dialog.findChild<QCheckBox*>("own layer")->click(); // which has room for them
             press_ok(dialog);
         });
-        QVERIFY2(told.contains("257 types of polygons together"), qPrintable(told));
+        QVERIFY2(message.contains("257 types of polygons together"), qPrintable(message));
         QVERIFY(stayed);
         QCOMPARE(document(*window_).layers.size(), std::size_t{3});
         QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
@@ -354,12 +357,12 @@ private Q_SLOTS:
         open_forest();
         support::run_command(*window_, press_ok);
         QVERIFY(wait_until([this] { return !window_->tracer().reading(); }));
-        QString told;
-        support::answer_box(QMessageBox::Cancel, told);
+        QString message;
+        support::answer_box(QMessageBox::Cancel, message);
         QVERIFY(!window_->close());
-        QVERIFY(told.contains("terrain.lwo + tree.lwo"));
+        QVERIFY(message.contains("terrain.lwo + tree.lwo"));
         QVERIFY(window_->isVisible());
-        support::answer_box(QMessageBox::Discard, told);
+        support::answer_box(QMessageBox::Discard, message);
         QVERIFY(window_->close());
     }
 

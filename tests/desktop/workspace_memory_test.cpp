@@ -113,9 +113,10 @@ std::size_t try_all(const Work& prepare, const Work& work, std::size_t step = 1)
         work(other);
         const std::string later = difference(Seen(other), Seen(workspace));
         if (!changed.empty() || !later.empty()) {
-            const std::string told = "allocation " + std::to_string(number) +
-                                     ": changed: " + changed + "; different afterwards: " + later;
-            QTest::qFail(told.c_str(), __FILE__, __LINE__);
+            const std::string message = "allocation " + std::to_string(number) +
+                                        ": changed: " + changed +
+                                        "; different afterwards: " + later;
+            QTest::qFail(message.c_str(), __FILE__, __LINE__);
             break;
         }
     }
