@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # What is installed beside the programs and the module: what the author of a module or of a host
-# builds with, the licence, and the examples. Each room installs what it builds.
+# builds with, the licence, and the examples. Each component installs what it builds.
 include(CMakePackageConfigHelpers)
 
 # Headers depend on no machine, so what finds them lies in the shared data, too.

@@ -8,8 +8,13 @@
 
 namespace cli {
 
+<<<<<<< HEAD:cli/commands/apply.h
 /// `dastrel apply`: any command of any module on object files, without settings of ours.
 class ApplyVerb : public Verb {
+=======
+/// `dastrel run`: runs any command of any module on object files, without settings.
+class RunVerb : public Verb {
+>>>>>>> f3419b4 (Call components components in the contributors' guide):cli/commands/run.h
 public:
     ApplyVerb();
 
@@ -21,10 +26,10 @@ private:
     void check_output(const std::string& module_file) const;
 
     CommandLine line_;
-    std::vector<std::string> files_; ///< the first one in the foreground, the others behind it
+    std::vector<std::string> files_; ///< the first is the foreground, the others the background
     std::string output_;
     std::string module_;
-    std::string command_; ///< empty: the module's only one
+    std::string command_; ///< empty: the only command of the module
     bool force_ = false;
     bool quiet_ = false;
 };
