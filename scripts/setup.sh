@@ -6,6 +6,7 @@
 #   scripts/setup.sh --desktop  also to build and run the window
 #   scripts/setup.sh --tests    also to run the tests
 #   scripts/setup.sh --bench    also to build and run the benchmarks
+#   scripts/setup.sh --package  also to make and check the Debian package, and to build with it
 #   scripts/setup.sh --checks   also what CI runs beside the tests: clang, its tools and fuzzer
 set -euo pipefail
 
@@ -13,6 +14,7 @@ build=(g++ cmake ninja-build libc6-dev libcli11-dev nlohmann-json3-dev libfmt-de
        libembree-dev libfreetype-dev libglu1-mesa-dev liblodepng-dev libutfcpp-dev fonts-dejavu-core)
 desktop=(qt6-base-dev)
 tests=(libgtest-dev libgmock-dev librapidcheck-dev python3 python3-pytest binutils)
+package=(gcc pkg-config binutils dpkg-dev file lintian git)
 bench=(libbenchmark-dev python3 python3-matplotlib)
 checks=(clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 git)
 
@@ -21,10 +23,11 @@ for option in "$@"; do
     case $option in
         --desktop) wanted+=("${desktop[@]}") ;;
         --tests) wanted+=("${tests[@]}") ;;
+        --package) wanted+=("${package[@]}") ;;
         --bench) wanted+=("${bench[@]}") ;;
         --checks) wanted+=("${tests[@]}" "${checks[@]}") ;;
         *)
-            echo "setup.sh: unknown option '$option'; known are --desktop, --tests, --bench and --checks" >&2
+            echo "setup.sh: unknown option '$option'; known are --desktop, --tests, --package, --bench and --checks" >&2
             exit 2
             ;;
     esac
