@@ -8,13 +8,8 @@
 
 namespace cli {
 
-<<<<<<< HEAD:cli/commands/apply.h
-/// `dastrel apply`: any command of any module on object files, without settings of ours.
+/// `dastrel apply`: runs any command of any module on object files, without settings.
 class ApplyVerb : public Verb {
-=======
-/// `dastrel run`: runs any command of any module on object files, without settings.
-class RunVerb : public Verb {
->>>>>>> f3419b4 (Call components components in the contributors' guide):cli/commands/run.h
 public:
     ApplyVerb();
 
