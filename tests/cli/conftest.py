@@ -21,8 +21,8 @@ def pytest_addoption(parser):
                      "program's build folder)")
     parser.addoption("--failing-memory",
                      help="the preloaded library of that name")
-    parser.addoption("--every-allocation", action="store_true",
-                     help="let each allocation fail, instead of some hundreds of each call")
+    parser.addoption("--picture-step", type=int, default=400,
+                     help="how many allocations to go on after a run that made a large picture")
     parser.addoption("--sanitized", action="store_true",
                      help="the program holds sanitizers, which need all address space")
     parser.addoption("--update-goldens", action="store_true",
