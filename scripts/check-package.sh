@@ -73,9 +73,9 @@ expect "our module in dastrel" 0 "" \
 expect "the module exports its descriptor alone" 0 _mod_descrip \
     sh -c "nm -D --defined-only '$module' | sed 's/.* //'"
 
-for page in man/man1/dastrel.1 bash-completion/completions/dastrel \
+for page in man/man1/dastrel.1.gz bash-completion/completions/dastrel \
     zsh/vendor-completions/_dastrel fish/vendor_completions.d/dastrel.fish; do
-    grep -q 'clone.*num' "$prefix/share/$page" || fail "$page tells of no options"
+    zcat -f "$prefix/share/$page" | grep 'clone.*num' >/dev/null || fail "$page tells of no options"
 done
 
 # Without CMake.
