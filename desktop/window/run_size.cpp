@@ -10,6 +10,7 @@
 #include "formats/clone_kinds.h"
 #include "formats/clone_size.h"
 #include "formats/errors.h"
+#include "modeler/background_layers.h"
 #include "modeler/position_memory.h"
 #include "settings/table.h"
 
@@ -24,17 +25,16 @@ std::string run_size_problem(const modeler::Modeler& session, const modeler::For
         return {};
     const mesh::Layer empty;
     const mesh::Layer* target = own_layer ? &empty : nullptr;
-    std::vector<const mesh::Layer*> models;
+    const auto ground =
+        std::find(session.roles().begin(), session.roles().end(), modeler::LayerRole::foreground);
+    if (target == nullptr && ground != session.roles().end()) // clones are added to it then
+        target =
+            &session.document().layers[static_cast<std::size_t>(ground - session.roles().begin())];
+    const std::vector<const mesh::Layer*> models =
+        modeler::background_layers(session.document(), session.roles());
     formats::CopiedMesh clone;
-    for (std::size_t i = 0; i < session.roles().size(); ++i) {
-        const mesh::Layer& layer = session.document().layers[i];
-        if (session.roles()[i] == modeler::LayerRole::background) {
-            formats::add_clone_of(layer, clone);
-            models.push_back(&layer);
-        } else if (session.roles()[i] == modeler::LayerRole::foreground && target == nullptr) {
-            target = &layer; // to which clones without a layer of their own are added
-        }
-    }
+    for (const mesh::Layer* const layer : models)
+        formats::add_clone_of(*layer, clone);
     try {
         if (*clones > 0 && target != nullptr)
             formats::check_clone_kinds(*target, models);

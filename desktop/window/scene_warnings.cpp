@@ -7,6 +7,7 @@
 
 #include "formats/clone_size.h"
 #include "mesh/clone_numbers.h"
+#include "modeler/background_layers.h"
 #include "modeler/clone_layers.h"
 #include "modeler/mesh_warnings.h"
 #include "modeler/model_size.h"
@@ -20,9 +21,9 @@ std::string several_models(const Workspace& workspace)
 {
     const modeler::Modeler& session = workspace.session();
     formats::CopiedMesh clone;
-    for (std::size_t i = 0; i < session.roles().size(); ++i)
-        if (session.roles()[i] == modeler::LayerRole::background)
-            formats::add_clone_of(session.document().layers[i], clone);
+    for (const mesh::Layer* const layer :
+         modeler::background_layers(session.document(), session.roles()))
+        formats::add_clone_of(*layer, clone);
     return modeler::several_models(workspace.models(), clone.points);
 }
 
