@@ -113,9 +113,9 @@ private:
         Iterator() = default;
         Iterator(List* list, std::size_t at) noexcept : list_(list), at_(at) {}
         /// Converts an iterator to a const_iterator.
-        template <typename Other> // NOLINTNEXTLINE(google-explicit-constructor)
+        template <typename Other>
         requires std::is_const_v<List> && std::is_same_v<Other, iterator>
-        Iterator(const Other& other)
+        Iterator(const Other& other) // NOLINT(google-explicit-constructor): a widening conversion
         noexcept : list_(other.list_), at_(other.at_) {}
 
         reference operator*() const noexcept { return (*list_)[at_]; }
