@@ -44,10 +44,28 @@ def readable(value):
     return f"{value:.2f} s"
 
 
+def is_doubled(rows):
+    """Whether each size is twice the one before."""
+    sizes = sorted(rows)
+    return len(sizes) > 2 and all(b == 2 * a for a, b in zip(sizes, sizes[1:]))
+
+
+def growth_table(found):
+    lines = ["| what | from | to | time | growth at each doubling |", "|---|---|---|---|---|"]
+    for name, rows in found.items():
+        if not is_doubled(rows):
+            continue
+        times = [seconds(row) for _, row in sorted(rows.items())]
+        ratios = ", ".join(f"{b / a:.2f}" for a, b in zip(times, times[1:]))
+        lines.append(f"| {name} | {min(rows):,} | {max(rows):,} | {readable(times[0])} to "
+                     f"{readable(times[-1])} | {ratios} |")
+    return lines
+
+
 def tables(found):
     lines = ["| what | size | ours | plain | ratio | |", "|---|---|---|---|---|---|"]
     for name, rows in found.items():
-        if name.endswith("plain"):
+        if name.endswith("plain") or is_doubled(rows):
             continue
         plain = found.get(name + "_plain", {})
         if name == "random_points/laid_once":
@@ -164,6 +182,18 @@ def main():
         "points with the same maps).",
         "",
         *tables(found),
+        "",
+        "## Growth with the size of the input",
+        "",
+        "Inputs that once took time that grows with the square: each size is twice the one before, "
+        "so 2.00 is linear growth. `model_of_many_maps` and `model_of_many_layers` run the command "
+        "with a model of so many vertex maps, each with a value at one point, or of so many layers "
+        "with the same map; `positions_with_odd_vertex` finds places on hills of which one vertex is not finite; "
+        "`scene_of_layers_and_surfaces` prepares a picture of as many surfaces as layers; "
+        "`split_scribble` divides a polygon that crosses itself, the other rows read, write or join "
+        "files of so many maps, layers or tags.",
+        "",
+        *growth_table(found),
         "",
         "## The whole program, file to file",
         "",
