@@ -196,7 +196,8 @@ void VertexMap::truncate(std::uint32_t point_count) noexcept
             run_begin_ = no_run;
         return;
     }
-    Scattered& points = *scattered_.get();
+    Scattered* const scattered = scattered_.get(); // not null: the map has values and no run
+    Scattered& points = *scattered;
     std::size_t words = points.place_of(point_count / 64u);
     if (words < points.words.size() && points.words[words] == point_count / 64u) {
         points.present[words] &= bit_of(point_count) - 1u;

@@ -164,6 +164,7 @@ std::span<const std::byte> memory_of(void* handle) noexcept
             return 1;
         },
         &search);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the dynamic loader has addresses as integers
     return {reinterpret_cast<const std::byte*>(search.base), search.size};
 }
 

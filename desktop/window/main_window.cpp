@@ -286,12 +286,17 @@ void MainWindow::panel_is_open(bool open, int panel_width)
     if (open) {
         lists_width_ = lists->width();
         const bool whole = viewport_->shows_all();
-        QTimer::singleShot(0, this, [this, whole, camera = viewport_->camera()] {
-            if (!panel_open_ || !whole || viewport_->shows_all())
-                return;
-            camera_before_panel_ = camera;
-            viewport_->fit();
-        });
+        auto* const when_laid_out = new QTimer(this);
+        connect(when_laid_out, &QTimer::timeout, this,
+                [this, whole, when_laid_out, camera = viewport_->camera()] {
+                    when_laid_out->deleteLater();
+                    if (!panel_open_ || !whole || viewport_->shows_all())
+                        return;
+                    camera_before_panel_ = camera;
+                    viewport_->fit();
+                });
+        when_laid_out->setSingleShot(true);
+        when_laid_out->start(0);
     }
     hide_lists_for_panel(open ? panel_width : 0);
     if (!open) {
