@@ -94,6 +94,26 @@ void VertexMap::scatter(std::size_t more)
 void VertexMap::set_slow(std::uint32_t point, std::span<const float> value)
 {
     value = value.first(dimension_);
+    if (Scattered* const points = scattered_.get();
+        points != nullptr && points->size != 0 && point >= points->end) {
+        // Behind all others, as when clones of a model with sparse maps are added.
+        const std::uint32_t word = point / 64u;
+        values_.reserve_more(values_.size() + dimension_);
+        if (points->words.back() != word) {
+            const std::size_t count = points->words.size() + 1;
+            points->words.reserve_more(count);
+            points->present.reserve_more(count);
+            points->before.reserve_more(count);
+            points->words.push_back(word);
+            points->present.push_back(0u);
+            points->before.push_back(points->size);
+        }
+        values_.append(value);
+        points->present.back() |= bit_of(point);
+        ++points->size;
+        points->end = point + 1;
+        return;
+    }
     if (has(point)) {
         copy_floats(value.data(), values_.data() + rank(point) * dimension_, dimension_);
         return;
