@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -18,6 +19,7 @@
 #include "formats/input_file.h"
 #include "formats/lwo2_reader.h"
 #include "formats/lwo2_writer.h"
+#include "formats/merge.h"
 
 namespace cli {
 
@@ -102,6 +104,17 @@ mesh::Document read_document(const std::string& name, Console& console)
                       {name, fmt::format("chunk {} at byte {}", error.chunk(), error.offset())});
     } catch (const formats::FileError& error) {
         throw Failure(ExitStatus::input, error.what(), {name, {}});
+    }
+}
+
+void append_model(mesh::Document& document, mesh::Document model, const std::string& name,
+                  Console& console)
+{
+    const auto warn = [&](const std::string& text) { console.warning(text); };
+    try {
+        formats::append_document(document, std::move(model), stem(name), warn);
+    } catch (const formats::LimitError& error) {
+        throw Failure(ExitStatus::input, fmt::format("{}: {}", name, error.what()), {name, {}});
     }
 }
 

@@ -22,6 +22,11 @@ void validate_output(const std::string& name);
 /// @throws Failure (input)
 [[nodiscard]] mesh::Document read_document(const std::string& name, Console& console);
 
+/// Appends the layers of `model`, read from the file `name`, to a document. Warnings of the merge
+/// go to the console. @throws Failure (input) if both together exceed a limit of the format
+void append_model(mesh::Document& document, mesh::Document model, const std::string& name,
+                  Console& console);
+
 /// Writes an object file atomically, or to standard output. @throws Failure (output)
 void write_document(const mesh::Document& document, const std::string& name, Console& console);
 

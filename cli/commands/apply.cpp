@@ -13,8 +13,6 @@
 #include "cli/file_conflicts.h"
 #include "cli/files.h"
 #include "cli/module_finder.h"
-#include "formats/errors.h"
-#include "formats/merge.h"
 #include "modeler/modeler.h"
 #include "modeler/run_failure.h"
 
@@ -85,16 +83,8 @@ mesh::Document read_files(const std::vector<std::string>& files, std::size_t& fo
 {
     mesh::Document document = read_document(files[0], console);
     foreground = document.layers.size();
-    const auto warn = [&](const std::string& text) { console.warning(text); };
-    for (std::size_t i = 1; i < files.size(); ++i) {
-        try {
-            formats::append_document(document, read_document(files[i], console), stem(files[i]),
-                                     warn);
-        } catch (const formats::LimitError& error) {
-            throw Failure(ExitStatus::input, fmt::format("{}: {}", files[i], error.what()),
-                          {files[i], {}});
-        }
-    }
+    for (std::size_t i = 1; i < files.size(); ++i)
+        append_model(document, read_document(files[i], console), files[i], console);
     return document;
 }
 

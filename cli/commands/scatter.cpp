@@ -24,8 +24,6 @@
 #include "cli/module_finder.h"
 #include "cli/pictures/picture_maker.h"
 #include "formats/clone_size.h"
-#include "formats/errors.h"
-#include "formats/merge.h"
 #include "mesh/clone_numbers.h"
 #include "mesh/layer_numbers.h"
 #include "modeler/clone_layers.h"
@@ -120,17 +118,10 @@ Scene read_scene(const ScatterRequest& request, std::vector<ScatterReport::Input
             exclude_earlier_clones(scene.document, LayerRole::background, scene.roles);
         return scene;
     }
-    const auto warn = [&](const std::string& text) { console.warning(text); };
     for (std::size_t i = 1; i < request.inputs.size(); ++i) {
         mesh::Document model = read_document(request.inputs[i], console);
         inputs.push_back(counted(request.inputs[i], model));
-        try {
-            formats::append_document(scene.document, std::move(model), stem(request.inputs[i]),
-                                     warn);
-        } catch (const formats::LimitError& error) {
-            throw Failure(ExitStatus::input, fmt::format("{}: {}", request.inputs[i], error.what()),
-                          {request.inputs[i], {}});
-        }
+        append_model(scene.document, std::move(model), request.inputs[i], console);
     }
     scene.roles.assign(scene.document.layers.size(), LayerRole::background);
     std::fill_n(scene.roles.begin(), scene.layers_to_write, LayerRole::foreground);
